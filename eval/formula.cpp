@@ -1,0 +1,198 @@
+#include "eval/formula.h"
+
+#include "eval/numtext.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace curvix::eval {
+
+namespace {
+
+bool isAsciiDigit(QChar c)
+{
+    return c.unicode() >= '0' && c.unicode() <= '9';
+}
+
+QString variableOrX(const QString& label)
+{
+    const QString name = VariableNameFromLabel(label);
+    return name.isEmpty() ? QStringLiteral("x") : name;
+}
+
+// 1-based position of needle, 0 when absent; FindText without its 16-bit cap.
+int position(const QString& haystack, const QString& needle)
+{
+    return int(haystack.indexOf(needle) + 1);
+}
+
+// Replaces every symbol by value's text; when the first symbol stands right after a digit,
+// every replacement gets a "*" in front (2¶ is 2*3.14...). The first one decides for all.
+QString replaceConstant(const QString& text, const QString& symbol, const QString& value)
+{
+    const int p = position(text, symbol);
+    if (p == 0)
+        return text;
+    const bool afterDigit = p != 1 && isAsciiDigit(text[p - 2]);
+    return ReplaceText(text, symbol, afterDigit ? QStringLiteral("*") + value : value);
+}
+
+// Half away from zero on value * 10^4; large values have no fraction left to round.
+double round4(double value)
+{
+    if (!std::isfinite(value) || std::fabs(value) >= 1e11)
+        return value;
+    return std::round(value * 10000) / 10000;
+}
+
+void show(const Report& report, const QString& message)
+{
+    if (report)
+        report(message);
+}
+
+} // namespace
+
+QString VariableNameFromLabel(const QString& label)
+{
+    const qsizetype open = label.indexOf(u'(');
+    if (open < 0)
+        return {};
+    return label.mid(open + 1, 1);
+}
+
+int FindText(const QString& haystack, const QString& needle)
+{
+    const qsizetype index = haystack.indexOf(needle);
+    if (index < 0)
+        return 0;
+    return int(std::min<qsizetype>(index + 1, std::numeric_limits<qint16>::max()));
+}
+
+QString ReplaceText(QString text, const QString& find, const QString& replacement)
+{
+    if (find.isEmpty())
+        return text;
+    // Rescanning could never end when the replacement brings the searched text back.
+    if (replacement.contains(find))
+        return text.replace(find, replacement);
+    for (qsizetype at = text.indexOf(find); at >= 0; at = text.indexOf(find))
+        text = text.left(at) + replacement + text.mid(at + find.size());
+    return text;
+}
+
+QString PrepareExpressionText(ExpressionEvaluator& evaluator, const QString& formula,
+                              const QString& label, const Report& report, const QLocale& locale)
+{
+    evaluator.DefineVariable(variableOrX(label));
+    QString text = replaceConstant(formula, QString(kPiChar), numberText(kPiValue, locale));
+    // "exp" first, or its "e" would become Euler's number.
+    text = ReplaceText(text, QStringLiteral("exp"), QStringLiteral("Exp"));
+    text = replaceConstant(text, QStringLiteral("e"), numberText(kEValue, locale));
+    if (FindText(text, QStringLiteral(",")) > 0)
+        text = ReplaceText(text, QStringLiteral(","), QStringLiteral("."));
+
+    evaluator.SetExpression(text);
+    if (evaluator.HasError()) {
+        show(report, evaluator.ErrorText());
+        text.clear();
+    }
+    evaluator.Reset();
+    return text;
+}
+
+void SizeCurvePoints(double a, double b, SampledCurve& curve, double step)
+{
+    // Rounded half to even, as a 32-bit count; a range that gives no such count has no points.
+    const double n = std::nearbyint((b - a) / step);
+    if (!(n >= 0 && n < double(std::numeric_limits<qint32>::max()))) {
+        curve.points.clear();
+        return;
+    }
+    curve.points.assign(std::size_t(n) + 1, PointD{});
+}
+
+void SampleCurve(ExpressionEvaluator& evaluator, double a, double b, const QString& label,
+                 SampledCurve& curve, double sampleStep, const Report& report,
+                 const QLocale& locale)
+{
+    const QString name = variableOrX(label);
+    evaluator.DefineVariable(name);
+    curve.formula = PrepareExpressionText(evaluator, curve.formula, label, report, locale);
+    // Preparing resets the evaluator, which forgets the variable: define it again.
+    const int variable = evaluator.DefineVariable(name);
+    const int expression = evaluator.SetExpression(curve.formula);
+    if (evaluator.HasError())
+        show(report, evaluator.ErrorText());
+
+    if (sampleStep > 0) {
+        std::size_t i = 0;
+        for (double x = a; x <= b && i < curve.points.size(); x += sampleStep, ++i) {
+            evaluator.SetVariable(variable, x);
+            curve.points[i] = {x, evaluator.Evaluate(expression)};
+        }
+    }
+    evaluator.Reset();
+}
+
+TangentLine TangentLineText(ExpressionEvaluator& evaluator, const QString& label, double x0,
+                            const QString& expression, double sampleStep, const QLocale& locale)
+{
+    TangentLine line;
+    line.variable = variableOrX(label);
+    const int variable = evaluator.DefineVariable(line.variable);
+    evaluator.SetVariable(variable, x0);
+    const double y0Exact = evaluator.EvaluateText(expression);
+    evaluator.SetVariable(variable, x0 + sampleStep);
+    const double y1Exact = evaluator.EvaluateText(expression);
+    const double k = round4((y1Exact - y0Exact) / sampleStep);
+    const double y0 = round4(y0Exact);
+    line.slope = k;
+
+    // k*x + (y0 + step) - k*x0: the line is lifted one step above the point of tangency.
+    QString text = numberText(k, locale) + u'*' + line.variable;
+    if (y0 >= 0)
+        text += u'+' + numberText(std::fabs(y0) + sampleStep, locale);
+    else
+        text += u'-' + numberText(std::fabs(y0) - sampleStep, locale);
+    text += k * x0 >= 0 ? u'-' : u'+';
+    text += numberText(std::fabs(k), locale) + u'*' + numberText(std::fabs(x0), locale);
+    line.text = text;
+    return line;
+}
+
+int MatchingParenPosition(const QString& text)
+{
+    // The loop stops before the last character: a ")" there is found by falling through.
+    int opens = 0;
+    int closes = 0;
+    int i = 1;
+    while (i < text.size()) {
+        const QChar c = text[i - 1];
+        if (c == u'(')
+            ++opens;
+        else if (c == u')')
+            ++closes;
+        if (closes == opens + 1)
+            return i;
+        ++i;
+    }
+    return i;
+}
+
+QString RewriteLog10(const QString& text)
+{
+    const int p = position(text, QStringLiteral("log10"));
+    if (p == 0)
+        return text;
+    const QString left = text.left(p - 1);
+    const QString rest = text.mid(p + 5); // after "log10("
+    const int m = MatchingParenPosition(rest);
+    const QString argument = rest.left(m - 1);
+    const QString after = rest.mid(m);
+    return left + QStringLiteral("(ln(") + RewriteLog10(argument) + QStringLiteral(")/ln(10))") +
+           after;
+}
+
+} // namespace curvix::eval

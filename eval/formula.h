@@ -1,0 +1,65 @@
+#pragma once
+
+#include "eval/evaluator.h"
+#include "eval/point.h"
+
+#include <QLocale>
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+namespace curvix::eval {
+
+// Receives the messages the formula procedures show to the user (a compile error).
+using Report = std::function<void(const QString& message)>;
+
+// The character that stands for pi in the function box and the label text box.
+inline constexpr QChar kPiChar = QChar(0x00B6);
+// The values substituted for pi and e. Both are deliberately not full precision.
+inline constexpr double kPiValue = 3.14159265358979;
+inline constexpr double kEValue = 2.71828183;
+
+// The one character after the first "(" of the label, or "" when there is none.
+QString VariableNameFromLabel(const QString& label);
+// 1-based position of the first occurrence of needle (case-sensitive), 0 when absent.
+int FindText(const QString& haystack, const QString& needle);
+// Replaces every occurrence, rescanning from the start after each splice.
+QString ReplaceText(QString text, const QString& find, const QString& replacement);
+
+// Turns a typed formula into the text the evaluator accepts (pi, e, decimal comma); on a
+// compile error reports the evaluator's message and returns "". Resets the evaluator.
+QString PrepareExpressionText(ExpressionEvaluator& evaluator, const QString& formula,
+                              const QString& label, const Report& report,
+                              const QLocale& locale = QLocale());
+
+// A curve of the demonstration window: its formula followed by its points.
+struct SampledCurve {
+    QString formula;
+    std::vector<PointD> points;
+};
+
+// Sizes the point array to indices 0..n, n = (b - a) / step rounded to the nearest integer.
+void SizeCurvePoints(double a, double b, SampledCurve& curve, double step);
+// Replaces the formula by its prepared form and fills the points for x from a to b.
+void SampleCurve(ExpressionEvaluator& evaluator, double a, double b, const QString& label,
+                 SampledCurve& curve, double sampleStep, const Report& report,
+                 const QLocale& locale = QLocale());
+
+struct TangentLine {
+    QString text;     // the tangent's formula, e.g. "2*x+1,001-2*1"
+    QString variable; // the variable name used
+    double slope = 0; // rounded to 4 decimals
+};
+// The tangent at x0 of a prepared expression, by a forward difference over sampleStep,
+// lifted by one sampleStep above the point of tangency.
+TangentLine TangentLineText(ExpressionEvaluator& evaluator, const QString& label, double x0,
+                            const QString& expression, double sampleStep,
+                            const QLocale& locale = QLocale());
+
+// log10(u) becomes (ln(u)/ln(10)) for the first log10 and those nested in its argument.
+QString RewriteLog10(const QString& text);
+// 1-based position of the ")" that closes an already opened "(", by the fall-through rule.
+int MatchingParenPosition(const QString& text);
+
+} // namespace curvix::eval
