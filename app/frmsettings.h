@@ -1,0 +1,44 @@
+#pragma once
+
+#include "model/app_state.h"
+
+#include <QWidget>
+
+#include <array>
+
+class QCheckBox;
+class QComboBox;
+class QPushButton;
+
+namespace curvix::app {
+
+// The coordinate-system settings: the separator written between x and y, and which axis
+// ends carry an arrow. A separator chosen here is kept only when the user presses OK.
+class frmsettings : public QWidget {
+    Q_OBJECT
+public:
+    frmsettings(model::AppState& state, QWidget* owner);
+
+    // The separator chosen during this visit, "" while none was chosen.
+    QString chosenSeparator() const { return m_chosen; }
+
+signals:
+    // OK or Cancel was pressed; the owner redraws in either case.
+    void closedWithRedraw();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void Combo1_Click(int index);
+    void Command1_Click(int index);
+
+    model::AppState& m_state;
+    QString m_chosen;
+    bool m_finished = false;
+    QComboBox* Combo1 = nullptr;
+    std::array<QCheckBox*, 4> Check1{};
+    std::array<QPushButton*, 2> Command1{};
+};
+
+} // namespace curvix::app

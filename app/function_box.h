@@ -1,0 +1,29 @@
+#pragma once
+
+#include "model/graph.h"
+
+#include <QComboBox>
+
+#include <vector>
+
+namespace curvix::app {
+
+// The function box: an editable combo box whose drop-down shows the functions as a tree,
+// each item indented by its level. Enter in it is reported, never inserted as an item.
+class FunctionBox : public QComboBox {
+    Q_OBJECT
+public:
+    explicit FunctionBox(QWidget* parent = nullptr);
+
+    // Shows these items; the text being edited stays as it is.
+    void setItems(const std::vector<model::FunctionItem>& items);
+    int indentAt(int row) const;
+
+signals:
+    void enterPressed();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+};
+
+} // namespace curvix::app

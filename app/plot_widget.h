@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QImage>
+#include <QWidget>
+
+namespace curvix::app {
+
+// The plot area. It owns the persistent picture (in device pixels) that the full redraw
+// paints and that printing, copying and saving take; on screen it only shows that picture.
+class PlotWidget : public QWidget {
+    Q_OBJECT
+public:
+    explicit PlotWidget(QWidget* parent = nullptr);
+
+    QImage& image() { return m_image; }
+    const QImage& image() const { return m_image; }
+    // The picture's size for the widget's current size and screen, in device pixels.
+    QSize devicePixelSize() const;
+
+signals:
+    void resized();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    QImage m_image;
+};
+
+} // namespace curvix::app

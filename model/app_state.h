@@ -1,0 +1,76 @@
+#pragma once
+
+#include "eval/evaluator.h"
+#include "model/graph.h"
+#include "model/view_window.h"
+
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+namespace curvix::model {
+
+// Colour values are 0x00BBGGRR; a value with the top bit set names a system colour.
+inline constexpr quint32 kButtonShadowColor = 0x80000010;
+inline constexpr quint32 kDefaultTangentColor = 0x000000FF;
+
+enum class AngleUnit { Radians = 1, Degrees = 2, Gradians = 3 };
+
+// The program's whole state: one graph list, one view, one evaluator. Owned by the main
+// window and handed by reference to the procedures that work on it; tests make their own.
+struct AppState {
+    // The graph list and its 16-bit count; graphCount equals graphs.size() after every change.
+    std::vector<GraphEntry> graphs;
+    qint16 graphCount = 0;
+    // Filled field by field before it is copied into the list.
+    GraphEntry newEntry;
+    // The function box's drop-down list, mirroring the graph list as a tree.
+    std::vector<FunctionItem> functionItems;
+    // The one variable letter every function of the list uses; "" while the list is new.
+    QString listVariable;
+
+    quint32 gridColor = kButtonShadowColor;
+    quint32 axisColor = 0;
+    quint32 functionColor = 0;
+    quint32 fillColor = 0;
+    quint32 tangentColor = kDefaultTangentColor;
+
+    // Set by the derivative and primitive commands; live for one addFunction call.
+    qint32 pendingDerivativeOf = -1;
+    qint32 pendingPrimitiveOf = -1;
+
+    // Whether a typed text is the derivative (or a primitive) of a source entry's text.
+    // Empty: the symbolic library decides. Tests put their own answers here.
+    using LinkCheck = std::function<bool(const QString& sourceText, const QString& candidate)>;
+    LinkCheck derivativeCheck;
+    LinkCheck primitiveCheck;
+
+    bool documentChanged = false;
+    bool saveCancelled = false;
+    // Raised at start and by New, lowered by the next full redraw: meanwhile the check-box
+    // and option-button handlers do nothing, so setting widgets from code has no effect.
+    bool settingUp = true;
+
+    ViewWindow view;
+    ViewWindow startView;
+    // The x distance between curve samples; the redraw sets it to a 7000th of the range.
+    double sampleStep = static_cast<double>(0.001f);
+    AngleUnit angleUnit = AngleUnit::Radians;
+
+    // Set once at start-up from the string table.
+    AxisArrowSwitches arrows;
+    QString coordinateSeparator = QStringLiteral(",");
+    RangePreset presetRadiansX, presetRadiansY;
+    RangePreset presetDegreesX, presetDegreesY;
+    RangePreset presetGradiansX, presetGradiansY;
+    RangePreset presetDecimalX, presetDecimalY;
+
+    // The plot area's size at load time, restored by New.
+    double savedPlotWidth = 0;
+    double savedPlotHeight = 0;
+
+    eval::ExpressionEvaluator evaluator;
+};
+
+} // namespace curvix::model

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "eval/point.h"
+
+#include <QString>
+#include <QtGlobal>
+
+#include <vector>
+
+namespace curvix::model {
+
+// A tangent drawn on a curve: the variable it was written in, its point of tangency and
+// the slope found there, and the tangent's own sampled points.
+struct GraphMark {
+    QString text;
+    double x = 0;
+    double slope = 0;
+    std::vector<eval::PointD> points;
+};
+
+// One drawn function. The typed text is the key; links are list indexes, -1 for none.
+struct GraphEntry {
+    qint32 tag = 0;     // free for the demonstration window; copied, never interpreted here
+    QString expression; // the prepared text the evaluator compiles
+    QString text;       // the function as typed
+    std::vector<eval::PointD> points;
+    std::vector<GraphMark> marks;
+    qint32 derivativeIndex = -1;
+    qint32 primitiveIndex = -1;
+    quint32 color = 0;
+};
+
+// One item of the function box's drop-down list.
+struct FunctionItem {
+    QString text;
+    int indent = 0;
+
+    friend bool operator==(const FunctionItem&, const FunctionItem&) = default;
+};
+
+} // namespace curvix::model

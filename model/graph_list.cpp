@@ -1,0 +1,208 @@
+#include "model/graph_list.h"
+
+#include "eval/formula.h"
+#include "model/strings.h"
+
+#include <limits>
+
+namespace curvix::model {
+
+namespace {
+
+constexpr int kOverflowText = 2016;
+
+// Steps from entry `from` along one kind of link until it ends. Stale links may form a
+// cycle after deletions, so the walk never takes more steps than there are entries.
+int chainLength(const AppState& state, int from, qint32 GraphEntry::*link)
+{
+    const int count = static_cast<int>(state.graphs.size());
+    int steps = 0;
+    int k = from;
+    while (k >= 0 && k < count && steps <= count) {
+        k = state.graphs[k].*link;
+        if (k == -1)
+            break;
+        ++steps;
+    }
+    return steps;
+}
+
+void insertItem(AppState& state, int index, FunctionItem item)
+{
+    const auto size = static_cast<int>(state.functionItems.size());
+    index = std::clamp(index, 0, size);
+    state.functionItems.insert(state.functionItems.begin() + index, std::move(item));
+}
+
+// The drop-down item of a new entry: below its source when it is a derivative, above it
+// (pushing the source's chain one level deeper) when it is a primitive.
+void placeItem(AppState& state, const QString& text, int derivativeSource, int primitiveSource)
+{
+    if (derivativeSource >= 0) {
+        const int depth = 1 + chainLength(state, derivativeSource, &GraphEntry::primitiveIndex);
+        const int pos = findItemByText(state, state.graphs[derivativeSource].text);
+        if (pos > 0) {
+            insertItem(state, pos, {text, depth});
+            return;
+        }
+    } else if (primitiveSource >= 0) {
+        const int depth = 1 + chainLength(state, primitiveSource, &GraphEntry::derivativeIndex);
+        const int pos = findItemByText(state, state.graphs[primitiveSource].text);
+        if (pos > 0) {
+            const int at = pos - 1;
+            const int ownIndent = state.functionItems[at].indent;
+            insertItem(state, at, {text, ownIndent});
+            const int last = std::min<int>(at + depth, int(state.functionItems.size()) - 1);
+            for (int i = at + 1; i <= last; ++i)
+                ++state.functionItems[i].indent;
+            return;
+        }
+    }
+    state.functionItems.push_back({text, 0});
+}
+
+AddResult addFunctionSteps(AppState& state, Prompter& prompter, const QString& text,
+                           const QString& label, int keyCode)
+{
+    if (keyCode != kEnterKey || text.isEmpty())
+        return AddResult::Ignored;
+
+    QString letter = eval::VariableNameFromLabel(label);
+    if (letter.isEmpty())
+        letter = QStringLiteral("x");
+    if (state.listVariable.isEmpty()) {
+        state.listVariable = letter;
+    } else if (state.listVariable != letter) {
+        prompter.message(QStringLiteral("Endast en variabel per omgång"));
+        return AddResult::Rejected;
+    }
+
+    const QString expression = eval::PrepareExpressionText(
+        state.evaluator, text, label, [&](const QString& m) { prompter.message(m); });
+    if (expression.isEmpty())
+        return AddResult::Rejected;
+
+    if (graphExists(state, text))
+        return AddResult::Duplicate;
+
+    // The count is 16 bits wide: a full list refuses the entry before anything changes.
+    if (state.graphCount == std::numeric_limits<qint16>::max()) {
+        prompter.message(LoadResString(kOverflowText));
+        return AddResult::Rejected;
+    }
+
+    GraphEntry& entry = state.newEntry;
+    entry = GraphEntry{};
+    entry.expression = expression;
+    entry.text = text;
+    entry.color = state.functionColor;
+
+    const int newIndex = state.graphCount;
+    const int count = static_cast<int>(state.graphs.size());
+    auto validSource = [count](int k) { return k >= 0 && k < count; };
+
+    if (validSource(state.pendingDerivativeOf) &&
+        (state.derivativeCheck ? state.derivativeCheck : IsDerivativeOf)(
+            state.graphs[state.pendingDerivativeOf].text, text)) {
+        entry.primitiveIndex = state.pendingDerivativeOf;
+        state.graphs[state.pendingDerivativeOf].derivativeIndex = newIndex;
+    } else {
+        state.pendingDerivativeOf = -1;
+    }
+    if (validSource(state.pendingPrimitiveOf) &&
+        (state.primitiveCheck ? state.primitiveCheck : IsPrimitiveOf)(
+            state.graphs[state.pendingPrimitiveOf].text, text)) {
+        entry.derivativeIndex = state.pendingPrimitiveOf;
+        state.graphs[state.pendingPrimitiveOf].primitiveIndex = newIndex;
+    } else {
+        state.pendingPrimitiveOf = -1;
+    }
+
+    state.graphs.push_back(entry);
+    placeItem(state, text, state.pendingDerivativeOf, state.pendingPrimitiveOf);
+    ++state.graphCount;
+    state.documentChanged = true;
+    return AddResult::Added;
+}
+
+} // namespace
+
+AddResult addFunction(AppState& state, Prompter& prompter, const QString& text,
+                      const QString& label, int keyCode)
+{
+    const AddResult result = addFunctionSteps(state, prompter, text, label, keyCode);
+    state.pendingDerivativeOf = -1;
+    state.pendingPrimitiveOf = -1;
+    return result;
+}
+
+void removeGraphAt(AppState& state, int k)
+{
+    if (k < 0 || k >= static_cast<int>(state.graphs.size()))
+        return;
+    for (GraphEntry& e : state.graphs) {
+        if (e.derivativeIndex == k) {
+            e.derivativeIndex = -1;
+            break;
+        }
+    }
+    for (GraphEntry& e : state.graphs) {
+        if (e.primitiveIndex == k) {
+            e.primitiveIndex = -1;
+            break;
+        }
+    }
+    if (state.graphs.size() > 1) {
+        state.graphs.erase(state.graphs.begin() + k);
+        --state.graphCount;
+    } else {
+        std::vector<GraphEntry>().swap(state.graphs);
+        state.graphCount = 0;
+    }
+    state.documentChanged = true;
+}
+
+int findGraphByText(const AppState& state, const QString& text)
+{
+    for (std::size_t k = 0; k < state.graphs.size(); ++k) {
+        if (state.graphs[k].text == text)
+            return static_cast<int>(k);
+    }
+    return -1;
+}
+
+bool graphExists(const AppState& state, const QString& text)
+{
+    return state.graphCount != 0 && findGraphByText(state, text) >= 0;
+}
+
+int findItemByText(const AppState& state, const QString& text)
+{
+    for (std::size_t i = 0; i < state.functionItems.size(); ++i) {
+        if (state.functionItems[i].text == text)
+            return static_cast<int>(i) + 1;
+    }
+    return -1;
+}
+
+int derivativeOf(const AppState& state, int k)
+{
+    return state.graphs.at(k).derivativeIndex;
+}
+
+int primitiveOf(const AppState& state, int k)
+{
+    return state.graphs.at(k).primitiveIndex;
+}
+
+bool IsDerivativeOf(const QString&, const QString&)
+{
+    return false;
+}
+
+bool IsPrimitiveOf(const QString&, const QString&)
+{
+    return false;
+}
+
+} // namespace curvix::model

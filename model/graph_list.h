@@ -1,0 +1,40 @@
+#pragma once
+
+#include "model/app_state.h"
+#include "model/prompter.h"
+
+#include <QString>
+
+namespace curvix::model {
+
+enum class AddResult {
+    Ignored,   // not Enter, or an empty text
+    Rejected,  // a second variable, a text that does not compile, or a full list
+    Duplicate, // already drawn: nothing added, but the plot is redrawn
+    Added,
+};
+
+inline constexpr int kEnterKey = 13;
+
+// Adds the typed function to the graph list and the function box's items. The caller
+// redraws when the result is Added or Duplicate. The pending indexes are always cleared.
+AddResult addFunction(AppState& state, Prompter& prompter, const QString& text,
+                      const QString& label, int keyCode = kEnterKey);
+
+// Removes entry k. Only the first derivative link and the first primitive link that point
+// at k are cleared; links to later entries keep their old numbers after the shift.
+void removeGraphAt(AppState& state, int k);
+
+// Index of the first entry whose text equals text exactly, -1 when none.
+int findGraphByText(const AppState& state, const QString& text);
+bool graphExists(const AppState& state, const QString& text);
+// 1-based position of the first drop-down item with this text, -1 when none.
+int findItemByText(const AppState& state, const QString& text);
+int derivativeOf(const AppState& state, int k);
+int primitiveOf(const AppState& state, int k);
+
+// Until the symbolic library is wired in, no typed text counts as derivative or primitive.
+bool IsDerivativeOf(const QString& sourceText, const QString& candidate);
+bool IsPrimitiveOf(const QString& sourceText, const QString& candidate);
+
+} // namespace curvix::model
