@@ -26,11 +26,12 @@ public:
         KDiv,   // k / a
         PowK,   // pow(a, k)
         KPow,   // pow(k, a)
-        IntPow, // a^n by repeated squaring, n = k >= 2
+        IntPow, // a^n by repeated squaring, n >= 2
         Call,   // function(a)
     };
-    // The finishing step: none, * mul, + add, or * mul + add.
-    enum class Post : std::uint8_t { None = 0, Mul = 1, Add = 2, MulAdd = 3 };
+    // The finishing step: none, * mul, + add, * mul + add, and the same adding slot c, which
+    // sums of terms such as 3x^3 - 2x^2 use.
+    enum class Post : std::uint8_t { None, Mul, Add, MulAdd, Acc, MulAcc };
 
     struct Instr {
         Op op = Op::Copy;
@@ -39,9 +40,22 @@ public:
         int dst = 0;
         int a = 0;
         int b = 0;
+        int c = -1;
+        int aVariable = -1; // the variable id that slot a holds, or -1
+        int bVariable = -1;
+        int cVariable = -1;
+        int n = 0; // IntPow's exponent
         double k = 0;
+        // Without a finishing step these are 1 and -0: v * 1 + -0 is v for every v, -0 too.
         double mul = 1;
-        double add = 0;
+        double add = -0.0;
+        // The operand steps a * am + ac and b * bm + bc, when preA and preB are set.
+        bool preA = false;
+        bool preB = false;
+        double am = 1;
+        double ac = -0.0;
+        double bm = 1;
+        double bc = -0.0;
     };
 
     // Compiles a parsed formula; variable indices of the tree are the ids into the values
@@ -59,9 +73,12 @@ public:
 private:
     friend class Compiler;
 
+    double run(const double* variables, double* registers) const;
+
     std::vector<Instr> code_;
     std::vector<std::pair<int, int>> loads_; // (variable id, slot), loaded before the code
     int slots_ = 0;
+    int variableCount_ = 0; // 1 + the highest variable id used
     int result_ = 0;
     bool constant_ = false;
     double value_ = 0;
