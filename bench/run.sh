@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Builds a benchmark (Release) and runs it, printing its table of ratios.
+#   bench/run.sh eval [Google Benchmark options]
+# The build directory is build/ beside the sources, or $BUILD_DIR.
+set -euo pipefail
+root="$(cd "$(dirname "$0")/.." && pwd)"
+build="${BUILD_DIR:-$root/build}"
+
+usage() {
+  echo "usage: bench/run.sh eval [benchmark options]" >&2
+  exit 2
+}
+
+# Configures (Release, Ninja for a new directory) and builds one target.
+build_target() {
+  if [ -f "$build/CMakeCache.txt" ]; then
+    cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release >/dev/null
+  else
+    cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
+  fi
+  cmake --build "$build" --target "$1" >/dev/null
+}
+
+[ $# -ge 1 ] || usage
+what="$1"
+shift
+
+case "$what" in
+  eval)
+    build_target bench_eval
+    # The fastest of five repetitions: the machine may be busy with other work.
+    "$build/bench/bench_eval" --benchmark_repetitions=5 --benchmark_display_aggregates_only=true \
+      --benchmark_min_time=0.1 "$@"
+    ;;
+  *)
+    usage
+    ;;
+esac
