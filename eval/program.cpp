@@ -13,14 +13,16 @@ namespace curvix::eval {
 namespace {
 
 using Op = Program::Op;
-using Post = Program::Post;
 using Instr = Program::Instr;
+constexpr std::uint8_t kMul = Program::PostMul;
+constexpr std::uint8_t kAcc = Program::PostAcc;
+constexpr std::uint8_t kAdd = Program::PostAdd;
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-// Values per chunk of a batch: every slot of a chunk stays in the L1 cache while the
+// Values per chunk of a batch: the slots of a chunk stay in the L1 cache while the
 // instructions run over it one after the other.
-constexpr int kChunk = 256;
+constexpr int kChunk = 512;
 
 // Integer exponents up to this size become multiplications.
 constexpr double kMaxIntPower = 64;
@@ -37,7 +39,7 @@ double fold(Node::Kind kind, double a, double b)
     }
 }
 
-// a^n for n >= 2, left to right over the bits of n; the batch kernel takes the same steps.
+// a^n for n >= 1, left to right over the bits of n; the batch kernels take the same steps.
 inline double intPow(double a, int n)
 {
     int bit = 1;
@@ -52,43 +54,48 @@ inline double intPow(double a, int n)
     return r;
 }
 
+template <int N>
+inline double powerOf(double u)
+{
+    if constexpr (N == 1) {
+        return u;
+    } else if constexpr (N == 2) {
+        return u * u;
+    } else if constexpr (N == 3) {
+        return u * u * u;
+    } else {
+        const double s = u * u;
+        return s * s;
+    }
+}
+
 // ---- batch kernels: one tight loop per instruction, operand step and finishing step ------
 
-template <Post P>
-inline double finishAs(double v, double mul, double add, double acc)
+template <std::uint8_t P>
+inline double finishAs(double v, double mul, double acc, double add)
 {
-    if constexpr (P == Post::Mul)
-        return v * mul;
-    else if constexpr (P == Post::Add)
-        return v + add;
-    else if constexpr (P == Post::MulAdd)
-        return v * mul + add;
-    else if constexpr (P == Post::Acc)
-        return v + acc;
-    else if constexpr (P == Post::MulAcc)
-        return v * mul + acc;
-    else
-        return v;
+    if constexpr ((P & kMul) != 0)
+        v *= mul;
+    if constexpr ((P & kAcc) != 0)
+        v += acc;
+    if constexpr ((P & kAdd) != 0)
+        v += add;
+    return v;
 }
 
-constexpr bool readsC(Post p)
-{
-    return p == Post::Acc || p == Post::MulAcc;
-}
-
-// c is the slot that Acc and MulAcc add; the others do not read it.
-template <bool PreA, Post P, class F>
+// c is the slot that kAcc adds; without it c is not read.
+template <bool PreA, std::uint8_t P, class F>
 void unaryLoop(const Instr& in, const double* __restrict__ a, const double* __restrict__ c,
                double* __restrict__ out, int n, F f)
 {
     const double am = in.am, ac = in.ac, mul = in.mul, add = in.add;
     for (int i = 0; i < n; ++i) {
         const double u = PreA ? a[i] * am + ac : a[i];
-        out[i] = finishAs<P>(f(u), mul, add, readsC(P) ? c[i] : 0);
+        out[i] = finishAs<P>(f(u), mul, (P & kAcc) != 0 ? c[i] : 0, add);
     }
 }
 
-template <bool PreA, bool PreB, Post P, class F>
+template <bool PreA, bool PreB, std::uint8_t P, class F>
 void binaryLoop(const Instr& in, const double* __restrict__ a, const double* __restrict__ b,
                 const double* __restrict__ c, double* __restrict__ out, int n, F f)
 {
@@ -96,7 +103,7 @@ void binaryLoop(const Instr& in, const double* __restrict__ a, const double* __r
     for (int i = 0; i < n; ++i) {
         const double u = PreA ? a[i] * am + ac : a[i];
         const double v = PreB ? b[i] * bm + bc : b[i];
-        out[i] = finishAs<P>(f(u, v), mul, add, readsC(P) ? c[i] : 0);
+        out[i] = finishAs<P>(f(u, v), mul, (P & kAcc) != 0 ? c[i] : 0, add);
     }
 }
 
@@ -104,15 +111,18 @@ template <bool PreA, class F>
 void unaryPost(const Instr& in, const double* a, const double* c, double* out, int n, F f)
 {
     switch (in.post) {
-    case Post::None: return unaryLoop<PreA, Post::None>(in, a, c, out, n, f);
-    case Post::Mul: return unaryLoop<PreA, Post::Mul>(in, a, c, out, n, f);
-    case Post::Add: return unaryLoop<PreA, Post::Add>(in, a, c, out, n, f);
-    case Post::MulAdd: return unaryLoop<PreA, Post::MulAdd>(in, a, c, out, n, f);
-    case Post::Acc: return unaryLoop<PreA, Post::Acc>(in, a, c, out, n, f);
-    case Post::MulAcc: return unaryLoop<PreA, Post::MulAcc>(in, a, c, out, n, f);
+    case 0: return unaryLoop<PreA, 0>(in, a, c, out, n, f);
+    case 1: return unaryLoop<PreA, 1>(in, a, c, out, n, f);
+    case 2: return unaryLoop<PreA, 2>(in, a, c, out, n, f);
+    case 3: return unaryLoop<PreA, 3>(in, a, c, out, n, f);
+    case 4: return unaryLoop<PreA, 4>(in, a, c, out, n, f);
+    case 5: return unaryLoop<PreA, 5>(in, a, c, out, n, f);
+    case 6: return unaryLoop<PreA, 6>(in, a, c, out, n, f);
+    default: return unaryLoop<PreA, 7>(in, a, c, out, n, f);
     }
 }
 
+// For cheap operations, where the operand step is worth a loop of its own.
 template <class F>
 void unary(const Instr& in, const double* a, const double* c, double* out, int n, F f)
 {
@@ -122,17 +132,27 @@ void unary(const Instr& in, const double* a, const double* c, double* out, int n
         unaryPost<false>(in, a, c, out, n, f);
 }
 
+// For library functions, which dominate their loop: the operand step is always taken
+// (1 and -0 leave the operand as it is).
+template <class F>
+void unaryCall(const Instr& in, const double* a, const double* c, double* out, int n, F f)
+{
+    unaryPost<true>(in, a, c, out, n, f);
+}
+
 template <bool PreA, bool PreB, class F>
 void binaryPost(const Instr& in, const double* a, const double* b, const double* c, double* out,
                 int n, F f)
 {
     switch (in.post) {
-    case Post::None: return binaryLoop<PreA, PreB, Post::None>(in, a, b, c, out, n, f);
-    case Post::Mul: return binaryLoop<PreA, PreB, Post::Mul>(in, a, b, c, out, n, f);
-    case Post::Add: return binaryLoop<PreA, PreB, Post::Add>(in, a, b, c, out, n, f);
-    case Post::MulAdd: return binaryLoop<PreA, PreB, Post::MulAdd>(in, a, b, c, out, n, f);
-    case Post::Acc: return binaryLoop<PreA, PreB, Post::Acc>(in, a, b, c, out, n, f);
-    case Post::MulAcc: return binaryLoop<PreA, PreB, Post::MulAcc>(in, a, b, c, out, n, f);
+    case 0: return binaryLoop<PreA, PreB, 0>(in, a, b, c, out, n, f);
+    case 1: return binaryLoop<PreA, PreB, 1>(in, a, b, c, out, n, f);
+    case 2: return binaryLoop<PreA, PreB, 2>(in, a, b, c, out, n, f);
+    case 3: return binaryLoop<PreA, PreB, 3>(in, a, b, c, out, n, f);
+    case 4: return binaryLoop<PreA, PreB, 4>(in, a, b, c, out, n, f);
+    case 5: return binaryLoop<PreA, PreB, 5>(in, a, b, c, out, n, f);
+    case 6: return binaryLoop<PreA, PreB, 6>(in, a, b, c, out, n, f);
+    default: return binaryLoop<PreA, PreB, 7>(in, a, b, c, out, n, f);
     }
 }
 
@@ -154,64 +174,102 @@ void binary(const Instr& in, const double* a, const double* b, const double* c, 
 void intPowKernel(const Instr& in, const double* __restrict__ a, const double* c,
                   double* __restrict__ out, int n)
 {
-    const int power = in.n;
-    switch (power) {
-    case 2: return unary(in, a, c, out, n, [](double v) { return v * v; });
-    case 3: return unary(in, a, c, out, n, [](double v) { return v * v * v; });
-    case 4:
-        return unary(in, a, c, out, n, [](double v) {
-            const double s = v * v;
-            return s * s;
-        });
+    switch (in.n) {
+    case 2: return unary(in, a, c, out, n, [](double v) { return powerOf<2>(v); });
+    case 3: return unary(in, a, c, out, n, [](double v) { return powerOf<3>(v); });
+    case 4: return unary(in, a, c, out, n, [](double v) { return powerOf<4>(v); });
     default: break;
     }
     // Same steps as intPow, each over the whole chunk; the finishing step comes last.
     int bit = 1;
-    while (bit * 2 <= power)
+    while (bit * 2 <= in.n)
         bit *= 2;
     std::copy(a, a + n, out);
     for (bit /= 2; bit > 0; bit /= 2) {
         for (int i = 0; i < n; ++i)
             out[i] *= out[i];
-        if (power & bit) {
+        if (in.n & bit) {
             for (int i = 0; i < n; ++i)
                 out[i] *= a[i];
         }
     }
-    for (int i = 0; i < n; ++i) {
-        switch (in.post) {
-        case Post::None: break;
-        case Post::Mul: out[i] *= in.mul; break;
-        case Post::Add: out[i] += in.add; break;
-        case Post::MulAdd: out[i] = out[i] * in.mul + in.add; break;
-        case Post::Acc: out[i] += c[i]; break;
-        case Post::MulAcc: out[i] = out[i] * in.mul + c[i]; break;
-        }
+    if (in.post == Program::PostNone)
+        return;
+    for (int i = 0; i < n; ++i)
+        out[i] = (out[i] * in.mul + ((in.post & kAcc) != 0 ? c[i] : -0.0)) + in.add;
+}
+
+// Two terms of one variable, never with an operand step; the finishing step runs with
+// its neutral parts rather than in eight variants.
+template <int N1, int N2>
+void powers2Loop(const Instr& in, const double* __restrict__ a, const double* __restrict__ c,
+                 double* __restrict__ out, int n)
+{
+    const double k1 = in.k, k2 = in.k2, mul = in.mul, add = in.add;
+    const auto f = [=](double u) { return powerOf<N1>(u) * k1 + powerOf<N2>(u) * k2; };
+    if (in.post == Program::PostNone) {
+        for (int i = 0; i < n; ++i)
+            out[i] = f(a[i]);
+    } else if ((in.post & kAcc) == 0) {
+        for (int i = 0; i < n; ++i)
+            out[i] = f(a[i]) * mul + add;
+    } else {
+        for (int i = 0; i < n; ++i)
+            out[i] = (f(a[i]) * mul + c[i]) + add;
     }
+}
+
+template <int N1>
+void powers2Second(const Instr& in, const double* a, const double* c, double* out, int n)
+{
+    switch (in.n2) {
+    case 1: return powers2Loop<N1, 1>(in, a, c, out, n);
+    case 2: return powers2Loop<N1, 2>(in, a, c, out, n);
+    case 3: return powers2Loop<N1, 3>(in, a, c, out, n);
+    default: return powers2Loop<N1, 4>(in, a, c, out, n);
+    }
+}
+
+void powers2Kernel(const Instr& in, const double* a, const double* c, double* out, int n)
+{
+    switch (in.n) {
+    case 1: return powers2Second<1>(in, a, c, out, n);
+    case 2: return powers2Second<2>(in, a, c, out, n);
+    case 3: return powers2Second<3>(in, a, c, out, n);
+    default: return powers2Second<4>(in, a, c, out, n);
+    }
+}
+
+inline double sign(double v)
+{
+    return v > 0 ? 1.0 : (v < 0 ? -1.0 : v); // keeps NaN and the sign of zero
 }
 
 void callKernel(const Instr& in, const double* a, const double* c, double* out, int n)
 {
     switch (in.function) {
-    case Function::Sqrt: return unary(in, a, c, out, n, [](double v) { return std::sqrt(v); });
-    case Function::Sin: return unary(in, a, c, out, n, [](double v) { return std::sin(v); });
-    case Function::Cos: return unary(in, a, c, out, n, [](double v) { return std::cos(v); });
-    case Function::Tan: return unary(in, a, c, out, n, [](double v) { return std::tan(v); });
-    case Function::Asin: return unary(in, a, c, out, n, [](double v) { return std::asin(v); });
-    case Function::Acos: return unary(in, a, c, out, n, [](double v) { return std::acos(v); });
-    case Function::Atan: return unary(in, a, c, out, n, [](double v) { return std::atan(v); });
-    case Function::Exp: return unary(in, a, c, out, n, [](double v) { return std::exp(v); });
-    case Function::Ln: return unary(in, a, c, out, n, [](double v) { return std::log(v); });
-    case Function::Log10: return unary(in, a, c, out, n, [](double v) { return std::log10(v); });
+    case Function::Sqrt: return unaryCall(in, a, c, out, n, [](double v) { return std::sqrt(v); });
+    case Function::Sin: return unaryCall(in, a, c, out, n, [](double v) { return std::sin(v); });
+    case Function::Cos: return unaryCall(in, a, c, out, n, [](double v) { return std::cos(v); });
+    case Function::Tan: return unaryCall(in, a, c, out, n, [](double v) { return std::tan(v); });
+    case Function::Asin: return unaryCall(in, a, c, out, n, [](double v) { return std::asin(v); });
+    case Function::Acos: return unaryCall(in, a, c, out, n, [](double v) { return std::acos(v); });
+    case Function::Atan: return unaryCall(in, a, c, out, n, [](double v) { return std::atan(v); });
+    case Function::Exp: return unaryCall(in, a, c, out, n, [](double v) { return std::exp(v); });
+    case Function::Ln: return unaryCall(in, a, c, out, n, [](double v) { return std::log(v); });
+    case Function::Log10:
+        return unaryCall(in, a, c, out, n, [](double v) { return std::log10(v); });
     case Function::Abs: return unary(in, a, c, out, n, [](double v) { return std::fabs(v); });
-    case Function::Sign:
-        return unary(in, a, c, out, n, [](double v) { return v > 0 ? 1.0 : (v < 0 ? -1.0 : v); });
-    case Function::Sinh: return unary(in, a, c, out, n, [](double v) { return std::sinh(v); });
-    case Function::Cosh: return unary(in, a, c, out, n, [](double v) { return std::cosh(v); });
-    case Function::Tanh: return unary(in, a, c, out, n, [](double v) { return std::tanh(v); });
-    case Function::Asinh: return unary(in, a, c, out, n, [](double v) { return std::asinh(v); });
-    case Function::Acosh: return unary(in, a, c, out, n, [](double v) { return std::acosh(v); });
-    case Function::Atanh: return unary(in, a, c, out, n, [](double v) { return std::atanh(v); });
+    case Function::Sign: return unary(in, a, c, out, n, [](double v) { return sign(v); });
+    case Function::Sinh: return unaryCall(in, a, c, out, n, [](double v) { return std::sinh(v); });
+    case Function::Cosh: return unaryCall(in, a, c, out, n, [](double v) { return std::cosh(v); });
+    case Function::Tanh: return unaryCall(in, a, c, out, n, [](double v) { return std::tanh(v); });
+    case Function::Asinh:
+        return unaryCall(in, a, c, out, n, [](double v) { return std::asinh(v); });
+    case Function::Acosh:
+        return unaryCall(in, a, c, out, n, [](double v) { return std::acosh(v); });
+    case Function::Atanh:
+        return unaryCall(in, a, c, out, n, [](double v) { return std::atanh(v); });
     }
 }
 
@@ -226,29 +284,19 @@ void runKernel(const Instr& in, const double* a, const double* b, const double* 
     case Op::Mul: return binary(in, a, b, c, out, n, [](double u, double v) { return u * v; });
     case Op::Div: return binary(in, a, b, c, out, n, [](double u, double v) { return u / v; });
     case Op::Pow:
-        return binary(in, a, b, c, out, n, [](double u, double v) { return std::pow(u, v); });
+        return binaryPost<true, true>(in, a, b, c, out, n,
+                                      [](double u, double v) { return std::pow(u, v); });
     case Op::DivK: return unary(in, a, c, out, n, [k](double v) { return v / k; });
     case Op::KDiv: return unary(in, a, c, out, n, [k](double v) { return k / v; });
-    case Op::PowK: return unary(in, a, c, out, n, [k](double v) { return std::pow(v, k); });
-    case Op::KPow: return unary(in, a, c, out, n, [k](double v) { return std::pow(k, v); });
+    case Op::PowK: return unaryCall(in, a, c, out, n, [k](double v) { return std::pow(v, k); });
+    case Op::KPow: return unaryCall(in, a, c, out, n, [k](double v) { return std::pow(k, v); });
     case Op::IntPow: return intPowKernel(in, a, c, out, n);
+    case Op::Powers2: return powers2Kernel(in, a, c, out, n);
     case Op::Call: return callKernel(in, a, c, out, n);
     }
 }
 
-inline double operandA(const Instr& in, const double* variables, const double* r)
-{
-    const double a = in.aVariable >= 0 ? variables[in.aVariable] : r[in.a];
-    return in.preA ? a * in.am + in.ac : a;
-}
-
-inline double operandB(const Instr& in, const double* variables, const double* r)
-{
-    const double b = in.bVariable >= 0 ? variables[in.bVariable] : r[in.b];
-    return in.preB ? b * in.bm + in.bc : b;
-}
-
-bool readsTwoSlots(Op op)
+bool readsB(Op op)
 {
     switch (op) {
     case Op::Add:
@@ -266,11 +314,32 @@ bool overlaps(std::span<const double> xs, std::span<double> ys)
     return before(xs.data(), ys.data() + ys.size()) && before(ys.data(), xs.data() + xs.size());
 }
 
-} // namespace
+// ---- one point -------------------------------------------------------------------------
+
+inline double operandA(const Instr& in, const double* variables, const double* r)
+{
+    const double a = in.aVariable >= 0 ? variables[in.aVariable] : r[in.a];
+    return in.preA ? a * in.am + in.ac : a;
+}
+
+inline double operandB(const Instr& in, const double* variables, const double* r)
+{
+    const double b = in.bVariable >= 0 ? variables[in.bVariable] : r[in.b];
+    return in.preB ? b * in.bm + in.bc : b;
+}
+
+inline double finish(const Instr& in, double v, const double* variables, const double* r)
+{
+    if ((in.post & kMul) != 0)
+        v *= in.mul;
+    if ((in.post & kAcc) != 0)
+        v += in.cVariable >= 0 ? variables[in.cVariable] : r[in.c];
+    if ((in.post & kAdd) != 0)
+        v += in.add;
+    return v;
+}
 
 // ---- compiling ---------------------------------------------------------------------------
-
-namespace {
 
 // A compiled operand: a constant, or a slot. instr is the instruction that writes the slot
 // while its finishing step is still free to take more (-1 for a variable's slot). A
@@ -291,6 +360,13 @@ struct Value {
         return !constant && !o.constant && slot == o.slot && hasMul == o.hasMul &&
                hasAdd == o.hasAdd && m == o.m && c == o.c;
     }
+};
+
+// c * x^n of a variable's slot, as a term of Powers2.
+struct Monomial {
+    int slot = -1;
+    int n = 1;
+    double m = 1;
 };
 
 } // namespace
@@ -328,10 +404,15 @@ private:
         return int(slotVariable_.size()) - 1;
     }
 
+    void release(int slot)
+    {
+        if (slot >= 0 && slotVariable_[slot] < 0)
+            free_.push_back(slot);
+    }
     void release(const Value& v)
     {
-        if (!v.constant && v.slot >= 0 && slotVariable_[v.slot] < 0)
-            free_.push_back(v.slot);
+        if (!v.constant)
+            release(v.slot);
     }
 
     Instr* open(const Value& v) { return v.instr >= 0 ? &program_.code_[v.instr] : nullptr; }
@@ -370,10 +451,7 @@ private:
 
     // The value itself in a slot: a pending step becomes an instruction of its own, which
     // is still open for a finishing step ((x+1)*3 is one instruction).
-    Value computed(Value v)
-    {
-        return v.pending() ? push(Op::Copy, v) : v;
-    }
+    Value computed(Value v) { return v.pending() ? push(Op::Copy, v) : v; }
 
     // v * m
     Value scaled(Value v, double m)
@@ -385,10 +463,10 @@ private:
         }
         v = computed(v);
         Instr* in = open(v);
-        if (!in || in->post != Post::None)
+        if (!in || in->post != Program::PostNone)
             v = push(Op::Copy, v);
         in = open(v);
-        in->post = Post::Mul;
+        in->post = kMul;
         in->mul = m;
         return v;
     }
@@ -403,10 +481,10 @@ private:
         }
         v = computed(v);
         Instr* in = open(v);
-        if (!in || (in->post != Post::None && in->post != Post::Mul))
+        if (!in || (in->post & kAdd) != 0)
             v = push(Op::Copy, v);
         in = open(v);
-        in->post = in->post == Post::Mul ? Post::MulAdd : Post::Add;
+        in->post |= kAdd;
         in->add = c;
         return v;
     }
@@ -424,16 +502,12 @@ private:
             return v;
         }
         Instr* in = open(v);
-        if (!in || readsC(in->post))
+        if (!in || (in->post & kAcc) != 0)
             return scaled(v, -1);
-        switch (in->post) {
-        case Post::None: in->mul = -1; in->post = Post::Mul; break;
-        case Post::Mul: in->mul = -in->mul; break;
-        case Post::Add: in->mul = -1; in->add = -in->add; in->post = Post::MulAdd; break;
-        case Post::MulAdd: in->mul = -in->mul; in->add = -in->add; break;
-        case Post::Acc:
-        case Post::MulAcc: break;
-        }
+        in->mul = (in->post & kMul) != 0 ? -in->mul : -1;
+        if ((in->post & kAdd) != 0)
+            in->add = -in->add;
+        in->post |= kMul;
         return v;
     }
 
@@ -443,14 +517,61 @@ private:
     std::optional<Value> accumulated(Value term, Value sum, double sign)
     {
         Instr* in = open(term);
-        if (!in || sum.pending() || (in->post != Post::None && in->post != Post::Mul))
+        if (!in || sum.pending() || (in->post & ~kMul) != 0)
             return std::nullopt;
-        in->mul = in->post == Post::Mul ? in->mul * sign : sign;
-        in->post = in->mul == 1 ? Post::Acc : Post::MulAcc;
+        in->mul = (in->post & kMul) != 0 ? in->mul * sign : sign;
+        in->post = in->mul == 1 ? kAcc : (kMul | kAcc);
         in->c = sum.slot;
         in->cVariable = slotVariable_[sum.slot];
         release(sum);
         return term;
+    }
+
+    // v as c * x^n with n from 1 to 4: a variable, 2x, or an open x^n or x^n * c.
+    std::optional<Monomial> monomial(const Value& v) const
+    {
+        if (v.constant)
+            return std::nullopt;
+        if (v.instr < 0) {
+            if (slotVariable_[v.slot] < 0 || v.hasAdd)
+                return std::nullopt;
+            return Monomial{v.slot, 1, v.hasMul ? v.m : 1};
+        }
+        const Instr& in = program_.code_[v.instr];
+        if (in.op != Op::IntPow || in.n > 4 || in.preA || in.aVariable < 0 ||
+            (in.post & ~kMul) != 0)
+            return std::nullopt;
+        return Monomial{in.a, in.n, (in.post & kMul) != 0 ? in.mul : 1};
+    }
+
+    // l + r * sign as one Powers2 when both are terms of the same variable and their
+    // instructions are the last ones written, which can then be taken back.
+    std::optional<Value> powers2(const Value& l, const Value& r, double sign)
+    {
+        const std::optional<Monomial> left = monomial(l);
+        const std::optional<Monomial> right = monomial(r);
+        if (!left || !right || left->slot != right->slot)
+            return std::nullopt;
+        const int end = int(program_.code_.size());
+        const int rightInstrs = r.instr >= 0 ? 1 : 0;
+        if ((r.instr >= 0 && r.instr != end - 1) ||
+            (l.instr >= 0 && l.instr != end - 1 - rightInstrs))
+            return std::nullopt;
+        for (const Value* v : {&r, &l}) {
+            if (v->instr >= 0) {
+                release(program_.code_.back().dst);
+                program_.code_.pop_back();
+            }
+        }
+        Value base;
+        base.slot = left->slot;
+        const Value v = push(Op::Powers2, base);
+        Instr& in = program_.code_[v.instr];
+        in.n = left->n;
+        in.k = left->m;
+        in.n2 = right->n;
+        in.k2 = right->m * sign; // t - u*m is t + u*(-m), exactly
+        return v;
     }
 
     Value variable(int id)
@@ -519,6 +640,8 @@ private:
                 return shifted(l, r.k);
             if (l.constant)
                 return shifted(r, l.k);
+            if (const std::optional<Value> v = powers2(l, r, 1))
+                return *v;
             if (const std::optional<Value> v = accumulated(r, l, 1))
                 return *v;
             if (isVariable(r)) {
@@ -532,6 +655,8 @@ private:
                 return shifted(l, -r.k);
             if (l.constant)
                 return shifted(negated(r), l.k);
+            if (const std::optional<Value> v = powers2(l, r, -1))
+                return *v;
             // l - f*m is f*(-m) + l.
             if (const std::optional<Value> v = accumulated(r, l, -1))
                 return *v;
@@ -598,12 +723,11 @@ double Program::run(const double* variables, double* r) const
         case Op::PowK: v = std::pow(a, in.k); break;
         case Op::KPow: v = std::pow(in.k, a); break;
         case Op::IntPow: v = in.n == 2 ? a * a : intPow(a, in.n); break;
+        case Op::Powers2: v = intPow(a, in.n) * in.k + intPow(a, in.n2) * in.k2; break;
         case Op::Call: v = applyFunction(in.function, a); break;
         }
-        if (readsC(in.post))
-            v = v * in.mul + (in.cVariable >= 0 ? variables[in.cVariable] : r[in.c]);
-        else if (in.post != Post::None)
-            v = v * in.mul + in.add; // mul 1 and add -0 leave v as it is
+        if (in.post != PostNone)
+            v = finish(in, v, variables, r);
         r[in.dst] = v;
     }
     return v;
@@ -643,11 +767,25 @@ void Program::evaluateBatch(std::span<const double> variables, int variable,
         return;
     }
 
-    const auto buffer = std::make_unique_for_overwrite<double[]>(std::size_t(slots_) * kChunk);
-    std::vector<const double*> in(slots_);
+    // Small programs keep their slots on the stack: a curve is only a few thousand points,
+    // and allocating would cost as much as a cheap formula's whole run.
+    constexpr int kStackSlots = 4;
+    double stackBuffer[kStackSlots * kChunk];
+    const double* stackIn[kStackSlots];
+    std::unique_ptr<double[]> heapBuffer;
+    std::vector<const double*> heapIn;
+    double* buffer = stackBuffer;
+    const double** in = stackIn;
+    if (slots_ > kStackSlots) {
+        heapBuffer = std::make_unique_for_overwrite<double[]>(std::size_t(slots_) * kChunk);
+        heapIn.resize(slots_);
+        buffer = heapBuffer.get();
+        in = heapIn.data();
+    }
+
     int batchSlot = -1;
     for (const auto& [id, slot] : loads_) {
-        double* values = buffer.get() + std::size_t(slot) * kChunk;
+        double* values = buffer + std::size_t(slot) * kChunk;
         in[slot] = values;
         if (id == variable)
             batchSlot = slot;
@@ -662,10 +800,10 @@ void Program::evaluateBatch(std::span<const double> variables, int variable,
             in[batchSlot] = xs.data() + offset;
         for (std::size_t j = 0; j <= last; ++j) {
             const Instr& instr = code_[j];
-            double* out = j == last ? ys.data() + offset
-                                    : buffer.get() + std::size_t(instr.dst) * kChunk;
-            const double* b = readsTwoSlots(instr.op) ? in[instr.b] : nullptr;
-            const double* c = readsC(instr.post) ? in[instr.c] : nullptr;
+            double* out =
+                j == last ? ys.data() + offset : buffer + std::size_t(instr.dst) * kChunk;
+            const double* b = readsB(instr.op) ? in[instr.b] : nullptr;
+            const double* c = (instr.post & kAcc) != 0 ? in[instr.c] : nullptr;
             runKernel(instr, in[instr.a], b, c, out, n);
             in[instr.dst] = out;
         }

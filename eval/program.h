@@ -10,43 +10,46 @@
 namespace curvix::eval {
 
 // A compiled formula: a flat list of instructions over numbered slots. Every instruction
-// reads one or two slots (or a slot and a constant), writes a slot of its own, and may
-// finish its result with a multiplication and an addition by constants, so that common
-// shapes such as 2x^2+1 take a single instruction.
+// reads one or two slots (or a slot and a constant) and writes a slot of its own. Around
+// its operation it may take two cheap steps, so that common shapes cost one instruction:
+// before it, an operand that is a variable may be scaled and shifted (2x, x-2), and after
+// it the result may be scaled, added to another slot and shifted (2x^2+1, 3x^3-2x^2+x-5).
 class Program {
 public:
     enum class Op : std::uint8_t {
-        Copy,   // a
-        Add,    // a + b
-        Sub,    // a - b
-        Mul,    // a * b
-        Div,    // a / b
-        Pow,    // pow(a, b)
-        DivK,   // a / k
-        KDiv,   // k / a
-        PowK,   // pow(a, k)
-        KPow,   // pow(k, a)
-        IntPow, // a^n by repeated squaring, n >= 2
-        Call,   // function(a)
+        Copy,    // a
+        Add,     // a + b
+        Sub,     // a - b
+        Mul,     // a * b
+        Div,     // a / b
+        Pow,     // pow(a, b)
+        DivK,    // a / k
+        KDiv,    // k / a
+        PowK,    // pow(a, k)
+        KPow,    // pow(k, a)
+        IntPow,  // a^n by repeated squaring, n >= 2
+        Powers2, // a^n * k + a^n2 * k2, n and n2 from 1 to 4: two terms of a polynomial
+        Call,    // function(a)
     };
-    // The finishing step: none, * mul, + add, * mul + add, and the same adding slot c, which
-    // sums of terms such as 3x^3 - 2x^2 use.
-    enum class Post : std::uint8_t { None, Mul, Add, MulAdd, Acc, MulAcc };
+    // The finishing step ((v * mul) + c) + add, each part present when its bit is set.
+    enum Post : std::uint8_t { PostNone = 0, PostMul = 1, PostAcc = 2, PostAdd = 4 };
 
     struct Instr {
         Op op = Op::Copy;
-        Post post = Post::None;
+        std::uint8_t post = PostNone;
         Function function = Function::Sqrt;
         int dst = 0;
         int a = 0;
-        int b = 0;
-        int c = -1;
-        int aVariable = -1; // the variable id that slot a holds, or -1
+        int b = -1;
+        int c = -1;         // the slot PostAcc adds
+        int aVariable = -1; // the variable id that slot a (b, c) holds, or -1
         int bVariable = -1;
         int cVariable = -1;
-        int n = 0; // IntPow's exponent
+        int n = 0;
+        int n2 = 0;
         double k = 0;
-        // Without a finishing step these are 1 and -0: v * 1 + -0 is v for every v, -0 too.
+        double k2 = 0;
+        // Unused parts of the finishing step are 1 and -0: v * 1 + -0 is v for every v.
         double mul = 1;
         double add = -0.0;
         // The operand steps a * am + ac and b * bm + bc, when preA and preB are set.
@@ -64,7 +67,8 @@ public:
 
     // variables holds the value of every variable id the formula uses.
     double evaluate(std::span<const double> variables) const;
-    // ys[i] = the formula with variable `variable` at xs[i]; xs and ys have the same length.
+    // ys[i] = the formula with variable `variable` at xs[i], for the common length of both;
+    // the rest of ys becomes NaN.
     void evaluateBatch(std::span<const double> variables, int variable,
                        std::span<const double> xs, std::span<double> ys) const;
 
