@@ -3,7 +3,13 @@
 #include "eval/evaluator.h"
 #include "eval/formula.h"
 #include "eval/numtext.h"
+#include "model/graph_list.h"
+#include "output/picture_file.h"
+#include "plot/coordinates.h"
+#include "plot/render.h"
 
+#include <QFileInfo>
+#include <QGuiApplication>
 #include <QLocale>
 
 #include <optional>
@@ -97,6 +103,183 @@ int runEval(const QStringList& args, QTextStream& out, QTextStream& err)
     return 0;
 }
 
+// Messages of the core go to stderr; questions are answered with Cancel.
+class StreamPrompter final : public model::Prompter {
+public:
+    explicit StreamPrompter(QTextStream& err) : m_err(err) {}
+    void message(const QString& text) override
+    {
+        m_err << text << "\n";
+        m_err.flush();
+        ++count;
+    }
+    Button ask(const QString& text, Buttons) override
+    {
+        message(text);
+        return Button::Cancel;
+    }
+    std::optional<quint32> chooseColor(const QString&, quint32) override { return {}; }
+    std::optional<QString> inputText(const QString&, const QString&) override { return {}; }
+    QString saveFileName(const QString&, const QString&, const QString&) override { return {}; }
+
+    int count = 0;
+
+private:
+    QTextStream& m_err;
+};
+
+struct ExportRequest {
+    QString file;
+    QSize size{800, 600};
+    std::optional<model::ViewWindow> view;
+    model::AngleUnit angle = model::AngleUnit::Radians;
+    bool exactTrig = false;
+    bool grid = true;
+    QStringList formulas;
+};
+
+std::optional<model::ViewWindow> parseView(const QString& text)
+{
+    const QStringList parts = text.split(QLatin1Char(','));
+    if (parts.size() != 6)
+        return std::nullopt;
+    double v[6];
+    for (int i = 0; i < 6; ++i) {
+        const std::optional<double> number = plot::readRangeNumber(parts[i]);
+        if (!number)
+            return std::nullopt;
+        v[i] = *number;
+    }
+    return model::ViewWindow{v[0], v[1], v[2], 1, v[3], v[4], v[5], 1};
+}
+
+std::optional<ExportRequest> parseExport(const QStringList& args, QString& problem)
+{
+    ExportRequest request;
+    request.file = args.value(1);
+    if (request.file.isEmpty() || request.file.startsWith(QLatin1String("--"))) {
+        problem = QStringLiteral("--export needs a file name");
+        return std::nullopt;
+    }
+    for (qsizetype i = 2; i < args.size(); ++i) {
+        const QString& a = args[i];
+        auto value = [&]() -> std::optional<QString> {
+            if (i + 1 >= args.size()) {
+                problem = QStringLiteral("%1 needs a value").arg(a);
+                return std::nullopt;
+            }
+            return args[++i];
+        };
+        if (a == QLatin1String("--size")) {
+            const auto v = value();
+            if (!v)
+                return std::nullopt;
+            const QStringList wh = v->split(QLatin1Char('x'));
+            bool okW = false, okH = false;
+            const int w = wh.value(0).toInt(&okW), h = wh.value(1).toInt(&okH);
+            if (wh.size() != 2 || !okW || !okH || w < 1 || h < 1 || w > 20000 || h > 20000) {
+                problem = QStringLiteral("'%1' is not a size such as 800x600").arg(*v);
+                return std::nullopt;
+            }
+            request.size = QSize(w, h);
+        } else if (a == QLatin1String("--view")) {
+            const auto v = value();
+            if (!v)
+                return std::nullopt;
+            request.view = parseView(*v);
+            if (!request.view || !(request.view->XMin < request.view->XMax) ||
+                !(request.view->YMin < request.view->YMax) || !(request.view->XStep > 0) ||
+                !(request.view->YStep > 0)) {
+                problem = QStringLiteral("'%1' is not a view xmin,xmax,xstep,ymin,ymax,ystep "
+                                         "with min below max and steps above 0").arg(*v);
+                return std::nullopt;
+            }
+        } else if (a == QLatin1String("--angle")) {
+            const auto v = value();
+            if (!v)
+                return std::nullopt;
+            if (*v == QLatin1String("rad"))
+                request.angle = model::AngleUnit::Radians;
+            else if (*v == QLatin1String("deg"))
+                request.angle = model::AngleUnit::Degrees;
+            else if (*v == QLatin1String("grad"))
+                request.angle = model::AngleUnit::Gradians;
+            else {
+                problem = QStringLiteral("--angle takes rad, deg or grad");
+                return std::nullopt;
+            }
+        } else if (a == QLatin1String("--exact-trig")) {
+            request.exactTrig = true;
+        } else if (a == QLatin1String("--no-grid")) {
+            request.grid = false;
+        } else if (a.startsWith(QLatin1String("--"))) {
+            problem = QStringLiteral("unexpected argument '%1'").arg(a);
+            return std::nullopt;
+        } else {
+            request.formulas << a;
+        }
+    }
+    if (request.exactTrig && request.angle != model::AngleUnit::Radians) {
+        problem = QStringLiteral("--exact-trig goes with radians only");
+        return std::nullopt;
+    }
+    return request;
+}
+
+model::ViewWindow presetView(const model::AppState& state, const ExportRequest& request)
+{
+    const model::RangePreset* x = &state.presetDecimalX;
+    const model::RangePreset* y = &state.presetDecimalY;
+    if (request.angle == model::AngleUnit::Degrees) {
+        x = &state.presetDegreesX;
+        y = &state.presetDegreesY;
+    } else if (request.angle == model::AngleUnit::Gradians) {
+        x = &state.presetGradiansX;
+        y = &state.presetGradiansY;
+    } else if (request.exactTrig) {
+        x = &state.presetRadiansX;
+        y = &state.presetRadiansY;
+    }
+    auto n = [](const QString& text) { return plot::readRangeNumber(text).value_or(0); };
+    return {n((*x)[0]), n((*x)[1]), n((*x)[2]), n((*x)[3]),
+            n((*y)[0]), n((*y)[1]), n((*y)[2]), n((*y)[3])};
+}
+
+int runExport(const QStringList& args, QTextStream& out, QTextStream& err)
+{
+    QString problem;
+    const std::optional<ExportRequest> request = parseExport(args, problem);
+    if (!request)
+        return usageError(err, problem);
+    const QString suffix = QFileInfo(request->file).suffix().toLower();
+    if (suffix != QLatin1String("png") && suffix != QLatin1String("bmp"))
+        return usageError(err, QStringLiteral("the file must end in .png or .bmp"));
+
+    model::AppState state;
+    plot::InitPlotDefaults(state);
+    state.angleUnit = request->angle;
+    state.view = request->view.value_or(presetView(state, *request));
+    StreamPrompter prompter(err);
+    for (const QString& formula : request->formulas)
+        model::addFunction(state, prompter, formula, QStringLiteral("f(x)"));
+
+    QImage picture(request->size, QImage::Format_ARGB32_Premultiplied);
+    plot::RedrawOptions options;
+    options.grid = request->grid;
+    options.exactTrig = request->exactTrig;
+    options.font = QGuiApplication::font();
+    plot::frmPicture1_Resize(state, picture, options,
+                             [&](const QString& m) { prompter.message(m); });
+    QString error;
+    if (!output::writePicture(picture, request->file, &error)) {
+        err << "curvix: " << error << "\n";
+        err.flush();
+        return kExitCompileError;
+    }
+    out.flush();
+    return prompter.count > 0 ? kExitCompileError : 0;
+}
+
 } // namespace
 
 QString usageText()
@@ -105,6 +288,9 @@ QString usageText()
         "usage: curvix                       open the main window\n"
         "       curvix --eval FORMULA --at X [--at X ...] [--label f(t)]\n"
         "                                    print the formula's value at each X\n"
+        "       curvix --export FILE [--size WxH] [--view xmin,xmax,xstep,ymin,ymax,ystep]\n"
+        "                    [--angle rad|deg|grad] [--exact-trig] [--no-grid] FORMULA ...\n"
+        "                                    draw the formulas into FILE (.png or .bmp)\n"
         "       curvix --help                show this text\n");
 }
 
@@ -125,6 +311,8 @@ int runCommandLine(const QStringList& args, QTextStream& out, QTextStream& err)
     }
     if (command == QLatin1String("--eval"))
         return runEval(args, out, err);
+    if (command == QLatin1String("--export"))
+        return runExport(args, out, err);
     return usageError(err, QStringLiteral("unknown command '%1'").arg(command));
 }
 

@@ -9,6 +9,7 @@
 #include "output/settings_store.h"
 #include "plot/colors.h"
 #include "plot/coordinates.h"
+#include "plot/render.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -89,6 +90,7 @@ frmgraph::frmgraph(model::Prompter& prompter, QWidget* parent)
     m_state.savedPlotHeight = Picture1->height();
     m_state.startView = m_state.view;
     resize(1100, 720);
+    imgcombfunc->setFocus();
 }
 
 frmgraph::~frmgraph() = default;
@@ -154,6 +156,8 @@ void frmgraph::createWidgets()
     Check2 = named(new QCheckBox(QStringLiteral("Rutnät")), QStringLiteral("Check2"));
     Check3 = named(new QCheckBox(QStringLiteral("X")), QStringLiteral("Check3"));
     Check4 = named(new QCheckBox(QStringLiteral("Y")), QStringLiteral("Check4"));
+    Check3->setToolTip(LoadResString(2024));
+    Check4->setToolTip(LoadResString(2025));
     drawing->addWidget(Check2);
     drawing->addWidget(Check3);
     drawing->addWidget(Check4);
@@ -352,9 +356,15 @@ void frmgraph::frmPicture1_Resize()
         image = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
         image.setDevicePixelRatio(Picture1->devicePixelRatioF());
     }
-    image.fill(Qt::white);
+    plot::RedrawOptions options;
+    options.grid = Check2->isChecked();
+    options.arrows = Check3->isChecked();
+    options.tickLabels = Check4->isChecked();
+    options.exactTrig = Check1->isChecked();
+    options.font = Picture1->font();
+    plot::frmPicture1_Resize(m_state, image, options,
+                             [this](const QString& text) { m_prompter.message(text); });
     Picture1->update();
-    m_state.settingUp = false;
 }
 
 void frmgraph::imgcombfunc_KeyPress(int keyCode)
@@ -363,6 +373,9 @@ void frmgraph::imgcombfunc_KeyPress(int keyCode)
         model::addFunction(m_state, m_prompter, imgcombfunc->currentText(), Text5->text(), keyCode);
     if (result == model::AddResult::Added)
         showFunctionItems();
+    // The drawn text stays for editing, selected so that typing starts the next function.
+    if (result == model::AddResult::Added || result == model::AddResult::Duplicate)
+        imgcombfunc->lineEdit()->selectAll();
     if (result == model::AddResult::Added || result == model::AddResult::Duplicate)
         frmPicture1_Resize();
 }

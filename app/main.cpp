@@ -4,10 +4,32 @@
 
 #include <QApplication>
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QGuiApplication>
+
+#include <unistd.h>
 
 #include <cstdio>
 
 using namespace curvix;
+
+namespace {
+
+// Without a session the platform plugin warns about a missing runtime folder on every
+// run; a headless command makes the same private folder itself, silently.
+void quietRuntimeDir()
+{
+    if (!qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+        return;
+    const QByteArray dir = QDir::tempPath().toLocal8Bit() + "/runtime-" + QByteArray::number(getuid());
+    if (QDir().mkpath(QString::fromLocal8Bit(dir))) {
+        QFile::setPermissions(QString::fromLocal8Bit(dir), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        qputenv("XDG_RUNTIME_DIR", dir);
+    }
+}
+
+} // namespace
 
 int main(int argc, char* argv[])
 {
@@ -17,10 +39,18 @@ int main(int argc, char* argv[])
 
     // Headless commands need no display.
     if (app::isHeadlessCommand(rawArgs)) {
-        QCoreApplication core(argc, argv);
         QTextStream out(stdout);
         QTextStream err(stderr);
-        return app::runCommandLine(core.arguments().mid(1), out, err);
+        if (rawArgs.first() != QLatin1String("--export")) {
+            QCoreApplication core(argc, argv);
+            return app::runCommandLine(core.arguments().mid(1), out, err);
+        }
+        // Drawing needs fonts but no display.
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        quietRuntimeDir();
+        QGuiApplication gui(argc, argv);
+        return app::runCommandLine(gui.arguments().mid(1), out, err);
     }
 
     QApplication application(argc, argv);

@@ -17,6 +17,13 @@ inline constexpr quint32 kDefaultTangentColor = 0x000000FF;
 
 enum class AngleUnit { Radians = 1, Degrees = 2, Gradians = 3 };
 
+// A flood fill asked for at a world position, in the fill colour of that moment.
+struct FillPoint {
+    double x = 0;
+    double y = 0;
+    quint32 color = 0;
+};
+
 // The program's whole state: one graph list, one view, one evaluator. Owned by the main
 // window and handed by reference to the procedures that work on it; tests make their own.
 struct AppState {
@@ -57,6 +64,11 @@ struct AppState {
     // The x distance between curve samples; the redraw sets it to a 7000th of the range.
     double sampleStep = static_cast<double>(0.001f);
     AngleUnit angleUnit = AngleUnit::Radians;
+
+    // Guide lines x = a and y = b, drawn over the curves; the fills, replayed in order.
+    std::vector<double> verticalLines;
+    std::vector<double> horizontalLines;
+    std::vector<FillPoint> fills;
 
     // Set once at start-up from the string table.
     AxisArrowSwitches arrows;

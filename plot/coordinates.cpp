@@ -1,6 +1,10 @@
 #include "plot/coordinates.h"
 
+#include "eval/formula.h"
 #include "model/strings.h"
+
+#include <QLocale>
+#include <QRegularExpression>
 
 namespace curvix::plot {
 
@@ -17,11 +21,6 @@ PlotScale::PlotScale(QSizeF pixels, const model::ViewWindow& view)
     m_unitsPerPixelY = SafeDivide(m_top - m_bottom, pixels.height());
     m_pixelsPerUnitX = SafeDivide(pixels.width(), m_right - m_left);
     m_pixelsPerUnitY = SafeDivide(pixels.height(), m_top - m_bottom);
-}
-
-QPointF PlotScale::toPixel(double x, double y) const
-{
-    return {(x - m_left) * m_pixelsPerUnitX, (m_top - y) * m_pixelsPerUnitY};
 }
 
 QPointF PlotScale::toWorld(QPointF pixel) const
@@ -74,6 +73,32 @@ void InitPlotDefaults(model::AppState& state)
     state.sampleStep = static_cast<double>(0.001f);
     state.angleUnit = model::AngleUnit::Radians;
     state.settingUp = true;
+}
+
+} // namespace curvix::plot
+
+namespace curvix::plot {
+
+std::optional<double> readRangeNumber(const QString& text)
+{
+    QString number = text.trimmed();
+    bool timesPi = false;
+    if (number.endsWith(QLatin1Char('p'))) {
+        timesPi = true;
+        number.chop(1);
+        if (number.isEmpty() || number == QLatin1String("-") || number == QLatin1String("+"))
+            number += QLatin1Char('1');
+    }
+    number.replace(QLatin1Char(','), QLatin1Char('.'));
+    // Only plain decimals: no exponent (e is Euler's number), no infinities, no blanks inside.
+    static const QRegularExpression plain(QStringLiteral("^[+-]?(\\d+\\.?\\d*|\\.\\d+)$"));
+    if (!plain.match(number).hasMatch())
+        return std::nullopt;
+    bool ok = false;
+    const double value = QLocale::c().toDouble(number, &ok);
+    if (!ok)
+        return std::nullopt;
+    return timesPi ? value * eval::kPiValue : value;
 }
 
 } // namespace curvix::plot

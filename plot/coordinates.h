@@ -5,6 +5,9 @@
 
 #include <QPointF>
 #include <QSizeF>
+#include <QString>
+
+#include <optional>
 
 namespace curvix::plot {
 
@@ -27,7 +30,10 @@ public:
     double unitsPerPixelX() const { return m_unitsPerPixelX; }
     double unitsPerPixelY() const { return m_unitsPerPixelY; }
 
-    QPointF toPixel(double x, double y) const;
+    QPointF toPixel(double x, double y) const
+    {
+        return {(x - m_left) * m_pixelsPerUnitX, (m_top - y) * m_pixelsPerUnitY};
+    }
     QPointF toWorld(QPointF pixel) const;
 
 private:
@@ -50,5 +56,13 @@ void FillRangeRow(Row& row, const model::RangePreset& preset)
     for (std::size_t i = 0; i < preset.size(); ++i)
         row[i]->setText(preset[i]);
 }
+
+} // namespace curvix::plot
+
+namespace curvix::plot {
+
+// Reads a range text: a decimal number ("." or "," as decimal point), or a multiple of pi
+// written with a final "p" ("p", "-p", "2p", "0.5p"). Nothing for any other text.
+std::optional<double> readRangeNumber(const QString& text);
 
 } // namespace curvix::plot

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QColor>
+#include <QImage>
+#include <QPoint>
+
+namespace curvix::plot {
+
+// Paints every pixel connected to the seed (sideways and up or down) that is not of the
+// boundary colour. A seed outside the picture or on the boundary paints nothing.
+void FloodFill(QImage& picture, QPoint seed, const QColor& fill, const QColor& boundary);
+
+} // namespace curvix::plot
