@@ -3,6 +3,7 @@
 #include "app/frmsettings.h"
 #include "app/function_box.h"
 #include "app/plot_widget.h"
+#include "app/tool_icons.h"
 #include "model/graph_list.h"
 #include "model/strings.h"
 #include "output/picture_file.h"
@@ -21,7 +22,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStatusBar>
@@ -41,22 +41,6 @@ QString plainText(int number)
     QString text = LoadResString(number);
     text.remove(QLatin1Char('&'));
     return text;
-}
-
-// A tool-button picture: a glyph drawn in the palette's text colour.
-QIcon glyphIcon(const QString& glyph, const QFont& font)
-{
-    const int side = 48;
-    QPixmap pixmap(side, side);
-    pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::TextAntialiasing);
-    QFont big(font);
-    big.setPixelSize(side * 2 / 3);
-    painter.setFont(big);
-    painter.setPen(QApplication::palette().color(QPalette::ButtonText));
-    painter.drawText(pixmap.rect(), Qt::AlignCenter, glyph);
-    return QIcon(pixmap);
 }
 
 template <typename W>
@@ -304,14 +288,9 @@ void frmgraph::loadCaptions()
     mnuabout->setText(LoadResString(2010));
 
     const int tips[11] = {429, 491, 492, 484, 475, 486, 485, 469, 428, 426, 474};
-    const QString glyphs[11] = {
-        QStringLiteral("⎙"), QStringLiteral("⊕"),      QStringLiteral("⊖"),
-        QStringLiteral("⋯"), QStringLiteral("⟋"),      QStringLiteral("f′"),
-        QStringLiteral("∫"), QStringLiteral("✕"),      QStringLiteral("⤓"),
-        QStringLiteral("□"), QStringLiteral("◐")};
     for (std::size_t i = 0; i < Command5.size(); ++i) {
         Command5[i]->setToolTip(plainText(tips[i]));
-        Command5[i]->setIcon(glyphIcon(glyphs[i], font()));
+        Command5[i]->setIcon(toolIcon(int(i), palette().color(QPalette::ButtonText)));
     }
 }
 

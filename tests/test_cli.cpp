@@ -1,4 +1,6 @@
+#include <QImage>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
 
 // The headless command line, run as a separate process the way a script would run it.
@@ -10,6 +12,13 @@ private slots:
     void evaluates();
     void rejects_data();
     void rejects();
+    void exports_data();
+    void exports();
+    void exportRefuses_data();
+    void exportRefuses();
+
+private:
+    QTemporaryDir m_dir;
 };
 
 namespace {
@@ -94,6 +103,70 @@ void TestCli::rejects()
     QCOMPARE(run.exitCode, exitCode);
     QVERIFY2(run.err.contains(errContains), qPrintable(run.err));
     QCOMPARE(run.out, QString());
+}
+
+void TestCli::exports_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("exitCode");
+
+    QTest::newRow("png, defaults") << "a.png" << QStringList{"sin(x)", "x^2-2"} << QSize(800, 600) << 0;
+    QTest::newRow("bmp with a size") << "b.bmp" << QStringList{"--size", "320x200", "x"} << QSize(320, 200) << 0;
+    QTest::newRow("view with pi")
+        << "c.png" << QStringList{"--exact-trig", "--view", "-2p,2p,0.5p,-2,2,1", "tan(x)"}
+        << QSize(800, 600) << 0;
+    QTest::newRow("degrees, no grid")
+        << "d.png" << QStringList{"--angle", "deg", "--no-grid", "sin(x)"} << QSize(800, 600) << 0;
+    QTest::newRow("no formula at all") << "e.png" << QStringList{} << QSize(800, 600) << 0;
+    QTest::newRow("one bad formula, the rest drawn")
+        << "f.png" << QStringList{"x", "2x+", "x^2"} << QSize(800, 600) << 1;
+}
+
+void TestCli::exports()
+{
+    QFETCH(QString, file);
+    QFETCH(QStringList, options);
+    QFETCH(QSize, size);
+    QFETCH(int, exitCode);
+    const QString path = m_dir.filePath(file);
+    const Run run = runCurvix(QStringList{"--export", path} + options);
+    QCOMPARE(run.exitCode, exitCode);
+    QCOMPARE(run.err.isEmpty(), exitCode == 0);
+    const QImage image(path);
+    QCOMPARE(image.size(), size);
+    // Something besides the background was drawn: at least the axes.
+    QVERIFY(image.pixelColor(size.width() / 2, size.height() / 2) != QColor(Qt::white) ||
+            image.pixelColor(size.width() / 2 + 1, size.height() / 2 + 1) != QColor(Qt::white));
+}
+
+void TestCli::exportRefuses_data()
+{
+    QTest::addColumn<QStringList>("args");
+    QTest::addColumn<QString>("errContains");
+    QTest::newRow("no file") << QStringList{"--export"} << "file";
+    QTest::newRow("unknown kind of file") << QStringList{"--export", "x.jpg", "x"} << ".png";
+    QTest::newRow("bad size") << QStringList{"--export", "x.png", "--size", "0x5", "x"} << "0x5";
+    QTest::newRow("min not below max")
+        << QStringList{"--export", "x.png", "--view", "5,-5,1,-5,5,1", "x"} << "view";
+    QTest::newRow("zero step") << QStringList{"--export", "x.png", "--view", "-5,5,0,-5,5,1", "x"}
+                               << "view";
+    QTest::newRow("too few view values") << QStringList{"--export", "x.png", "--view", "1,2"} << "view";
+    QTest::newRow("bad angle") << QStringList{"--export", "x.png", "--angle", "turns"} << "--angle";
+    QTest::newRow("exact trig in degrees")
+        << QStringList{"--export", "x.png", "--angle", "deg", "--exact-trig"} << "radians";
+}
+
+void TestCli::exportRefuses()
+{
+    QFETCH(QStringList, args);
+    QFETCH(QString, errContains);
+    QDir::setCurrent(m_dir.path());
+    const Run run = runCurvix(args);
+    QCOMPARE(run.exitCode, 2);
+    QVERIFY2(run.err.contains(errContains), qPrintable(run.err));
+    QVERIFY(!QFile::exists(m_dir.filePath(QStringLiteral("x.png"))));
 }
 
 QTEST_GUILESS_MAIN(TestCli)

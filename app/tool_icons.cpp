@@ -1,0 +1,107 @@
+#include "app/tool_icons.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QPixmap>
+
+namespace curvix::app {
+
+namespace {
+
+constexpr int kSide = 48;
+
+void magnifier(QPainter& p, bool plus)
+{
+    p.drawEllipse(QPointF(20, 20), 13, 13);
+    p.drawLine(QPointF(30, 30), QPointF(42, 42));
+    p.drawLine(QPointF(13, 20), QPointF(27, 20));
+    if (plus)
+        p.drawLine(QPointF(20, 13), QPointF(20, 27));
+}
+
+void glyph(QPainter& p, const QString& text, double size)
+{
+    QFont font(QStringLiteral("DejaVu Serif"));
+    font.setItalic(true);
+    font.setPixelSize(int(size));
+    p.setFont(font);
+    p.drawText(QRect(0, 0, kSide, kSide), Qt::AlignCenter, text);
+}
+
+} // namespace
+
+QIcon toolIcon(int index, const QColor& ink)
+{
+    QPixmap pixmap(kSide, kSide);
+    pixmap.fill(Qt::transparent);
+    QPainter p(&pixmap);
+    p.setRenderHint(QPainter::Antialiasing);
+    QPen pen(ink, 3.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
+    p.setPen(pen);
+    QPainterPath parabola;
+    parabola.moveTo(6, 8);
+    parabola.quadTo(24, 64, 42, 8);
+
+    switch (index) {
+    case 0: // print
+        p.drawRect(QRectF(14, 6, 20, 12));
+        p.drawRoundedRect(QRectF(6, 18, 36, 16), 3, 3);
+        p.drawRect(QRectF(14, 30, 20, 12));
+        break;
+    case 1: magnifier(p, true); break;
+    case 2: magnifier(p, false); break;
+    case 3: // trace: a point walking along a curve
+        p.drawPath(parabola);
+        p.setBrush(ink);
+        p.drawEllipse(QPointF(33, 26), 5, 5);
+        break;
+    case 4: // tangents
+        p.drawPath(parabola);
+        p.drawLine(QPointF(4, 42), QPointF(44, 22));
+        break;
+    case 5: glyph(p, QStringLiteral("f\u2032"), 30); break;
+    case 6: glyph(p, QStringLiteral("\u222B"), 36); break;
+    case 7: // delete
+        p.drawLine(QPointF(12, 12), QPointF(36, 36));
+        p.drawLine(QPointF(36, 12), QPointF(12, 36));
+        break;
+    case 8: { // save: a disk with its shutter and label
+        QPainterPath disk;
+        disk.moveTo(8, 8);
+        disk.lineTo(34, 8);
+        disk.lineTo(40, 14);
+        disk.lineTo(40, 40);
+        disk.lineTo(8, 40);
+        disk.closeSubpath();
+        p.drawPath(disk);
+        p.drawRect(QRectF(15, 8, 16, 10));
+        p.drawRect(QRectF(14, 26, 20, 14));
+        break;
+    }
+    case 9: { // new: a page with a folded corner
+        QPainterPath page;
+        page.moveTo(10, 6);
+        page.lineTo(28, 6);
+        page.lineTo(38, 16);
+        page.lineTo(38, 42);
+        page.lineTo(10, 42);
+        page.closeSubpath();
+        p.drawPath(page);
+        p.drawPolyline(QPolygonF({QPointF(28, 6), QPointF(28, 16), QPointF(38, 16)}));
+        break;
+    }
+    default: { // change colour: three paint spots
+        p.setPen(Qt::NoPen);
+        const QColor spots[3] = {QColor(220, 40, 40), QColor(40, 160, 60), QColor(40, 80, 220)};
+        const QPointF centres[3] = {QPointF(16, 18), QPointF(32, 18), QPointF(24, 32)};
+        for (int i = 0; i < 3; ++i) {
+            p.setBrush(spots[i]);
+            p.drawEllipse(centres[i], 10, 10);
+        }
+        break;
+    }
+    }
+    return QIcon(pixmap);
+}
+
+} // namespace curvix::app
