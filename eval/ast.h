@@ -37,8 +37,9 @@ const char* functionName(Function function);
 // The function's value; NaN or an infinity outside its domain, never a trap.
 double applyFunction(Function function, double value);
 
-// One node of a parsed formula. The tree keeps the formula exactly as written: no folding,
-// pi stays pi, "log" stays a call of Log10 with its own spelling in text.
+// One node of a parsed formula. The tree keeps the formula as written: no folding, pi stays
+// pi, "log" stays a call of Log10 with its own spelling in text. Parentheses and a unary
+// plus leave no node of their own.
 struct Node {
     enum class Kind {
         Number,   // value, text holds the digits as typed
