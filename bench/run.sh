@@ -18,7 +18,11 @@ build_target() {
   else
     cmake -S "$root" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=Release >/dev/null
   fi
-  cmake --build "$build" --target "$1" >/dev/null
+  local log
+  if ! log="$(cmake --build "$build" --target "$1" 2>&1)"; then
+    echo "$log" >&2
+    exit 1
+  fi
 }
 
 [ $# -ge 1 ] || usage
