@@ -102,7 +102,11 @@ public:
         case u'^': return {Token::Type::Caret, start, 1};
         case u'(': return {Token::Type::LParen, start, 1};
         case u')': return {Token::Type::RParen, start, 1};
-        default: return fail(Code::UnexpectedChar, start, 1);
+        default:
+            // A character outside the basic plane is two code units; name it whole.
+            if (c.isHighSurrogate() && pos_ < n && text_[pos_].isLowSurrogate())
+                ++pos_;
+            return fail(Code::UnexpectedChar, start, pos_ - start);
         }
     }
 
@@ -119,6 +123,27 @@ private:
     int pos_ = 0;
     int nameEnd_ = -1; // where the last name token ended, to catch "x3"
 };
+
+// What went wrong, naming the piece of text (detail) where there is one.
+QString problem(Code code, const QString& detail)
+{
+    switch (code) {
+    case Code::UnexpectedEnd: return QStringLiteral("Unexpected end of formula");
+    case Code::UnexpectedChar: return QStringLiteral("Unexpected character '%1'").arg(detail);
+    case Code::UnknownName: return QStringLiteral("Unknown name '%1'").arg(detail);
+    case Code::MissingParen: return QStringLiteral("Missing ')' for '('");
+    case Code::ExtraParen: return QStringLiteral("Missing '(' for ')'");
+    case Code::BadNumber: return QStringLiteral("Invalid number '%1'").arg(detail);
+    case Code::NumberAfterName:
+        return QStringLiteral("A number cannot follow the name '%1'").arg(detail);
+    case Code::MissingArgument:
+        return QStringLiteral("Missing '(' after the function '%1'").arg(detail);
+    case Code::UnexpectedToken: return detail; // the caller says what was unexpected
+    case Code::None:
+    case Code::Empty: break;
+    }
+    return {};
+}
 
 struct Parsed {
     Node node;
@@ -162,26 +187,10 @@ private:
         if (error_.code != Code::None)
             return std::nullopt;
         error_ = {code, start + 1, length};
-        const QString at = QStringLiteral(" at position %1").arg(start + 1);
-        switch (code) {
-        case Code::None: break;
-        case Code::Empty: message_ = QStringLiteral("The formula is empty"); break;
-        case Code::UnexpectedEnd: message_ = QStringLiteral("Unexpected end of formula") + at; break;
-        case Code::UnexpectedChar:
-            message_ = QStringLiteral("Unexpected character '%1'").arg(detail) + at;
-            break;
-        case Code::UnexpectedToken: message_ = detail + at; break;
-        case Code::UnknownName: message_ = QStringLiteral("Unknown name '%1'").arg(detail) + at; break;
-        case Code::MissingParen: message_ = QStringLiteral("Missing ')' for '('") + at; break;
-        case Code::ExtraParen: message_ = QStringLiteral("Missing '(' for ')'") + at; break;
-        case Code::BadNumber: message_ = QStringLiteral("Invalid number '%1'").arg(detail) + at; break;
-        case Code::NumberAfterName:
-            message_ = QStringLiteral("A number cannot follow the name '%1'").arg(detail) + at;
-            break;
-        case Code::MissingArgument:
-            message_ = QStringLiteral("Missing '(' after the function '%1'").arg(detail) + at;
-            break;
-        }
+        if (code == Code::Empty)
+            message_ = QStringLiteral("The formula is empty");
+        else
+            message_ = problem(code, detail) + QStringLiteral(" at position %1").arg(start + 1);
         return std::nullopt;
     }
 

@@ -296,11 +296,15 @@ void TestEval::errorMessages_data()
     QTest::newRow("unknown") << "2*xsin(x)" << "Unknown name 'xsin' at position 3";
     QTest::newRow("paren") << "2*x(x+1" << "Missing ')' for '(' at position 4";
     QTest::newRow("end") << "2*x+" << "Unexpected end of formula at position 5";
-    QTest::newRow("number after name") << "x3.14" << "A number cannot follow the name 'x' at position 2";
+    QTest::newRow("number after name")
+        << "x3.14" << "A number cannot follow the name 'x' at position 2";
     QTest::newRow("bad number") << "1.2.3" << "Invalid number '1.2.3' at position 1";
     QTest::newRow("extra paren") << "x+1)" << "Missing '(' for ')' at position 4";
     QTest::newRow("argument") << "sin x" << "Missing '(' after the function 'sin' at position 1";
     QTest::newRow("character") << "x%2" << "Unexpected character '%' at position 2";
+    QTest::newRow("wide character")
+        << QString::fromUtf8("x+\U0001D465")
+        << QString::fromUtf8("Unexpected character '\U0001D465' at position 3");
     QTest::newRow("operator") << "x+/2" << "Unexpected '/' at position 3";
 }
 
@@ -767,7 +771,8 @@ void TestEval::tangentLineText()
     QCOMPARE(line.text, inLocale(text));
     QCOMPARE(line.variable, QStringLiteral("x"));
     QCOMPARE(line.slope, slope);
-    QCOMPARE(TangentLineText(evaluator, "f(x)", x0, expression, step, QLocale(QLocale::Swedish)).text,
+    const QLocale swedish(QLocale::Swedish);
+    QCOMPARE(TangentLineText(evaluator, "f(x)", x0, expression, step, swedish).text,
              QString(text).replace(u'.', u','));
 
     // The line passes one step above the curve's (rounded) value at x0.
