@@ -737,19 +737,16 @@ double Program::evaluate(std::span<const double> variables) const
 {
     if (constant_)
         return value_;
-    std::vector<double> padded;
-    if (int(variables.size()) < variableCount_) {
-        padded.assign(variables.begin(), variables.end());
-        padded.resize(variableCount_, kNaN);
-        variables = padded;
-    }
     constexpr int kLocalSlots = 16;
-    if (slots_ <= kLocalSlots) {
+    if (slots_ <= kLocalSlots && int(variables.size()) >= variableCount_) {
         double r[kLocalSlots];
         return run(variables.data(), r);
     }
+    // Rare: many slots, or variables that were never given (they read as NaN).
+    std::vector<double> known(variables.begin(), variables.end());
+    known.resize(std::max<std::size_t>(known.size(), std::size_t(variableCount_)), kNaN);
     std::vector<double> r(slots_);
-    return run(variables.data(), r.data());
+    return run(known.data(), r.data());
 }
 
 void Program::evaluateBatch(std::span<const double> variables, int variable,
