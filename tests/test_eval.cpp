@@ -363,6 +363,12 @@ void TestEval::compiledMatchesTreeAndBatchMatchesPointwise_data()
           "x^2*3-x^3/4", "x^4-3x^2+2x+7", "(x^2-x)*2", "-(x^3+x)", "x^3-x^2-x^2", "x^2+x^5",
           "x^6*2-x+1", "3-x^5"})
         QTest::newRow(text) << QString::fromLatin1(text);
+
+    // Each "cos(x)*(" holds a slot until its ")": more slots than the fast paths keep.
+    QString deep = QStringLiteral("sin(x)");
+    for (int i = 0; i < 20; ++i)
+        deep = QStringLiteral("cos(x+%1)*(%2)").arg(i).arg(deep);
+    QTest::newRow("many slots") << deep;
 }
 
 void TestEval::compiledMatchesTreeAndBatchMatchesPointwise()
