@@ -1,17 +1,26 @@
 #include "app/frmgraph.h"
 
+#include "app/fraction_input.h"
 #include "app/frmsettings.h"
 #include "app/function_box.h"
+#include "app/pi_line_edit.h"
+#include "app/plot_frame.h"
 #include "app/plot_widget.h"
+#include "app/token_pad.h"
 #include "app/tool_icons.h"
+#include "eval/formula.h"
+#include "eval/numtext.h"
 #include "model/graph_list.h"
 #include "model/strings.h"
 #include "output/picture_file.h"
 #include "output/settings_store.h"
 #include "plot/colors.h"
 #include "plot/coordinates.h"
+#include "plot/angles.h"
+#include "plot/range_rows.h"
 #include "plot/render.h"
 
+#include <QActionGroup>
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
@@ -24,6 +33,9 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QRegularExpression>
+#include <QShortcut>
+#include <QTimer>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
@@ -61,14 +73,16 @@ frmgraph::frmgraph(model::Prompter& prompter, QWidget* parent)
     createMenus();
     loadCaptions();
     connectHandlers();
+    createKeyboardShortcuts();
 
-    plot::FillRangeRow(Text4, m_state.presetDecimalX);
-    plot::FillRangeRow(Text6, m_state.presetDecimalY);
+    loadRows(m_state.presetDecimalX, m_state.presetDecimalY);
     Option1[1]->setChecked(true);
     Check1->setChecked(false);
     Check2->setChecked(true);
     Check3->setChecked(true);
     Check4->setChecked(true);
+    set_triginputcontrols(false);
+    applyRangeRows();
 
     m_state.savedPlotWidth = Picture1->width();
     m_state.savedPlotHeight = Picture1->height();
@@ -88,67 +102,21 @@ void frmgraph::createWidgets()
     Text5 = named(new QLineEdit(QStringLiteral("f(x)")), QStringLiteral("Text5"));
     Text5->setMaxLength(4);
     Text5->setFixedWidth(Text5->fontMetrics().horizontalAdvance(QStringLiteral("f(x)==")) + 12);
+    Text5->installEventFilter(this);
     imgcombfunc = named(new FunctionBox, QStringLiteral("imgcombfunc"));
     Command1 = named(new QPushButton, QStringLiteral("Command1_0"));
-    Command1->setDefault(false);
     Command1->setAutoDefault(false);
-    auto* equals = new QLabel(QStringLiteral("="));
     entryRow->addWidget(Text5);
-    entryRow->addWidget(equals);
+    entryRow->addWidget(new QLabel(QStringLiteral("=")));
     entryRow->addWidget(imgcombfunc, 1);
     entryRow->addWidget(Command1);
     outer->addLayout(entryRow);
 
     auto* body = new QHBoxLayout;
     Picture1 = named(new PlotWidget, QStringLiteral("Picture1"));
-    body->addWidget(Picture1, 1);
-
-    auto* side = new QVBoxLayout;
-    auto* ranges = new QGroupBox(LoadResString(2019));
-    auto* grid = new QGridLayout(ranges);
-    const int headers[4] = {2020, 2021, 2022, 2023};
-    for (int c = 0; c < 4; ++c) {
-        auto* header = new QLabel(LoadResString(headers[c]));
-        header->setAlignment(Qt::AlignCenter);
-        grid->addWidget(header, 0, c + 1);
-    }
-    grid->addWidget(new QLabel(QStringLiteral("x")), 1, 0);
-    grid->addWidget(new QLabel(QStringLiteral("y")), 2, 0);
-    for (int c = 0; c < 4; ++c) {
-        Text4[c] = named(new QLineEdit, QStringLiteral("Text4_%1").arg(c));
-        Text6[c] = named(new QLineEdit, QStringLiteral("Text6_%1").arg(c));
-        for (QLineEdit* box : {Text4[c], Text6[c]}) {
-            box->setFixedWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("-0000.0")) + 10);
-            box->setAlignment(Qt::AlignRight);
-        }
-        grid->addWidget(Text4[c], 1, c + 1);
-        grid->addWidget(Text6[c], 2, c + 1);
-    }
-    side->addWidget(ranges);
-
-    auto* angle = new QGroupBox(LoadResString(2015));
-    auto* angleLayout = new QVBoxLayout(angle);
-    for (int i = 0; i < 3; ++i) {
-        Option1[i] = named(new QRadioButton, QStringLiteral("Option1_%1").arg(i));
-        angleLayout->addWidget(Option1[i]);
-    }
-    Check1 = named(new QCheckBox, QStringLiteral("Check1"));
-    angleLayout->addWidget(Check1);
-    side->addWidget(angle);
-
-    auto* drawing = new QHBoxLayout;
-    Check2 = named(new QCheckBox(QStringLiteral("Rutnät")), QStringLiteral("Check2"));
-    Check3 = named(new QCheckBox(QStringLiteral("X")), QStringLiteral("Check3"));
-    Check4 = named(new QCheckBox(QStringLiteral("Y")), QStringLiteral("Check4"));
-    Check3->setToolTip(LoadResString(2024));
-    Check4->setToolTip(LoadResString(2025));
-    drawing->addWidget(Check2);
-    drawing->addWidget(Check3);
-    drawing->addWidget(Check4);
-    drawing->addStretch();
-    side->addLayout(drawing);
-    side->addStretch();
-    body->addLayout(side);
+    m_plotFrame = new PlotFrame(Picture1);
+    body->addWidget(m_plotFrame, 1);
+    body->addWidget(createEntryPanel());
     outer->addLayout(body, 1);
     setCentralWidget(central);
 
@@ -167,6 +135,84 @@ void frmgraph::createWidgets()
         statusPanels[i] = named(new QLabel, QStringLiteral("StatusBar1_%1").arg(i + 1));
         statusBar()->addWidget(statusPanels[i], i == 4 ? 1 : 0);
     }
+}
+
+QWidget* frmgraph::createEntryPanel()
+{
+    auto* panel = new QWidget;
+    auto* side = new QVBoxLayout(panel);
+    side->setContentsMargins(0, 0, 0, 0);
+
+    auto* ranges = new QGroupBox(LoadResString(2019));
+    auto* grid = new QGridLayout(ranges);
+    const int headers[4] = {2020, 2021, 2022, 2023};
+    for (int c = 0; c < 4; ++c) {
+        auto* header = new QLabel(LoadResString(headers[c]));
+        header->setAlignment(Qt::AlignCenter);
+        grid->addWidget(header, 0, c + 1);
+    }
+    grid->addWidget(new QLabel(QStringLiteral("x")), 1, 0);
+    grid->addWidget(new QLabel(QStringLiteral("y")), 2, 0);
+    for (int c = 0; c < 4; ++c) {
+        Text4[c] = named(new PiLineEdit, QStringLiteral("Text4_%1").arg(c));
+        Text6[c] = named(new PiLineEdit, QStringLiteral("Text6_%1").arg(c));
+        Text4[c]->setRule(plot::acceptsRangeText);
+        Text6[c]->setRule(plot::acceptsStepText);
+        for (PiLineEdit* box : {Text4[c], Text6[c]}) {
+            box->setFixedWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("-0000.0")) + 10);
+            box->setAlignment(Qt::AlignRight);
+            box->setContextMenuPolicy(Qt::CustomContextMenu);
+        }
+        grid->addWidget(Text4[c], 1, c + 1);
+        grid->addWidget(Text6[c], 2, c + 1);
+    }
+    // In the fraction form these stand in for the x row's minimum, maximum and step.
+    for (int c = 0; c < 3; ++c) {
+        fracinput[c] = named(new FractionInput, QStringLiteral("fracinput_%1").arg(c));
+        grid->addWidget(fracinput[c], 1, c + 1);
+    }
+    side->addWidget(ranges);
+
+    auto* angle = new QGroupBox(LoadResString(2015));
+    auto* angleLayout = new QVBoxLayout(angle);
+    for (int i = 0; i < 3; ++i) {
+        Option1[i] = named(new QRadioButton, QStringLiteral("Option1_%1").arg(i));
+        angleLayout->addWidget(Option1[i]);
+    }
+    Check1 = named(new QCheckBox, QStringLiteral("Check1"));
+    angleLayout->addWidget(Check1);
+    side->addWidget(angle);
+
+    auto* drawing = new QHBoxLayout;
+    Check2 = named(new QCheckBox(QStringLiteral("Rutnät")), QStringLiteral("Check2"));
+    Check3 = named(new QCheckBox(QStringLiteral("X")), QStringLiteral("Check3"));
+    Check4 = named(new QCheckBox(QStringLiteral("Y")), QStringLiteral("Check4"));
+    drawing->addWidget(Check2);
+    drawing->addWidget(Check3);
+    drawing->addWidget(Check4);
+    drawing->addStretch();
+    side->addLayout(drawing);
+
+    auto* labelRow = new QHBoxLayout;
+    Text2 = named(new QLineEdit, QStringLiteral("Text2"));
+    labelRow->addWidget(new QLabel(LoadResString(2026)));
+    labelRow->addWidget(Text2, 1);
+    side->addLayout(labelRow);
+
+    auto* pad = new QGridLayout;
+    pad->setSpacing(2);
+    for (std::size_t i = 0; i < cmdtoken.size(); ++i) {
+        cmdtoken[i] = named(new QToolButton, QStringLiteral("cmdtoken_%1").arg(i));
+        // The keys never take the focus, so that they type into the box that had it.
+        cmdtoken[i]->setFocusPolicy(Qt::NoFocus);
+        cmdtoken[i]->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        cmdtoken[i]->setText(QLatin1String(kTokens[i].caption));
+        pad->addWidget(cmdtoken[i], kTokenPlaces[i][0], kTokenPlaces[i][1]);
+    }
+    cmdtoken[kPiToken]->setText(QString(QChar(0x03C0)));
+    side->addLayout(pad);
+    side->addStretch();
+    return panel;
 }
 
 void frmgraph::createMenus()
@@ -216,6 +262,18 @@ void frmgraph::createMenus()
     mnufontsize = action(mnusettings, "mnufontsize");
     mnucoord = action(mnusettings, "mnucoord");
 
+    // The number form of the exact trigonometric scale, offered on the range boxes.
+    mnupop2 = new QMenu(this);
+    mnupop2->setObjectName(QStringLiteral("mnupop2"));
+    mnupop21 = action(mnupop2, "mnupop21");
+    mnupop22 = action(mnupop2, "mnupop22");
+    auto* form = new QActionGroup(this);
+    for (QAction* a : {mnupop21, mnupop22}) {
+        a->setCheckable(true);
+        form->addAction(a);
+    }
+    mnupop21->setChecked(true);
+
     mnuhelp = menuBar()->addMenu(QString());
     mnucont = action(mnuhelp, "mnucont");
     mnusearch = action(mnuhelp, "mnusearch");
@@ -231,8 +289,8 @@ void frmgraph::createMenus()
 
     // Commands that arrive with later parts of the program stay visible but disabled.
     for (QAction* later :
-         {mnunew, mnuprint, mnucopy, mnuzoomin, mnuzoominc, mnuzoombeg, mnutangent, mnutrace,
-          mnuderivative, mnuprimitive, mnudelete, mnufill, mnuvertical, menuhoriz, mnucolgrid,
+         {mnuprint, mnucopy, mnuzoomin, mnuzoominc, mnuzoombeg, mnutangent, mnutrace,
+          mnuderivative, mnuprimitive, mnufill, mnuvertical, menuhoriz, mnucolgrid,
           mnucolaxis, mnucolfunc, mnucolwind, mnucolfill, mnufontsize, mnucont, mnusearch,
           mnuabout})
         later->setEnabled(false);
@@ -243,6 +301,8 @@ void frmgraph::loadCaptions()
 {
     setWindowTitle(LoadResString(1));
     Command1->setText(LoadResString(710));
+    Check3->setToolTip(LoadResString(2024));
+    Check4->setToolTip(LoadResString(2025));
     Option1[0]->setText(LoadResString(452));
     Option1[1]->setText(LoadResString(453));
     Option1[2]->setText(LoadResString(454));
@@ -286,6 +346,8 @@ void frmgraph::loadCaptions()
     mnucont->setText(LoadResString(2008));
     mnusearch->setText(LoadResString(2009));
     mnuabout->setText(LoadResString(2010));
+    mnupop21->setText(LoadResString(472));
+    mnupop22->setText(LoadResString(473));
 
     const int tips[11] = {429, 491, 492, 484, 475, 486, 485, 469, 428, 426, 474};
     for (std::size_t i = 0; i < Command5.size(); ++i) {
@@ -302,8 +364,40 @@ void frmgraph::connectHandlers()
             [this] { imgcombfunc_KeyPress(model::kEnterKey); });
     for (QCheckBox* box : {Check2, Check3, Check4})
         connect(box, &QCheckBox::clicked, this, &frmgraph::checkBoxClicked);
+    connect(Check1, &QCheckBox::clicked, this, &frmgraph::Check1_Click);
+    for (int i = 0; i < 3; ++i)
+        connect(Option1[i], &QRadioButton::clicked, this, [this, i] { Option1_Click(i); });
+    for (int i = 0; i < int(cmdtoken.size()); ++i)
+        connect(cmdtoken[i], &QToolButton::clicked, this, [this, i] { cmdtoken_Click(i); });
     connect(Picture1, &PlotWidget::resized, this, &frmgraph::frmPicture1_Resize);
+    connect(qApp, &QApplication::focusChanged, this,
+            [this](QWidget*, QWidget* now) { focusChanged(now); });
 
+    // Enter in a range box shows the new range at once.
+    auto applyAndRedraw = [this] {
+        if (applyRangeRows()) {
+            m_state.documentChanged = true;
+            frmPicture1_Resize();
+        }
+    };
+    for (PiLineEdit* box : Text4) {
+        connect(box, &QLineEdit::returnPressed, this, applyAndRedraw);
+        connect(box, &QWidget::customContextMenuRequested, this,
+                [this, box](QPoint at) { mnupop2->popup(box->mapToGlobal(at)); });
+    }
+    for (PiLineEdit* box : Text6) {
+        connect(box, &QLineEdit::returnPressed, this, applyAndRedraw);
+        connect(box, &QWidget::customContextMenuRequested, this,
+                [this, box](QPoint at) { mnupop2->popup(box->mapToGlobal(at)); });
+    }
+    for (FractionInput* fraction : fracinput)
+        for (auto field : {FractionInput::Whole, FractionInput::Numerator, FractionInput::Denominator})
+            connect(fraction->field(field), &QLineEdit::returnPressed, this, applyAndRedraw);
+
+    connect(mnunew, &QAction::triggered, this, &frmgraph::mnunew_Click);
+    connect(mnudelete, &QAction::triggered, this, &frmgraph::mnupop1_Click);
+    connect(mnupop21, &QAction::triggered, this, &frmgraph::mnupop21_Click);
+    connect(mnupop22, &QAction::triggered, this, &frmgraph::mnupop22_Click);
     connect(mnusaveas, &QAction::triggered, this, [this] { saveAs(); });
     connect(mnuexit, &QAction::triggered, this, &QWidget::close);
     connect(mnucoord, &QAction::triggered, this, &frmgraph::openSettings);
@@ -327,6 +421,28 @@ void frmgraph::connectHandlers()
     }
 }
 
+void frmgraph::createKeyboardShortcuts()
+{
+    auto shortcut = [this](QKeyCombination keys, auto&& action) {
+        auto* s = new QShortcut(QKeySequence(keys), this);
+        connect(s, &QShortcut::activated, this, action);
+    };
+    shortcut(Qt::ALT | Qt::Key_F, [this] { imgcombfunc->setFocus(); });
+    shortcut(Qt::ALT | Qt::Key_X, [this] { Text4[0]->setFocus(); });
+    shortcut(Qt::ALT | Qt::Key_T, [this] { Text2->setFocus(); });
+    shortcut(Qt::ALT | Qt::Key_I, [this] {
+        if (Check1->isEnabled())
+            Check1_Click();
+    });
+    shortcut(Qt::ALT | Qt::Key_U, [this] { checkBoxClicked(); });
+    // The plot area is resized from its lower right corner.
+    const int step = 10;
+    shortcut(Qt::SHIFT | Qt::Key_Left, [this] { m_plotFrame->resizePlotBy(-step, 0); });
+    shortcut(Qt::SHIFT | Qt::Key_Right, [this] { m_plotFrame->resizePlotBy(step, 0); });
+    shortcut(Qt::SHIFT | Qt::Key_Up, [this] { m_plotFrame->resizePlotBy(0, -step); });
+    shortcut(Qt::SHIFT | Qt::Key_Down, [this] { m_plotFrame->resizePlotBy(0, step); });
+}
+
 void frmgraph::frmPicture1_Resize()
 {
     QImage& image = Picture1->image();
@@ -340,28 +456,167 @@ void frmgraph::frmPicture1_Resize()
     options.arrows = Check3->isChecked();
     options.tickLabels = Check4->isChecked();
     options.exactTrig = Check1->isChecked();
+    options.fractionForm = mnupop22->isChecked();
     options.font = Picture1->font();
     plot::frmPicture1_Resize(m_state, image, options,
                              [this](const QString& text) { m_prompter.message(text); });
+    ++m_redraws;
     Picture1->update();
 }
 
 void frmgraph::imgcombfunc_KeyPress(int keyCode)
 {
+    const bool viewChanged = keyCode == model::kEnterKey && applyRangeRows();
     const model::AddResult result =
         model::addFunction(m_state, m_prompter, imgcombfunc->currentText(), Text5->text(), keyCode);
     if (result == model::AddResult::Added)
         showFunctionItems();
+    const bool drawn = result == model::AddResult::Added || result == model::AddResult::Duplicate;
     // The drawn text stays for editing, selected so that typing starts the next function.
-    if (result == model::AddResult::Added || result == model::AddResult::Duplicate)
+    if (drawn)
         imgcombfunc->lineEdit()->selectAll();
-    if (result == model::AddResult::Added || result == model::AddResult::Duplicate)
+    if (viewChanged)
+        m_state.documentChanged = true;
+    if (drawn || viewChanged)
         frmPicture1_Resize();
 }
 
 void frmgraph::showFunctionItems()
 {
-    imgcombfunc->setItems(m_state.functionItems);
+    std::vector<QColor> colors;
+    for (const model::FunctionItem& item : m_state.functionItems) {
+        const int k = model::findGraphByText(m_state, item.text);
+        colors.push_back(plot::colorFromValue(k >= 0 ? m_state.graphs[k].color : m_state.functionColor));
+    }
+    imgcombfunc->setItems(m_state.functionItems, colors);
+}
+
+void frmgraph::focusChanged(QWidget* now)
+{
+    // Any other text box of the window becomes the target too, one the keys do not type in.
+    if (qobject_cast<QLineEdit*>(now) && isAncestorOf(now))
+        m_activeTarget = now;
+    for (QWidget* w = now; w; w = w->parentWidget()) {
+        const bool target = w == imgcombfunc || w == Text2 ||
+                            std::find(Text4.begin(), Text4.end(), w) != Text4.end() ||
+                            std::find(fracinput.begin(), fracinput.end(), w) != fracinput.end();
+        if (target) {
+            m_activeTarget = w;
+            return;
+        }
+        if (w == this)
+            return;
+    }
+}
+
+void frmgraph::cmdtoken_Click(int index)
+{
+    QLineEdit* box = imgcombfunc->lineEdit();
+    auto appendTo = [](QLineEdit* edit, const QString& text) {
+        edit->setText(edit->text() + text);
+        edit->setCursorPosition(int(edit->text().size()));
+        edit->setFocus();
+    };
+    if (index == kClearToken) {
+        box->clear();
+        box->setFocus();
+        return;
+    }
+    if (index == kPiToken) {
+        if (m_activeTarget == imgcombfunc)
+            appendTo(box, QString(eval::kPiChar));
+        else if (m_activeTarget == Text2)
+            appendTo(Text2, QString(eval::kPiChar));
+        for (PiLineEdit* range : Text4)
+            if (m_activeTarget == range && !range->storedText().endsWith(QLatin1Char('p')))
+                range->append(QStringLiteral("p"));
+        for (FractionInput* fraction : fracinput) {
+            if (m_activeTarget != fraction)
+                continue;
+            PiLineEdit* field = fraction->field(fraction->activeField() == FractionInput::Whole
+                                                    ? FractionInput::Whole
+                                                    : FractionInput::Numerator);
+            if (!field->storedText().endsWith(QLatin1Char('p')))
+                field->append(QStringLiteral("p"));
+        }
+        return;
+    }
+    if (m_activeTarget != imgcombfunc)
+        return;
+    const QString text = index == kVariableToken ? cmdtoken[kVariableToken]->text()
+                                                 : QLatin1String(kTokens[index].inserted);
+    appendTo(box, text);
+}
+
+bool frmgraph::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == Text5 && event->type() == QEvent::FocusOut)
+        Text5_Validate();
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void frmgraph::Text5_Validate()
+{
+    static const QRegularExpression label(QStringLiteral("^([a-z]\\([a-z]\\)|[a-z])$"));
+    if (!label.match(Text5->text()).hasMatch()) {
+        showStatus(LoadResString(2027).arg(Text5->text()));
+        // The box keeps the focus until it holds a label.
+        QTimer::singleShot(0, Text5, [this] { Text5->setFocus(); });
+        return;
+    }
+    m_acceptedLabel = Text5->text();
+    const QString letter = eval::VariableNameFromLabel(m_acceptedLabel);
+    cmdtoken[kVariableToken]->setText(letter.isEmpty() ? QStringLiteral("x") : letter);
+    showStatus(QString());
+}
+
+void frmgraph::loadRows(const model::RangePreset& x, const model::RangePreset& y)
+{
+    plot::FillRangeRow(Text4, x);
+    plot::FillRangeRow(Text6, y);
+}
+
+void frmgraph::set_triginputcontrols(bool fractions)
+{
+    for (int i = 0; i < 3; ++i) {
+        Text4[i]->setVisible(!fractions);
+        fracinput[i]->setVisible(fractions);
+    }
+    if (fractions) {
+        fracinput[0]->setTexts(QStringLiteral("-3p"), QStringLiteral("0"), QStringLiteral("1"));
+        fracinput[1]->setTexts(QStringLiteral("3p"), QStringLiteral("0"), QStringLiteral("1"));
+        fracinput[2]->setTexts(QStringLiteral("0"), QStringLiteral("p"), QStringLiteral("2"));
+    }
+}
+
+bool frmgraph::applyRangeRows()
+{
+    plot::RangeRow x;
+    plot::RangeRow y;
+    const bool fractions = fracinput[0]->isVisibleTo(this);
+    for (int i = 0; i < 4; ++i) {
+        x[i] = Text4[i]->storedText();
+        y[i] = Text6[i]->storedText();
+    }
+    for (int i = 0; fractions && i < 3; ++i) {
+        const std::optional<double> value = fracinput[i]->value();
+        x[i] = value ? eval::roundTripText(*value) : QStringLiteral("?");
+    }
+    const plot::ViewReading reading = plot::readViewWindow(x, y);
+    if (!reading.view) {
+        showStatus(reading.problem);
+        return false;
+    }
+    showStatus(QString());
+    if (*reading.view == m_state.view)
+        return false;
+    m_state.view = *reading.view;
+    return true;
+}
+
+void frmgraph::showStatus(const QString& text)
+{
+    statusPanels[4]->setText(text);
 }
 
 void frmgraph::checkBoxClicked()
@@ -369,6 +624,129 @@ void frmgraph::checkBoxClicked()
     if (m_state.settingUp)
         return;
     frmPicture1_Resize();
+}
+
+void frmgraph::Option1_Click(int index)
+{
+    if (m_state.settingUp)
+        return;
+    using model::AngleUnit;
+    const AngleUnit from = m_state.angleUnit;
+    const AngleUnit to = index == 0 ? AngleUnit::Degrees
+                         : index == 1 ? AngleUnit::Radians
+                                      : AngleUnit::Gradians;
+    m_state.angleUnit = to;
+    if (to == AngleUnit::Radians) {
+        Check1->setEnabled(true);
+        loadRows(m_state.presetRadiansX, m_state.presetRadiansY);
+    } else {
+        if (Check1->isChecked()) {
+            Check1->setChecked(false);
+            set_triginputcontrols(false);
+        }
+        Check1->setEnabled(false);
+        if (to == AngleUnit::Degrees)
+            loadRows(m_state.presetDegreesX, m_state.presetDegreesY);
+        else
+            loadRows(m_state.presetGradiansX, m_state.presetGradiansY);
+    }
+    if (plot::convertMarks(m_state, from, to))
+        m_state.documentChanged = true;
+    if (applyRangeRows())
+        m_state.documentChanged = true;
+    frmPicture1_Resize();
+}
+
+void frmgraph::Check1_Click()
+{
+    if (Check1->isChecked()) {
+        if (mnupop22->isChecked())
+            set_triginputcontrols(true);
+        else
+            loadRows(m_state.presetRadiansX, m_state.presetRadiansY);
+        // Offer the number form right where the box was ticked.
+        if (isVisible())
+            mnupop2->popup(Check1->mapToGlobal(QPoint(0, Check1->height())));
+    } else {
+        set_triginputcontrols(false);
+        loadRows(m_state.presetDecimalX, m_state.presetDecimalY);
+    }
+    if (applyRangeRows())
+        m_state.documentChanged = true;
+    frmPicture1_Resize();
+}
+
+void frmgraph::mnupop21_Click()
+{
+    mnupop21->setChecked(true);
+    if (Check1->isChecked()) {
+        set_triginputcontrols(false);
+        loadRows(m_state.presetRadiansX, m_state.presetRadiansY);
+        applyRangeRows();
+    }
+    frmPicture1_Resize();
+}
+
+void frmgraph::mnupop22_Click()
+{
+    mnupop22->setChecked(true);
+    const QStringList wholes{"-3p", "-2p", "-p", "-0", "0", "p", "2p", "3p"};
+    const QStringList numerators{"0", "p", "2p", "3p", "5p"};
+    const QStringList denominators{"1", "2", "3", "4", "6"};
+    for (FractionInput* fraction : fracinput)
+        fraction->setAllowedValues(wholes, numerators, denominators);
+    if (Check1->isChecked()) {
+        set_triginputcontrols(true);
+        applyRangeRows();
+    }
+    frmPicture1_Resize();
+}
+
+void frmgraph::mnunew_Click()
+{
+    if (m_state.documentChanged) {
+        switch (m_prompter.ask(LoadResString(620), model::Prompter::Buttons::YesNoCancel)) {
+        case model::Prompter::Button::Cancel:
+            return;
+        case model::Prompter::Button::Yes:
+            if (!saveAs())
+                return;
+            break;
+        default:
+            break;
+        }
+    }
+    model::clearDrawing(m_state); // also raises the set-up flag
+    imgcombfunc->setItems({}, {});
+    imgcombfunc->setEditText(QString());
+
+    set_triginputcontrols(false);
+    loadRows(m_state.presetDecimalX, m_state.presetDecimalY);
+    applyRangeRows();
+    Check1->setChecked(false);
+    Check1->setEnabled(true);
+    Option1[1]->setChecked(true);
+    Check2->setChecked(true);
+    Check3->setChecked(true);
+    Check4->setChecked(true);
+    m_plotFrame->fillFrame();
+    m_state.view = m_state.startView;
+    frmPicture1_Resize();
+}
+
+void frmgraph::mnupop1_Click()
+{
+    const QString text = imgcombfunc->currentText();
+    const int selected = imgcombfunc->currentIndex();
+    const int position = selected >= 0 && imgcombfunc->itemText(selected) == text
+                             ? selected + 1
+                             : model::findItemByText(m_state, text);
+    if (!model::deleteFunctionItem(m_state, position))
+        return;
+    showFunctionItems();
+    imgcombfunc->setEditText(QString());
+    frmPicture1_Resize();
+    cmdtoken_Click(kClearToken);
 }
 
 void frmgraph::openSettings()

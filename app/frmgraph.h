@@ -18,7 +18,10 @@ class QToolButton;
 
 namespace curvix::app {
 
+class FractionInput;
 class FunctionBox;
+class PiLineEdit;
+class PlotFrame;
 class PlotWidget;
 class frmsettings;
 
@@ -38,18 +41,38 @@ public:
     void frmPicture1_Resize();
     // The function box's key handler: Enter adds the typed function.
     void imgcombfunc_KeyPress(int keyCode);
+    void cmdtoken_Click(int index);
+    void Option1_Click(int index);
+    void Check1_Click();
+    void mnunew_Click();
+    void mnupop1_Click();
+    void mnupop21_Click();
+    void mnupop22_Click();
+    // How many full redraws have run: lets tests see that a click redrew nothing.
+    int redrawCount() const { return m_redraws; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void createWidgets();
+    QWidget* createEntryPanel();
     void createMenus();
     void loadCaptions();
     void connectHandlers();
+    void createKeyboardShortcuts();
     void showFunctionItems();
     void checkBoxClicked();
     void openSettings();
+    void focusChanged(QWidget* now);
+    void Text5_Validate();
+    // Reads the range rows into the view; a refusal is shown in the status bar and the
+    // last good view stays. Returns whether the view changed.
+    bool applyRangeRows();
+    void loadRows(const model::RangePreset& x, const model::RangePreset& y);
+    void set_triginputcontrols(bool fractions);
+    void showStatus(const QString& text);
     // Save As; false when the user cancelled or the file could not be written.
     bool saveAs();
 
@@ -57,10 +80,17 @@ private:
     model::Prompter& m_prompter;
 
     QLineEdit* Text5 = nullptr;
+    QLineEdit* Text2 = nullptr;
     FunctionBox* imgcombfunc = nullptr;
     QPushButton* Command1 = nullptr;
-    std::array<QLineEdit*, 4> Text4{};
-    std::array<QLineEdit*, 4> Text6{};
+    std::array<PiLineEdit*, 4> Text4{};
+    std::array<PiLineEdit*, 4> Text6{};
+    std::array<FractionInput*, 3> fracinput{};
+    std::array<QToolButton*, 32> cmdtoken{};
+    // The text widget that last had the focus; the keypad types into it.
+    QWidget* m_activeTarget = nullptr;
+    QString m_acceptedLabel = QStringLiteral("f(x)");
+    int m_redraws = 0;
     std::array<QRadioButton*, 3> Option1{};
     QCheckBox* Check1 = nullptr;
     QCheckBox* Check2 = nullptr;
@@ -69,6 +99,7 @@ private:
     std::array<QToolButton*, 11> Command5{};
     std::array<QLabel*, 5> statusPanels{};
     PlotWidget* Picture1 = nullptr;
+    PlotFrame* m_plotFrame = nullptr;
     frmsettings* m_settings = nullptr;
 
     QMenu* mnufile = nullptr;
@@ -79,6 +110,9 @@ private:
     QMenu* mnucolor = nullptr;
     QMenu* mnuhelp = nullptr;
     QMenu* mnuzoomout = nullptr;
+    QMenu* mnupop2 = nullptr;
+    QAction* mnupop21 = nullptr;
+    QAction* mnupop22 = nullptr;
     QAction* mnunew = nullptr;
     QAction* mnusaveas = nullptr;
     QAction* mnuprint = nullptr;

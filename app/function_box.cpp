@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPixmap>
 #include <QStyledItemDelegate>
 
 namespace curvix::app {
@@ -41,6 +42,14 @@ private:
 
 FunctionBox::FunctionBox(QWidget* parent) : QComboBox(parent)
 {
+    // Typing the pi sign gives the character that stands for pi in formulas.
+    connect(this, &QComboBox::editTextChanged, this, [this](const QString& text) {
+        if (!text.contains(QChar(0x03C0)))
+            return;
+        const int caret = lineEdit()->cursorPosition();
+        lineEdit()->setText(QString(text).replace(QChar(0x03C0), QChar(0x00B6)));
+        lineEdit()->setCursorPosition(caret);
+    });
     setEditable(true);
     setInsertPolicy(QComboBox::NoInsert);
     setItemDelegate(new IndentDelegate(this));
@@ -48,14 +57,17 @@ FunctionBox::FunctionBox(QWidget* parent) : QComboBox(parent)
     setMinimumContentsLength(24);
 }
 
-void FunctionBox::setItems(const std::vector<model::FunctionItem>& items)
+void FunctionBox::setItems(const std::vector<model::FunctionItem>& items,
+                           const std::vector<QColor>& colors)
 {
     const QString edited = currentText();
     const QSignalBlocker blocker(this);
     clear();
-    for (const model::FunctionItem& item : items) {
-        addItem(item.text);
-        setItemData(count() - 1, item.indent, kIndentRole);
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        QPixmap swatch(12, 12);
+        swatch.fill(i < colors.size() ? colors[i] : QColor(Qt::black));
+        addItem(QIcon(swatch), items[i].text);
+        setItemData(count() - 1, items[i].indent, kIndentRole);
     }
     setCurrentIndex(-1);
     setEditText(edited);

@@ -15,8 +15,9 @@ class FunctionBox : public QComboBox {
 public:
     explicit FunctionBox(QWidget* parent = nullptr);
 
-    // Shows these items; the text being edited stays as it is.
-    void setItems(const std::vector<model::FunctionItem>& items);
+    // Shows these items, each with a swatch of its curve's colour; the text being edited
+    // stays as it is.
+    void setItems(const std::vector<model::FunctionItem>& items, const std::vector<QColor>& colors);
     int indentAt(int row) const;
 
 signals:

@@ -59,7 +59,7 @@ QIcon toolIcon(int index, const QColor& ink)
         p.drawPath(parabola);
         p.drawLine(QPointF(4, 42), QPointF(44, 22));
         break;
-    case 5: glyph(p, QStringLiteral("f\u2032"), 30); break;
+    case 5: glyph(p, QStringLiteral("f'"), 30); break;
     case 6: glyph(p, QStringLiteral("\u222B"), 36); break;
     case 7: // delete
         p.drawLine(QPointF(12, 12), QPointF(36, 36));

@@ -162,6 +162,38 @@ void removeGraphAt(AppState& state, int k)
     state.documentChanged = true;
 }
 
+bool deleteFunctionItem(AppState& state, int position)
+{
+    auto& items = state.functionItems;
+    if (position < 1 || position > static_cast<int>(items.size()))
+        return false;
+    const std::size_t at = static_cast<std::size_t>(position - 1);
+    const FunctionItem item = items[at];
+    for (std::size_t i = at + 1; i < items.size() && items[i].indent > item.indent; ++i)
+        --items[i].indent;
+    items.erase(items.begin() + static_cast<std::ptrdiff_t>(at));
+    removeGraphAt(state, findGraphByText(state, item.text));
+    if (items.empty())
+        state.listVariable.clear();
+    return true;
+}
+
+void clearDrawing(AppState& state)
+{
+    std::vector<GraphEntry>().swap(state.graphs);
+    state.graphCount = 0;
+    state.functionItems.clear();
+    state.listVariable.clear();
+    state.verticalLines.clear();
+    state.horizontalLines.clear();
+    state.fills.clear();
+    state.pendingDerivativeOf = -1;
+    state.pendingPrimitiveOf = -1;
+    state.angleUnit = AngleUnit::Radians;
+    state.settingUp = true;
+    state.documentChanged = false;
+}
+
 int findGraphByText(const AppState& state, const QString& text)
 {
     for (std::size_t k = 0; k < state.graphs.size(); ++k) {

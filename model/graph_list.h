@@ -25,6 +25,15 @@ AddResult addFunction(AppState& state, Prompter& prompter, const QString& text,
 // at k are cleared; links to later entries keep their old numbers after the shift.
 void removeGraphAt(AppState& state, int k);
 
+// Deletes the drop-down item at a 1-based position and the entry of the same text. The
+// items indented under it move up one level; the last item gone frees the variable.
+// Returns false (and changes nothing) when there is no such item.
+bool deleteFunctionItem(AppState& state, int position);
+
+// Empties the drawing for a new one: the list, its items, the variable, the guide lines
+// and the fills. Raises the set-up flag and lowers the document-changed flag.
+void clearDrawing(AppState& state);
+
 // Index of the first entry whose text equals text exactly, -1 when none.
 int findGraphByText(const AppState& state, const QString& text);
 bool graphExists(const AppState& state, const QString& text);

@@ -51,6 +51,8 @@ private slots:
     void removingKeepsStaleLinks_data();
     void removingKeepsStaleLinks();
     void lookups();
+    void deletingAnItemLiftsItsChildren_data();
+    void deletingAnItemLiftsItsChildren();
     void stringTableHoldsTheProgramTexts_data();
     void stringTableHoldsTheProgramTexts();
 };
@@ -282,6 +284,24 @@ void TestModel::removingKeepsStaleLinks()
 
 void TestModel::lookups()
 {
+    {
+        // Deleting the last item frees the variable; New empties everything.
+        AppState state;
+        ScriptedPrompter prompter;
+        addFunction(state, prompter, QStringLiteral("t"), QStringLiteral("f(t)"));
+        QVERIFY(deleteFunctionItem(state, 1));
+        QVERIFY(state.listVariable.isEmpty());
+        addFunction(state, prompter, QStringLiteral("x"), QStringLiteral("f(x)"));
+        state.fills.push_back({});
+        state.verticalLines.push_back(1);
+        clearDrawing(state);
+        QVERIFY(state.graphs.empty() && state.functionItems.empty() && state.fills.empty() &&
+                state.verticalLines.empty() && state.listVariable.isEmpty());
+        QCOMPARE(int(state.graphCount), 0);
+        QVERIFY(state.settingUp);
+        QVERIFY(!state.documentChanged);
+    }
+
     AppState state;
     ScriptedPrompter prompter;
     QCOMPARE(findGraphByText(state, QStringLiteral("x")), -1);
@@ -292,6 +312,41 @@ void TestModel::lookups()
     QCOMPARE(findItemByText(state, QStringLiteral("X")), -1);
     QVERIFY(graphExists(state, QStringLiteral("x")));
     QVERIFY(!graphExists(state, QStringLiteral("x ")));
+}
+
+void TestModel::deletingAnItemLiftsItsChildren_data()
+{
+    QTest::addColumn<int>("position");
+    QTest::addColumn<QString>("expectedTree");
+    QTest::addColumn<QStringList>("expectedEntries");
+    // The tree: f, its derivative and second derivative, and an unrelated function.
+    QTest::newRow("source: the chain moves up") << 1 << "0:3x^2 1:6x 0:x" << QStringList{"3x^2", "6x", "x"};
+    QTest::newRow("middle: only deeper items move") << 2 << "0:x^3 1:6x 0:x" << QStringList{"x^3", "6x", "x"};
+    QTest::newRow("leaf") << 3 << "0:x^3 1:3x^2 0:x" << QStringList{"x^3", "3x^2", "x"};
+    QTest::newRow("unrelated last item") << 4 << "0:x^3 1:3x^2 2:6x" << QStringList{"x^3", "3x^2", "6x"};
+    QTest::newRow("no such item") << 0 << "0:x^3 1:3x^2 2:6x 0:x" << QStringList{"x^3", "3x^2", "6x", "x"};
+    QTest::newRow("past the end") << 5 << "0:x^3 1:3x^2 2:6x 0:x" << QStringList{"x^3", "3x^2", "6x", "x"};
+}
+
+void TestModel::deletingAnItemLiftsItsChildren()
+{
+    QFETCH(int, position);
+    QFETCH(QString, expectedTree);
+    QFETCH(QStringList, expectedEntries);
+    AppState state;
+    state.derivativeCheck = [](const QString&, const QString&) { return true; };
+    ScriptedPrompter prompter;
+    addFunction(state, prompter, QStringLiteral("x^3"), QStringLiteral("f(x)"));
+    state.pendingDerivativeOf = 0;
+    addFunction(state, prompter, QStringLiteral("3x^2"), QStringLiteral("f(x)"));
+    state.pendingDerivativeOf = 1;
+    addFunction(state, prompter, QStringLiteral("6x"), QStringLiteral("f(x)"));
+    addFunction(state, prompter, QStringLiteral("x"), QStringLiteral("f(x)"));
+
+    QCOMPARE(deleteFunctionItem(state, position), position >= 1 && position <= 4);
+    QCOMPARE(itemTree(state), expectedTree);
+    QCOMPARE(entryTexts(state), expectedEntries);
+    QCOMPARE(state.listVariable, QStringLiteral("x"));
 }
 
 void TestModel::stringTableHoldsTheProgramTexts_data()

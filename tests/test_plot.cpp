@@ -1,5 +1,7 @@
+#include "plot/angles.h"
 #include "plot/colors.h"
 #include "plot/coordinates.h"
+#include "plot/range_rows.h"
 
 #include <QTest>
 
@@ -19,6 +21,13 @@ private slots:
     void colourValues_data();
     void colourValues();
     void systemColoursComeFromThePalette();
+    void convertAngle_data();
+    void convertAngle();
+    void marksFollowTheAngleUnit();
+    void rangeBoxesTakeTexts_data();
+    void rangeBoxesTakeTexts();
+    void rowsBecomeAView_data();
+    void rowsBecomeAView();
 };
 
 void TestPlot::defaultsComeFromTheStringTable()
@@ -138,6 +147,122 @@ void TestPlot::systemColoursComeFromThePalette()
     palette.setColor(QPalette::Button, QColor(4, 5, 6));
     QCOMPARE(plot::colorFromValue(0x80000010u, palette), QColor(1, 2, 3));
     QCOMPARE(plot::colorFromValue(0x8000000Fu, palette), QColor(4, 5, 6));
+}
+
+void TestPlot::convertAngle_data()
+{
+    QTest::addColumn<double>("value");
+    QTest::addColumn<int>("conversion");
+    QTest::addColumn<double>("expected");
+    QTest::newRow("rad to deg, whole degrees") << 1.5708 << 1 << 90.0;
+    QTest::newRow("deg to rad, two decimals") << 90.0 << 2 << 1.57;
+    QTest::newRow("deg to grad") << 90.0 << 3 << 100.0;
+    QTest::newRow("grad to deg") << 50.0 << 4 << 45.0;
+    QTest::newRow("rad to grad") << 3.14159265358979 << 5 << 200.0;
+    QTest::newRow("grad to rad") << 100.0 << 6 << 1.57;
+    QTest::newRow("half to even, down") << 6.5 << 4 << 6.0;   // 5.85 → 6
+    QTest::newRow("ties to even at .5") << 2.5 * 400 / 360 << 4 << 2.0;
+    QTest::newRow("other case unchanged") << 1.2345 << 7 << 1.2345;
+    QTest::newRow("negative") << -1.5708 << 1 << -90.0;
+}
+
+void TestPlot::convertAngle()
+{
+    QFETCH(double, value);
+    QFETCH(int, conversion);
+    QFETCH(double, expected);
+    QCOMPARE(plot::convertAngle(value, conversion), expected);
+}
+
+void TestPlot::marksFollowTheAngleUnit()
+{
+    using U = model::AngleUnit;
+    model::AppState state;
+    QVERIFY(!plot::convertMarks(state, U::Radians, U::Degrees)); // empty list
+    state.graphs.resize(2);
+    state.graphs[1].marks.push_back({QStringLiteral("x"), 1.5708, 0, {}});
+    QVERIFY(!plot::convertMarks(state, U::Degrees, U::Degrees)); // unit unchanged
+    QCOMPARE(state.graphs[1].marks[0].x, 1.5708);
+    QVERIFY(plot::convertMarks(state, U::Radians, U::Degrees));
+    QCOMPARE(state.graphs[1].marks[0].x, 90.0);
+    QVERIFY(plot::convertMarks(state, U::Degrees, U::Radians));
+    QCOMPARE(state.graphs[1].marks[0].x, 1.57);
+    QCOMPARE(plot::angleConversionCase(U::Gradians, U::Radians), 6);
+}
+
+void TestPlot::rangeBoxesTakeTexts_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("xRow");
+    QTest::addColumn<bool>("yRow");
+    QTest::newRow("empty") << "" << true << true;
+    QTest::newRow("number") << "-2.5" << true << true;
+    QTest::newRow("decimal comma") << "2,5" << true << true;
+    QTest::newRow("sign being typed") << "-" << true << true;
+    QTest::newRow("pi") << "p" << true << false;
+    QTest::newRow("minus pi") << "-p" << true << false;
+    QTest::newRow("multiple of pi") << "2p" << true << false;
+    QTest::newRow("pi twice") << "pp" << false << false;
+    QTest::newRow("pi in the middle") << "2p3" << false << false;
+    QTest::newRow("letters") << "abc" << false << false;
+    QTest::newRow("exponent") << "1e5" << false << false;
+}
+
+void TestPlot::rangeBoxesTakeTexts()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, xRow);
+    QFETCH(bool, yRow);
+    QCOMPARE(plot::acceptsRangeText(text), xRow);
+    QCOMPARE(plot::acceptsStepText(text), yRow);
+}
+
+void TestPlot::rowsBecomeAView_data()
+{
+    QTest::addColumn<plot::RangeRow>("x");
+    QTest::addColumn<plot::RangeRow>("y");
+    QTest::addColumn<bool>("valid");
+    QTest::addColumn<QString>("problemMentions");
+
+    const plot::RangeRow decimal{"-5", "5", "1", "1"};
+    QTest::newRow("decimal") << decimal << decimal << true << "";
+    QTest::newRow("pi preset") << plot::RangeRow{"-3p", "3p", "0.5p", "1"}
+                               << plot::RangeRow{"-3", "3", "1", "1"} << true << "";
+    QTest::newRow("min above max") << plot::RangeRow{"5", "-5", "1", "1"} << decimal << false
+                                   << "x minimum";
+    QTest::newRow("min equals max") << decimal << plot::RangeRow{"2", "2", "1", "1"} << false
+                                    << "y minimum";
+    QTest::newRow("zero step with ticks") << plot::RangeRow{"-5", "5", "0", "1"} << decimal
+                                          << false << "x step";
+    QTest::newRow("zero step without ticks") << plot::RangeRow{"-5", "5", "0", "0"} << decimal
+                                             << true << "";
+    QTest::newRow("negative step") << decimal << plot::RangeRow{"-5", "5", "-1", "2"} << false
+                                   << "y step";
+    QTest::newRow("half typed") << plot::RangeRow{"-", "5", "1", "1"} << decimal << false
+                                << "x minimum";
+    QTest::newRow("empty") << decimal << plot::RangeRow{"-5", "", "1", "1"} << false
+                           << "y maximum";
+    QTest::newRow("pi on the y row") << decimal << plot::RangeRow{"-p", "p", "1", "1"} << false
+                                     << "y minimum";
+    QTest::newRow("too wide to draw") << plot::RangeRow{"-1e308", "1e308", "1", "1"} << decimal
+                                      << false << "x minimum";
+}
+
+void TestPlot::rowsBecomeAView()
+{
+    QFETCH(plot::RangeRow, x);
+    QFETCH(plot::RangeRow, y);
+    QFETCH(bool, valid);
+    QFETCH(QString, problemMentions);
+    const plot::ViewReading reading = plot::readViewWindow(x, y);
+    QCOMPARE(reading.view.has_value(), valid);
+    if (valid) {
+        QVERIFY(reading.problem.isEmpty());
+        QCOMPARE(reading.view->XMax, *plot::readRangeNumber(x[1]));
+        QCOMPARE(reading.view->YStep, *plot::readRangeNumber(y[2]));
+    } else {
+        QVERIFY2(reading.problem.contains(problemMentions), qPrintable(reading.problem));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestPlot)

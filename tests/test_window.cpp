@@ -1,6 +1,10 @@
+#include "app/fraction_input.h"
 #include "app/frmgraph.h"
 #include "app/function_box.h"
+#include "app/pi_line_edit.h"
 #include "app/plot_widget.h"
+#include "eval/formula.h"
+#include "plot/coordinates.h"
 #include "scripted_prompter.h"
 
 #include <QAction>
@@ -12,6 +16,10 @@
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTemporaryDir>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
 #include <QTest>
 #include <QToolButton>
 
@@ -81,6 +89,20 @@ private slots:
     void closing();
     void settingsWindow_data();
     void settingsWindow();
+    void keypadTypesIntoItsTarget_data();
+    void keypadTypesIntoItsTarget();
+    void angleUnitLoadsPresets_data();
+    void angleUnitLoadsPresets();
+    void angleUnitConvertsMarks();
+    void angleUnitDoesNothingDuringSetUp();
+    void rangeBoxesKeepTheirLastGoodText();
+    void aBadRangeKeepsTheLastGoodView();
+    void exactTrigOffersDecimalsOrFractions();
+    void labelBoxMustHoldALabel();
+    void newAsksFirst_data();
+    void newAsksFirst();
+    void deletingFunctions();
+    void shiftArrowsResizeThePlot();
 };
 
 void TestWindow::initTestCase()
@@ -342,6 +364,372 @@ void TestWindow::settingsWindow()
     QCOMPARE(window.state().arrows, arrows);
     QVERIFY(!window.state().settingUp);
     QTRY_VERIFY(!window.findChild<QWidget*>(QStringLiteral("frmsettings")));
+}
+
+namespace {
+
+// A shown, active window, so that focus and the keypad's target work as for a user.
+struct ShownWindow {
+    ScriptedPrompter prompter;
+    frmgraph window{prompter};
+    ShownWindow()
+    {
+        window.show();
+        window.activateWindow();
+        if (!QTest::qWaitForWindowActive(&window))
+            qWarning("window not active");
+    }
+    template <typename W>
+    W* get(const QString& name) { return child<W>(&window, name); }
+    app::PiLineEdit* box(const char* name) { return get<app::PiLineEdit>(QLatin1String(name)); }
+    QString status() { return get<QLabel>(QStringLiteral("StatusBar1_5"))->text(); }
+    void focus(QWidget* w)
+    {
+        w->setFocus();
+        QCoreApplication::processEvents();
+    }
+    void press(int token)
+    {
+        QTest::mouseClick(get<QToolButton>(QStringLiteral("cmdtoken_%1").arg(token)), Qt::LeftButton);
+    }
+    // A popup menu takes the window's activation; closing it gives it back.
+    void closePopup(QMenu* menu)
+    {
+        menu->close();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+    }
+    // Clicks an angle option on its circle, where a user clicks it.
+    void option(int index)
+    {
+        auto* button = get<QRadioButton>(QStringLiteral("Option1_%1").arg(index));
+        QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(6, button->height() / 2));
+    }
+    QString functionText() { return get<QComboBox>(QStringLiteral("imgcombfunc"))->currentText(); }
+    QStringList row(const char* prefix)
+    {
+        QStringList texts;
+        for (int i = 0; i < 4; ++i)
+            texts << get<app::PiLineEdit>(QStringLiteral("%1_%2").arg(QLatin1String(prefix)).arg(i))->storedText();
+        return texts;
+    }
+};
+
+} // namespace
+
+void TestWindow::keypadTypesIntoItsTarget_data()
+{
+    QTest::addColumn<QString>("target"); // widget to focus first
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QList<int>>("tokens");
+    QTest::addColumn<QString>("functionBox");
+    QTest::addColumn<QString>("targetText"); // stored text of the target afterwards
+
+    const QString pi(QChar(0x00B6));
+    QTest::newRow("log types log10(") << "imgcombfunc" << "" << QList<int>{29} << "log10(" << "";
+    QTest::newRow("pi twice in the function box")
+        << "imgcombfunc" << "2" << QList<int>{16, 16} << "2" + pi + pi << "";
+    QTest::newRow("a formula from keys") << "imgcombfunc" << "" << QList<int>{20, 30, 19, 11, 1}
+                                         << "sqrt(x)+1" << "";
+    QTest::newRow("functions open their parenthesis") << "imgcombfunc" << "" << QList<int>{27, 28, 26}
+                                                      << "Exp(ln(atan(" << "";
+    QTest::newRow("pi twice in a range box is one p")
+        << "Text4_0" << "" << QList<int>{16, 16} << "" << "p";
+    QTest::newRow("pi after a number in a range box") << "Text4_1" << "3" << QList<int>{16} << "" << "3p";
+    QTest::newRow("a digit in a range box does nothing")
+        << "Text4_0" << "-5" << QList<int>{7, 11, 17} << "" << "-5";
+    QTest::newRow("pi on the y row does nothing") << "Text6_0" << "-5" << QList<int>{16} << "" << "-5";
+    QTest::newRow("pi in the label text") << "Text2" << "A" << QList<int>{16, 3} << "" << "A" + pi;
+    QTest::newRow("C clears the function box from anywhere")
+        << "Text4_0" << "-5" << QList<int>{31} << "" << "-5";
+}
+
+void TestWindow::keypadTypesIntoItsTarget()
+{
+    QFETCH(QString, target);
+    QFETCH(QString, before);
+    QFETCH(QList<int>, tokens);
+    QFETCH(QString, functionBox);
+    QFETCH(QString, targetText);
+
+    ShownWindow w;
+    auto* box = w.get<QComboBox>(QStringLiteral("imgcombfunc"));
+    box->setEditText(target == QLatin1String("imgcombfunc") ? before : QStringLiteral("sin(x)"));
+    QWidget* widget = w.get<QWidget>(target);
+    if (auto* range = qobject_cast<app::PiLineEdit*>(widget))
+        range->setText(before);
+    else if (auto* line = qobject_cast<QLineEdit*>(widget))
+        line->setText(before);
+    w.focus(widget);
+    for (int token : tokens)
+        w.press(token);
+
+    if (target == QLatin1String("imgcombfunc")) {
+        QCOMPARE(w.functionText(), functionBox);
+        QVERIFY(box->lineEdit()->hasFocus());
+        QCOMPARE(box->lineEdit()->cursorPosition(), int(functionBox.size()));
+        return;
+    }
+    const bool clears = tokens.contains(31);
+    QCOMPARE(w.functionText(), clears ? QString() : QStringLiteral("sin(x)"));
+    if (auto* range = qobject_cast<app::PiLineEdit*>(widget))
+        QCOMPARE(range->storedText(), targetText);
+    else
+        QCOMPARE(qobject_cast<QLineEdit*>(widget)->text(), targetText);
+}
+
+void TestWindow::angleUnitLoadsPresets_data()
+{
+    QTest::addColumn<int>("option");
+    QTest::addColumn<QStringList>("xRow");
+    QTest::addColumn<QStringList>("yRow");
+    QTest::addColumn<bool>("exactTrigEnabled");
+    const QStringList y{"-3", "3", "1", "1"};
+    QTest::newRow("degrees") << 0 << QStringList{"-180", "180", "90", "1"} << y << false;
+    QTest::newRow("radians") << 1 << QStringList{"-3p", "3p", "0.5p", "1"} << y << true;
+    QTest::newRow("gradians") << 2 << QStringList{"-200", "200", "100", "1"} << y << false;
+}
+
+void TestWindow::angleUnitLoadsPresets()
+{
+    QFETCH(int, option);
+    QFETCH(QStringList, xRow);
+    QFETCH(QStringList, yRow);
+    QFETCH(bool, exactTrigEnabled);
+    ShownWindow w;
+    auto* exact = w.get<QCheckBox>(QStringLiteral("Check1"));
+    exact->click(); // ticked first: a unit without it unticks it
+    auto* menu = w.get<QMenu>(QStringLiteral("mnupop2"));
+    QTRY_VERIFY(menu->isVisible());
+    w.closePopup(menu);
+    w.option(option);
+
+    QCOMPARE(w.row("Text4"), xRow);
+    QCOMPARE(w.row("Text6"), yRow);
+    QCOMPARE(exact->isEnabled(), exactTrigEnabled);
+    QCOMPARE(exact->isChecked(), exactTrigEnabled);
+    // The view follows the rows, pi as its number.
+    QCOMPARE(w.window.state().view.XMax, *plot::readRangeNumber(xRow[1]));
+    // The π of a range box is shown as π and kept as p.
+    QCOMPARE(w.box("Text4_0")->text(), app::piShown(xRow[0]));
+}
+
+void TestWindow::angleUnitConvertsMarks()
+{
+    ShownWindow w;
+    typeFunction(w.window, QStringLiteral("sin(x)"));
+    w.window.state().graphs[0].marks.push_back({QStringLiteral("x"), 1.5708, 1, {}});
+    const double& x = w.window.state().graphs[0].marks[0].x;
+    w.option(0);
+    QCOMPARE(x, 90.0);
+    w.option(0);
+    QCOMPARE(x, 90.0); // the same unit again converts nothing
+    w.option(1);
+    QCOMPARE(x, 1.57);
+}
+
+void TestWindow::angleUnitDoesNothingDuringSetUp()
+{
+    ShownWindow w;
+    w.window.state().settingUp = true;
+    const QStringList before = w.row("Text4");
+    w.option(0);
+    QCOMPARE(w.row("Text4"), before);
+    QVERIFY(w.get<QCheckBox>(QStringLiteral("Check1"))->isEnabled());
+    QCOMPARE(w.window.state().angleUnit, model::AngleUnit::Radians);
+}
+
+void TestWindow::rangeBoxesKeepTheirLastGoodText()
+{
+    ShownWindow w;
+    app::PiLineEdit* max = w.box("Text4_1");
+    max->clear();
+    w.focus(max);
+    QTest::keyClicks(max, QStringLiteral("2xp!p"));
+    QCOMPARE(max->storedText(), QStringLiteral("2p"));
+    QCOMPARE(max->text(), QStringLiteral("2\u03C0"));
+    app::PiLineEdit* yStep = w.box("Text6_2");
+    yStep->clear();
+    w.focus(yStep);
+    QTest::keyClicks(yStep, QStringLiteral("0p,5"));
+    QCOMPARE(yStep->storedText(), QStringLiteral("0,5"));
+    // Typing π itself works as p does.
+    app::PiLineEdit* min = w.box("Text4_0");
+    min->clear();
+    w.focus(min);
+    QTest::keyClicks(min, QStringLiteral("-"));
+    QKeyEvent typedPi(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(QChar(0x03C0)));
+    QApplication::sendEvent(min, &typedPi);
+    QCOMPARE(min->storedText(), QStringLiteral("-p"));
+
+    QTest::keyClick(min, Qt::Key_Return);
+    const model::ViewWindow& view = w.window.state().view;
+    QCOMPARE(view.XMin, -eval::kPiValue);
+    QCOMPARE(view.XMax, 2 * eval::kPiValue);
+    QCOMPARE(view.YStep, 0.5);
+}
+
+void TestWindow::aBadRangeKeepsTheLastGoodView()
+{
+    ShownWindow w;
+    const model::ViewWindow before = w.window.state().view;
+    w.box("Text6_0")->setText(QStringLiteral("7"));
+    typeFunction(w.window, QStringLiteral("x^2"));
+    QCOMPARE(w.window.state().view, before);
+    QVERIFY2(w.status().contains(QStringLiteral("y minimum")), qPrintable(w.status()));
+    QCOMPARE(int(w.window.state().graphCount), 1); // the function is still drawn
+
+    w.box("Text6_0")->setText(QStringLiteral("-7"));
+    QTest::mouseClick(w.get<QPushButton>(QStringLiteral("Command1_0")), Qt::LeftButton);
+    QCOMPARE(w.window.state().view.YMin, -7.0);
+    QVERIFY(w.status().isEmpty());
+}
+
+void TestWindow::exactTrigOffersDecimalsOrFractions()
+{
+    ShownWindow w;
+    auto* exact = w.get<QCheckBox>(QStringLiteral("Check1"));
+    auto* menu = w.get<QMenu>(QStringLiteral("mnupop2"));
+    exact->click();
+    QTRY_VERIFY(menu->isVisible());
+    w.closePopup(menu);
+    QCOMPARE(w.row("Text4"), (QStringList{"-3p", "3p", "0.5p", "1"}));
+
+    w.get<QAction>(QStringLiteral("mnupop22"))->trigger();
+    auto* fraction = w.get<app::FractionInput>(QStringLiteral("fracinput_2"));
+    QVERIFY(fraction->isVisible());
+    QVERIFY(!w.box("Text4_2")->isVisible());
+    QCOMPARE(w.window.state().view.XStep, eval::kPiValue / 2);
+    // The pi key types into the numerator unless the whole part is being edited.
+    fraction->field(app::FractionInput::Numerator)->setText(QStringLiteral("3"));
+    w.focus(fraction->field(app::FractionInput::Numerator));
+    w.press(16);
+    w.press(16);
+    QCOMPARE(fraction->text(app::FractionInput::Numerator), QStringLiteral("3p"));
+    fraction->field(app::FractionInput::Denominator)->setText(QStringLiteral("4"));
+    QTest::keyClick(fraction->field(app::FractionInput::Denominator), Qt::Key_Return);
+    QCOMPARE(w.window.state().view.XStep, 3 * eval::kPiValue / 4);
+
+    exact->click(); // off again: plain decimals, the step boxes back
+    QVERIFY(!fraction->isVisible());
+    QVERIFY(w.box("Text4_2")->isVisible());
+    QCOMPARE(w.row("Text4"), (QStringList{"-5", "5", "1", "1"}));
+}
+
+void TestWindow::labelBoxMustHoldALabel()
+{
+    ShownWindow w;
+    auto* label = w.get<QLineEdit>(QStringLiteral("Text5"));
+    auto* variableKey = w.get<QToolButton>(QStringLiteral("cmdtoken_30"));
+    w.focus(label);
+    label->setText(QStringLiteral("F(x)"));
+    w.focus(w.box("Text4_0"));
+    QTRY_VERIFY(label->hasFocus());
+    QVERIFY(!w.status().isEmpty());
+    QCOMPARE(variableKey->text(), QStringLiteral("x"));
+
+    label->setText(QStringLiteral("g(t)"));
+    w.focus(w.box("Text4_0"));
+    QCOMPARE(variableKey->text(), QStringLiteral("t"));
+    QVERIFY(w.status().isEmpty());
+    label->setText(QStringLiteral("h"));
+    w.focus(label);
+    w.focus(w.box("Text4_0"));
+    QCOMPARE(variableKey->text(), QStringLiteral("x"));
+}
+
+void TestWindow::newAsksFirst_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<bool>("cleared");
+    using B = model::Prompter::Button;
+    QTest::newRow("cancel keeps the functions") << int(B::Cancel) << false;
+    QTest::newRow("no starts anew") << int(B::No) << true;
+}
+
+void TestWindow::newAsksFirst()
+{
+    QFETCH(int, answer);
+    QFETCH(bool, cleared);
+    ShownWindow w;
+    w.prompter.answers.push_back(model::Prompter::Button(answer));
+    typeFunction(w.window, QStringLiteral("x^2"));
+    w.option(0);
+    w.get<QCheckBox>(QStringLiteral("Check2"))->click();
+    const int redraws = w.window.redrawCount();
+
+    w.get<QToolButton>(QStringLiteral("Command5_9"))->click();
+    QCOMPARE(w.prompter.questions, QStringList{QStringLiteral("Save changes?")});
+    QCOMPARE(int(w.window.state().graphCount), cleared ? 0 : 1);
+    QCOMPARE(w.get<QComboBox>(QStringLiteral("imgcombfunc"))->count(), cleared ? 0 : 1);
+    QCOMPARE(w.get<QRadioButton>(QStringLiteral("Option1_1"))->isChecked(), cleared);
+    QCOMPARE(w.get<QCheckBox>(QStringLiteral("Check2"))->isChecked(), cleared);
+    // New redraws once, however many boxes it sets on the way.
+    QCOMPARE(w.window.redrawCount(), redraws + (cleared ? 1 : 0));
+    if (!cleared)
+        return;
+    QCOMPARE(w.row("Text4"), (QStringList{"-5", "5", "1", "1"}));
+    QVERIFY(w.window.state().listVariable.isEmpty());
+    QVERIFY(!w.window.state().documentChanged);
+    QVERIFY(!w.window.state().settingUp);
+    // A new drawing may use another variable.
+    setLabel(w.window, QStringLiteral("f(t)"));
+    typeFunction(w.window, QStringLiteral("t^2"));
+    QCOMPARE(int(w.window.state().graphCount), 1);
+    QCOMPARE(w.prompter.messages, QStringList{});
+}
+
+void TestWindow::deletingFunctions()
+{
+    ShownWindow w;
+    w.window.state().derivativeCheck = [](const QString&, const QString&) { return true; };
+    typeFunction(w.window, QStringLiteral("x^3"));
+    w.window.state().pendingDerivativeOf = 0;
+    typeFunction(w.window, QStringLiteral("3x^2"));
+    auto* box = w.get<app::FunctionBox>(QStringLiteral("imgcombfunc"));
+
+    // Deleting the source leaves its derivative drawn, one level up.
+    box->setEditText(QStringLiteral("x^3"));
+    w.get<QToolButton>(QStringLiteral("Command5_7"))->click();
+    QCOMPARE(int(w.window.state().graphCount), 1);
+    QCOMPARE(w.window.state().graphs[0].text, QStringLiteral("3x^2"));
+    QCOMPARE(box->count(), 1);
+    QCOMPARE(box->indentAt(0), 0);
+    QVERIFY(!w.window.state().graphs[0].points.empty());
+    QCOMPARE(w.functionText(), QString());
+    QVERIFY(box->lineEdit()->hasFocus());
+
+    // A text that is not in the list deletes nothing.
+    box->setEditText(QStringLiteral("x^9"));
+    w.get<QToolButton>(QStringLiteral("Command5_7"))->click();
+    QCOMPARE(int(w.window.state().graphCount), 1);
+
+    // Deleting the last function frees the variable letter.
+    box->setCurrentIndex(0);
+    w.get<QToolButton>(QStringLiteral("Command5_7"))->click();
+    QCOMPARE(int(w.window.state().graphCount), 0);
+    setLabel(w.window, QStringLiteral("f(t)"));
+    typeFunction(w.window, QStringLiteral("t+1"));
+    QCOMPARE(int(w.window.state().graphCount), 1);
+    QVERIFY(w.prompter.messages.isEmpty());
+}
+
+void TestWindow::shiftArrowsResizeThePlot()
+{
+    ShownWindow w;
+    w.focus(w.get<QWidget>(QStringLiteral("Check2")));
+    const QSize full = w.window.plotArea()->size();
+    QTest::keyClick(&w.window, Qt::Key_Left, Qt::ShiftModifier);
+    QTest::keyClick(&w.window, Qt::Key_Up, Qt::ShiftModifier);
+    QTest::keyClick(&w.window, Qt::Key_Up, Qt::ShiftModifier);
+    QCOMPARE(w.window.plotArea()->size(), full - QSize(10, 20));
+    QCOMPARE(w.window.plotArea()->image().size(), w.window.plotArea()->devicePixelSize());
+    QTest::keyClick(&w.window, Qt::Key_Right, Qt::ShiftModifier);
+    QTest::keyClick(&w.window, Qt::Key_Right, Qt::ShiftModifier);
+    QCOMPARE(w.window.plotArea()->width(), full.width()); // never past the frame
+    QTest::keyClick(&w.window, Qt::Key_Up, Qt::ShiftModifier);
+    w.get<QAction>(QStringLiteral("mnunew"))->trigger();
+    QCOMPARE(w.window.plotArea()->size(), full);
 }
 
 QTEST_MAIN(TestWindow)
