@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
 # Builds a benchmark (Release) and runs it, printing its table of ratios.
-#   bench/run.sh eval [Google Benchmark options]
+#   bench/run.sh eval|redraw [Google Benchmark options]
 # The build directory is build/ beside the sources, or $BUILD_DIR.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 build="${BUILD_DIR:-$root/build}"
 
 usage() {
-  echo "usage: bench/run.sh eval [benchmark options]" >&2
+  echo "usage: bench/run.sh eval|redraw [benchmark options]" >&2
   exit 2
 }
 
@@ -36,6 +36,11 @@ case "$what" in
     # slows every method alike.
     "$build/bench/bench_eval" --benchmark_repetitions=10 --benchmark_enable_random_interleaving=true \
       --benchmark_display_aggregates_only=true --benchmark_min_time=0.05 "$@"
+    ;;
+  redraw)
+    build_target bench_redraw
+    "$build/bench/bench_redraw" --benchmark_repetitions=15 --benchmark_display_aggregates_only=true \
+      --benchmark_min_time=0.05 "$@"
     ;;
   *)
     usage

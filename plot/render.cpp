@@ -5,8 +5,10 @@
 #include "plot/flood_fill.h"
 
 #include <QFontMetricsF>
+#include <QStaticText>
 
 #include <array>
+#include <map>
 #include <cmath>
 #include <numeric>
 
@@ -43,7 +45,7 @@ bool tooDense(const MultipleRange& range, double pixels)
     return !range.empty() && range.last - range.first > pixels;
 }
 
-QImage arrowPicture(int number, const QColor& color)
+QImage tintedArrow(int number, const QColor& color)
 {
     QImage picture(QStringLiteral(":/curvix/pictures/arrow%1.png").arg(number));
     picture = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
@@ -52,7 +54,22 @@ QImage arrowPicture(int number, const QColor& color)
     QPainter tint(&picture);
     tint.setCompositionMode(QPainter::CompositionMode_SourceIn);
     tint.fillRect(QRectF(QPointF(0, 0), picture.deviceIndependentSize()), color);
+    tint.end();
     return picture;
+}
+
+// The arrow pictures are decoded and tinted once per colour, not on every redraw.
+const QImage& arrowPicture(int number, const QColor& color)
+{
+    thread_local std::map<std::pair<int, QRgb>, QImage> cache;
+    const auto key = std::make_pair(number, color.rgba());
+    auto it = cache.find(key);
+    if (it == cache.end()) {
+        if (cache.size() > 64)
+            cache.clear();
+        it = cache.emplace(key, tintedArrow(number, color)).first;
+    }
+    return it->second;
 }
 
 void DrawArrows(Surface& surface, const model::ViewWindow& view,
@@ -72,7 +89,7 @@ void DrawArrows(Surface& surface, const model::ViewWindow& view,
     for (const End& end : ends) {
         if (!end.on)
             continue;
-        const QImage picture = arrowPicture(end.picture, color);
+        const QImage& picture = arrowPicture(end.picture, color);
         const QSizeF size = picture.deviceIndependentSize();
         QPointF at;
         switch (end.picture) {
@@ -85,12 +102,29 @@ void DrawArrows(Surface& surface, const model::ViewWindow& view,
     }
 }
 
+// Tick labels repeat from one redraw to the next: each text is laid out once per font.
+const QStaticText& laidOut(const QPainter& painter, const QString& text)
+{
+    thread_local std::map<std::pair<QString, QString>, QStaticText> cache;
+    const auto key = std::make_pair(painter.font().key(), text);
+    auto it = cache.find(key);
+    if (it == cache.end()) {
+        if (cache.size() > 4096)
+            cache.clear();
+        QStaticText label(text);
+        label.setTextFormat(Qt::PlainText);
+        label.setPerformanceHint(QStaticText::AggressiveCaching);
+        label.prepare(QTransform(), painter.font());
+        it = cache.emplace(key, label).first;
+    }
+    return it->second;
+}
+
 // Draws one label with its centre at pixel x and its top at pixel y.
 void drawCentredBelow(QPainter& painter, const QString& text, double x, double top)
 {
-    const QFontMetricsF metrics(painter.font(), painter.device());
-    const double width = metrics.horizontalAdvance(text);
-    painter.drawText(QPointF(x - width / 2, top + metrics.ascent()), text);
+    const QStaticText& label = laidOut(painter, text);
+    painter.drawStaticText(QPointF(x - label.size().width() / 2, top), label);
 }
 
 void drawTickMark(Surface& surface, int axis, double position, double axisAt)
@@ -353,11 +387,9 @@ void DrawDecimalTickLabels(Surface& surface, const model::ViewWindow& view, int 
     const double margin = s.unitsPerPixelY() * metrics.height();
     auto draw = [&](double y) {
         drawTickMark(surface, 1, y, axisAt);
-        const QString text = eval::numberText(y);
-        const double centre = s.toPixel(0, y).y();
-        painter.drawText(QPointF(right - metrics.horizontalAdvance(text),
-                                 centre - metrics.height() / 2 + metrics.ascent()),
-                         text);
+        const QStaticText& label = laidOut(painter, eval::numberText(y));
+        const QSizeF size = label.size();
+        painter.drawStaticText(QPointF(right - size.width(), s.toPixel(0, y).y() - size.height() / 2), label);
     };
     const MultipleRange up = multiplesWithin(interval, std::max(interval, s.bottom() - margin), std::min(view.YMax * 1.05, s.top() + margin));
     const MultipleRange down = multiplesWithin(interval, std::max(view.YMin * 1.05, s.bottom() - margin), std::min(-interval, s.top() + margin));

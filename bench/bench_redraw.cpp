@@ -1,0 +1,126 @@
+// Milliseconds of a full redraw of a 1600x1000 plot with 0, 1, 10 and 50 curves, and its two
+// curve phases apart: evaluating the points and drawing them.
+
+#include "model/graph_list.h"
+#include "plot/render.h"
+
+#include <benchmark/benchmark.h>
+
+#include <QGuiApplication>
+
+#include <cstdio>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace {
+
+using namespace curvix;
+
+const QSize kSize(1600, 1000);
+
+// Curves a class draws: polynomials, trigonometry, roots, poles, exponentials.
+const char* const kFormulas[] = {"sin(x)",      "x^2-3",         "2x^3-x",  "sqrt(x+4)",
+                                 "1/(x-1)",     "3exp(-x^2)",    "ln(x^2+1)", "tan(x)",
+                                 "abs(x)-2",    "cos(2x)+x/3"};
+
+class NullPrompter final : public model::Prompter {
+public:
+    void message(const QString&) override {}
+    Button ask(const QString&, Buttons) override { return Button::Cancel; }
+    std::optional<quint32> chooseColor(const QString&, quint32) override { return {}; }
+    std::optional<QString> inputText(const QString&, const QString&) override { return {}; }
+    QString saveFileName(const QString&, const QString&, const QString&) override { return {}; }
+};
+
+struct Scene {
+    model::AppState state;
+    QImage picture{kSize, QImage::Format_ARGB32_Premultiplied};
+    plot::RedrawOptions options;
+
+    explicit Scene(int curves)
+    {
+        plot::InitPlotDefaults(state);
+        NullPrompter prompter;
+        for (int i = 0; i < curves; ++i) {
+            QString text = QString::fromLatin1(kFormulas[i % 10]);
+            if (i >= 10)
+                text += QStringLiteral("+%1").arg(i / 10);
+            model::addFunction(state, prompter, text, QStringLiteral("f(x)"));
+        }
+        options.font = QGuiApplication::font();
+        plot::frmPicture1_Resize(state, picture, options);
+    }
+};
+
+void fullRedraw(benchmark::State& s)
+{
+    Scene scene(int(s.range(0)));
+    for (auto _ : s) {
+        plot::frmPicture1_Resize(scene.state, scene.picture, scene.options);
+        benchmark::DoNotOptimize(scene.picture.constBits());
+    }
+}
+
+void evaluation(benchmark::State& s)
+{
+    Scene scene(int(s.range(0)));
+    for (auto _ : s)
+        for (model::GraphEntry& entry : scene.state.graphs)
+            plot::ComputeCurvePoints(scene.state, scene.state.view, entry);
+}
+
+void drawingPoints(benchmark::State& s)
+{
+    Scene scene(int(s.range(0)));
+    QPainter painter;
+    plot::Surface surface{scene.picture, painter,
+                          plot::SetPlotScale(QSizeF(kSize), scene.state.view),
+                          plot::SetPlotScale(QSizeF(kSize), scene.state.view)};
+    for (auto _ : s) {
+        for (const model::GraphEntry& entry : scene.state.graphs)
+            plot::DrawCurvePoints(surface, entry.points, Qt::black);
+        benchmark::DoNotOptimize(scene.picture.constBits());
+    }
+}
+
+// Keeps the median of each benchmark's repetitions, by name.
+class MedianReporter : public benchmark::ConsoleReporter {
+public:
+    std::map<std::string, double> medianMs;
+
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        for (const Run& run : runs)
+            if (run.aggregate_name == "median")
+                medianMs[run.run_name.str()] = run.GetAdjustedRealTime() / 1e6;
+        ConsoleReporter::ReportRuns(runs);
+    }
+};
+
+} // namespace
+
+BENCHMARK(fullRedraw)->Arg(0)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
+BENCHMARK(evaluation)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
+BENCHMARK(drawingPoints)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    MedianReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+
+    auto ms = [&](const char* name, int curves) {
+        const auto it = reporter.medianMs.find(std::string(name) + "/" + std::to_string(curves));
+        return it == reporter.medianMs.end() ? -1.0 : it->second;
+    };
+    std::printf("\n%-8s %12s %14s %12s\n", "curves", "redraw ms", "evaluate ms", "draw ms");
+    for (int curves : {0, 1, 10, 50}) {
+        std::printf("%-8d %12.3f %14.3f %12.3f\n", curves, ms("fullRedraw", curves),
+                    curves ? ms("evaluation", curves) : 0.0, curves ? ms("drawingPoints", curves) : 0.0);
+    }
+    std::printf("redraw 10 curves 1600x1000 median ms = %.3f\n", ms("fullRedraw", 10));
+    return 0;
+}
