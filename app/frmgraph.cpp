@@ -3,11 +3,13 @@
 #include "app/fraction_input.h"
 #include "app/frmsettings.h"
 #include "app/function_box.h"
+#include "app/guide_lines_dialog.h"
 #include "app/pi_line_edit.h"
 #include "app/plot_frame.h"
 #include "app/plot_widget.h"
 #include "app/token_pad.h"
 #include "app/tool_icons.h"
+#include "app/zoom_box.h"
 #include "eval/formula.h"
 #include "eval/numtext.h"
 #include "model/graph_list.h"
@@ -19,6 +21,7 @@
 #include "plot/angles.h"
 #include "plot/range_rows.h"
 #include "plot/render.h"
+#include "plot/zoom.h"
 
 #include <QActionGroup>
 #include <QApplication>
@@ -36,6 +39,9 @@
 #include <QRegularExpression>
 #include <QShortcut>
 #include <QTimer>
+
+#include <cmath>
+#include <limits>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
@@ -115,6 +121,7 @@ void frmgraph::createWidgets()
     auto* body = new QHBoxLayout;
     Picture1 = named(new PlotWidget, QStringLiteral("Picture1"));
     m_plotFrame = new PlotFrame(Picture1);
+    piczoombox = new ZoomBoxWidget(Picture1);
     body->addWidget(m_plotFrame, 1);
     body->addWidget(createEntryPanel());
     outer->addLayout(body, 1);
@@ -289,12 +296,9 @@ void frmgraph::createMenus()
 
     // Commands that arrive with later parts of the program stay visible but disabled.
     for (QAction* later :
-         {mnuprint, mnucopy, mnuzoomin, mnuzoominc, mnuzoombeg, mnutangent, mnutrace,
-          mnuderivative, mnuprimitive, mnufill, mnuvertical, menuhoriz, mnucolgrid,
-          mnucolaxis, mnucolfunc, mnucolwind, mnucolfill, mnufontsize, mnucont, mnusearch,
-          mnuabout})
+         {mnuprint, mnucopy, mnutangent, mnutrace, mnuderivative, mnuprimitive, mnucont,
+          mnusearch, mnuabout})
         later->setEnabled(false);
-    mnuzoomout->setEnabled(false);
 }
 
 void frmgraph::loadCaptions()
@@ -321,6 +325,8 @@ void frmgraph::loadCaptions()
     mnucopy->setText(LoadResString(427));
     mnuzoom->setTitle(LoadResString(2003));
     mnuzoomin->setText(LoadResString(491));
+    mnuzoomin->setShortcut(QKeySequence::ZoomIn);
+    mnuzoominc->setShortcut(QKeySequence::ZoomOut);
     mnuzoomout->setTitle(LoadResString(492));
     mnuzoominc->setText(LoadResString(489));
     mnuzoombeg->setText(LoadResString(490));
@@ -394,6 +400,22 @@ void frmgraph::connectHandlers()
         for (auto field : {FractionInput::Whole, FractionInput::Numerator, FractionInput::Denominator})
             connect(fraction->field(field), &QLineEdit::returnPressed, this, applyAndRedraw);
 
+    connect(mnuzoomin, &QAction::triggered, this, &frmgraph::mnuzoomin_Click);
+    connect(mnuzoominc, &QAction::triggered, this, [this] { zoom(1, false); });
+    connect(mnuzoombeg, &QAction::triggered, this, [this] { zoom(1, true); });
+    connect(piczoombox, &ZoomBoxWidget::zoomRequested, this, [this] { zoom(0, false); });
+    connect(piczoombox, &ZoomBoxWidget::cancelled, this, [this] { zoom(-1, false); });
+    connect(Picture1, &PlotWidget::wheelTurned, this, &frmgraph::wheelZoom);
+    connect(mnucolgrid, &QAction::triggered, this, &frmgraph::mnucolgrid_Click);
+    connect(mnucolaxis, &QAction::triggered, this, &frmgraph::mnucolaxis_Click);
+    connect(mnucolfunc, &QAction::triggered, this, &frmgraph::mnucolfunc_Click);
+    connect(mnucolwind, &QAction::triggered, this, &frmgraph::mnucolwind_Click);
+    connect(mnucolfill, &QAction::triggered, this, &frmgraph::mnucolfill_Click);
+    connect(mnufill, &QAction::triggered, this, &frmgraph::mnufill_Click);
+    connect(mnufontsize, &QAction::triggered, this, &frmgraph::mnufontsize_Click);
+    connect(mnuvertical, &QAction::triggered, this, [this] { openGuideLines(1); });
+    connect(menuhoriz, &QAction::triggered, this, [this] { openGuideLines(2); });
+    connect(Picture1, &PlotWidget::rightButtonReleased, this, &frmgraph::Picture1_RightButtonUp);
     connect(mnunew, &QAction::triggered, this, &frmgraph::mnunew_Click);
     connect(mnudelete, &QAction::triggered, this, &frmgraph::mnupop1_Click);
     connect(mnupop21, &QAction::triggered, this, &frmgraph::mnupop21_Click);
@@ -614,6 +636,199 @@ bool frmgraph::applyRangeRows()
     return true;
 }
 
+std::array<QString, 4> frmgraph::rowTexts(const std::array<PiLineEdit*, 4>& row) const
+{
+    std::array<QString, 4> texts;
+    for (int i = 0; i < 4; ++i)
+        texts[i] = row[i]->storedText();
+    return texts;
+}
+
+void frmgraph::mnuzoomin_Click()
+{
+    const plot::ZoomBox box = plot::initialZoomBox(m_state.view);
+    const plot::PlotScale scale = plot::SetPlotScale(QSizeF(Picture1->size()), m_state.view);
+    const QPointF topLeft = scale.toPixel(box.left, box.top);
+    const QPointF bottomRight = scale.toPixel(box.left + box.width, box.top - box.height);
+    piczoombox->setGeometry(QRectF(topLeft, bottomRight).toRect());
+    piczoombox->show();
+    piczoombox->raise();
+    piczoombox->setFocus();
+    frmPicture1_Resize();
+}
+
+int frmgraph::zoom(int mode, bool toBeginning)
+{
+    if (mode == 0) {
+        // The box is read back in world units: its top-left corner and its size.
+        const plot::PlotScale scale = plot::SetPlotScale(QSizeF(Picture1->size()), m_state.view);
+        const QRectF r = piczoombox->geometry();
+        const QPointF topLeft = scale.toWorld(r.topLeft());
+        const plot::ZoomBox box{topLeft.x(), topLeft.y(), r.width() * scale.unitsPerPixelX(),
+                                r.height() * scale.unitsPerPixelY()};
+        std::array<QString, 4> x = rowTexts(Text4);
+        std::array<QString, 4> y = rowTexts(Text6);
+        plot::zoomIn(m_state, box, x, y);
+        set_triginputcontrols(false); // the new range is written in decimals
+        loadRows(x, y);
+        piczoombox->hide();
+        m_state.documentChanged = true;
+        applyRangeRows();
+        frmPicture1_Resize();
+    } else if (mode == 1) {
+        std::array<QString, 4> x = rowTexts(Text4);
+        std::array<QString, 4> y = rowTexts(Text6);
+        if (plot::zoomOut(m_state, toBeginning, x, y)) {
+            set_triginputcontrols(false);
+            loadRows(x, y);
+            m_state.documentChanged = true;
+            frmPicture1_Resize();
+        }
+    } else {
+        piczoombox->hide();
+    }
+    return m_state.zoomCount;
+}
+
+void frmgraph::wheelZoom(double steps, QPointF at)
+{
+    piczoombox->hide();
+    const plot::PlotScale scale = plot::SetPlotScale(QSizeF(Picture1->size()), m_state.view);
+    const QPointF world = scale.toWorld(at);
+    // Each turn is a step of the history, so that stepwise zoom-out undoes it.
+    m_state.zoomHistory.resize(std::size_t(m_state.zoomCount) + 1);
+    m_state.zoomHistory.back() = m_state.view;
+    ++m_state.zoomCount;
+    const model::ViewWindow view = plot::scaledView(m_state.view, std::pow(0.8, steps), world.x(), world.y());
+    auto text = [](double v) { return eval::numberText(v, QLocale(), 7); };
+    std::array<QString, 4> x = rowTexts(Text4);
+    std::array<QString, 4> y = rowTexts(Text6);
+    x[0] = text(view.XMin);
+    x[1] = text(view.XMax);
+    x[2] = text(view.XStep);
+    y[0] = text(view.YMin);
+    y[1] = text(view.YMax);
+    y[2] = text(view.YStep);
+    set_triginputcontrols(false);
+    loadRows(x, y);
+    m_state.documentChanged = true;
+    applyRangeRows();
+    frmPicture1_Resize();
+}
+
+quint32 frmgraph::askColor(bool axisTitle)
+{
+    if (axisTitle)
+        m_colorTitle = LoadResString(461);
+    if (const std::optional<quint32> chosen = m_prompter.chooseColor(m_colorTitle, m_dialogColor))
+        m_dialogColor = *chosen;
+    return m_dialogColor;
+}
+
+void frmgraph::recolorCurves()
+{
+    for (model::GraphEntry& entry : m_state.graphs)
+        entry.color = m_state.functionColor;
+    showFunctionItems();
+}
+
+void frmgraph::mnucolgrid_Click()
+{
+    m_state.gridColor = askColor(false);
+    frmPicture1_Resize();
+}
+
+void frmgraph::mnucolaxis_Click()
+{
+    m_state.axisColor = askColor(true);
+    frmPicture1_Resize();
+}
+
+void frmgraph::mnucolfunc_Click()
+{
+    // The axes follow the function colour, and so does every curve drawn so far.
+    m_state.functionColor = askColor(true);
+    m_state.axisColor = m_state.functionColor;
+    recolorCurves();
+    frmPicture1_Resize();
+}
+
+void frmgraph::mnucolwind_Click()
+{
+    QPalette background = palette();
+    background.setColor(QPalette::Window, plot::colorFromValue(askColor(true)));
+    setPalette(background);
+}
+
+void frmgraph::mnucolfill_Click()
+{
+    m_state.fillColor = askColor(true);
+    frmPicture1_Resize();
+}
+
+void frmgraph::Picture1_RightButtonUp(QPointF at)
+{
+    const plot::PlotScale scale = plot::SetPlotScale(QSizeF(Picture1->size()), m_state.view);
+    m_fillAnchor = scale.toWorld(at);
+    m_fillAnchorSet = true;
+    mnufill->setEnabled(true);
+    if (isVisible())
+        mnutool->popup(Picture1->mapToGlobal(at.toPoint()));
+}
+
+void frmgraph::mnufill_Click()
+{
+    if (m_state.fills.size() >= std::size_t(std::numeric_limits<qint16>::max())) {
+        m_prompter.message(LoadResString(2016));
+        return;
+    }
+    m_state.fills.push_back({m_fillAnchor.x(), m_fillAnchor.y(), m_state.fillColor});
+    recolorCurves();
+    m_state.documentChanged = true;
+    frmPicture1_Resize();
+}
+
+void frmgraph::mnufontsize_Click()
+{
+    const QString prompt = LoadResString(468) + LoadResString(2045);
+    const QString outOfRange = LoadResString(443) + QStringLiteral("max") + QStringLiteral("5") +
+                               QStringLiteral("min") + QStringLiteral("10");
+    for (;;) {
+        const std::optional<QString> answer =
+            m_prompter.inputText(prompt, QString::number(Picture1->font().pointSize()));
+        if (!answer || answer->trimmed().isEmpty())
+            return;
+        const bool numeric =
+            !answer->contains(QLatin1Char('p')) && plot::readRangeNumber(*answer).has_value();
+        const double size = numeric ? plot::readRangeNumber(*answer).value_or(0) : 0;
+        const QString problem = !numeric ? prompt : (size < 5 || size > 10) ? outOfRange : QString();
+        if (!problem.isEmpty()) {
+            if (m_prompter.ask(problem, model::Prompter::Buttons::RetryCancel) ==
+                model::Prompter::Button::Retry)
+                continue;
+            return;
+        }
+        QFont font = Picture1->font();
+        font.setPointSize(int(eval::roundHalfEven(size)));
+        Picture1->setFont(font);
+        frmPicture1_Resize();
+        return;
+    }
+}
+
+void frmgraph::openGuideLines(int mode)
+{
+    const bool vertical = mode == 1;
+    auto* dialog = new GuideLinesDialog(vertical ? m_state.verticalLines : m_state.horizontalLines,
+                                        plainText(vertical ? 478 : 480),
+                                        vertical ? QStringLiteral("x") : QStringLiteral("y"), this);
+    connect(dialog, &GuideLinesDialog::changed, this, [this] {
+        m_state.documentChanged = true;
+        frmPicture1_Resize();
+    });
+    dialog->show();
+}
+
 void frmgraph::showStatus(const QString& text)
 {
     statusPanels[4]->setText(text);
@@ -730,7 +945,7 @@ void frmgraph::mnunew_Click()
     Check3->setChecked(true);
     Check4->setChecked(true);
     m_plotFrame->fillFrame();
-    m_state.view = m_state.startView;
+    zoom(1, true);
     frmPicture1_Resize();
 }
 

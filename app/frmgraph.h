@@ -23,6 +23,7 @@ class FunctionBox;
 class PiLineEdit;
 class PlotFrame;
 class PlotWidget;
+class ZoomBoxWidget;
 class frmsettings;
 
 // The main window: the function box, the range rows, the tool buttons, the menus and the
@@ -48,6 +49,21 @@ public:
     void mnupop1_Click();
     void mnupop21_Click();
     void mnupop22_Click();
+    // Zooms into the box (0), out (1, one step or to the beginning) or puts the box away
+    // (-1); returns the number of saved steps.
+    int zoom(int mode, bool toBeginning);
+    void mnuzoomin_Click();
+    void mnucolgrid_Click();
+    void mnucolaxis_Click();
+    void mnucolfunc_Click();
+    void mnucolwind_Click();
+    void mnucolfill_Click();
+    void mnufill_Click();
+    void mnufontsize_Click();
+    // The right-button release on the plot: remembers where, for the fill, and offers the
+    // tools menu there.
+    void Picture1_RightButtonUp(QPointF at);
+    QPointF fillAnchor() const { return m_fillAnchor; }
     // How many full redraws have run: lets tests see that a click redrew nothing.
     int redrawCount() const { return m_redraws; }
 
@@ -73,6 +89,13 @@ private:
     void loadRows(const model::RangePreset& x, const model::RangePreset& y);
     void set_triginputcontrols(bool fractions);
     void showStatus(const QString& text);
+    std::array<QString, 4> rowTexts(const std::array<PiLineEdit*, 4>& row) const;
+    void wheelZoom(double steps, QPointF at);
+    // The shared colour dialog: opens on the colour chosen last, with the title it was
+    // last given; a cancelled dialog still yields that colour.
+    quint32 askColor(bool axisTitle);
+    void recolorCurves();
+    void openGuideLines(int mode);
     // Save As; false when the user cancelled or the file could not be written.
     bool saveAs();
 
@@ -90,6 +113,10 @@ private:
     // The text widget that last had the focus; the keypad types into it.
     QWidget* m_activeTarget = nullptr;
     QString m_acceptedLabel = QStringLiteral("f(x)");
+    QString m_colorTitle;
+    quint32 m_dialogColor = 0;
+    QPointF m_fillAnchor{0, 0};
+    bool m_fillAnchorSet = false;
     int m_redraws = 0;
     std::array<QRadioButton*, 3> Option1{};
     QCheckBox* Check1 = nullptr;
@@ -100,6 +127,7 @@ private:
     std::array<QLabel*, 5> statusPanels{};
     PlotWidget* Picture1 = nullptr;
     PlotFrame* m_plotFrame = nullptr;
+    ZoomBoxWidget* piczoombox = nullptr;
     frmsettings* m_settings = nullptr;
 
     QMenu* mnufile = nullptr;

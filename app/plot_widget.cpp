@@ -1,7 +1,9 @@
 #include "app/plot_widget.h"
 
 #include <QPainter>
+#include <QMouseEvent>
 #include <QResizeEvent>
+#include <QWheelEvent>
 
 namespace curvix::app {
 
@@ -24,6 +26,21 @@ void PlotWidget::paintEvent(QPaintEvent*)
         painter.fillRect(rect(), Qt::white);
     else
         painter.drawImage(QPointF(0, 0), m_image);
+}
+
+void PlotWidget::wheelEvent(QWheelEvent* event)
+{
+    const double steps = event->angleDelta().y() / 120.0;
+    if (steps != 0)
+        emit wheelTurned(steps, event->position());
+    event->accept();
+}
+
+void PlotWidget::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::RightButton)
+        emit rightButtonReleased(event->position());
+    QWidget::mouseReleaseEvent(event);
 }
 
 void PlotWidget::resizeEvent(QResizeEvent* event)

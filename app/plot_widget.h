@@ -19,10 +19,15 @@ public:
 
 signals:
     void resized();
+    // A turn of the mouse wheel over the plot: steps away from the user zoom in.
+    void wheelTurned(double steps, QPointF at);
+    void rightButtonReleased(QPointF at);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
     QImage m_image;

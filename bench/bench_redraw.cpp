@@ -2,6 +2,8 @@
 // curve phases apart: evaluating the points and drawing them.
 
 #include "model/graph_list.h"
+#include "plot/colors.h"
+#include "plot/flood_fill.h"
 #include "plot/render.h"
 
 #include <benchmark/benchmark.h>
@@ -62,6 +64,29 @@ void fullRedraw(benchmark::State& s)
     }
 }
 
+// Three fills that cover most of the plot: the regions left and right of the y axis and
+// one inside the parabola; each is replayed by every redraw.
+void fills(benchmark::State& s)
+{
+    Scene scene(0);
+    NullPrompter prompter;
+    model::addFunction(scene.state, prompter, QStringLiteral("x^2-4"), QStringLiteral("f(x)"));
+    scene.state.fills = {{-3, 3, 0x0000FF}, {3, -3, 0x00FF00}, {0.5, -1, 0xFF0000}};
+    scene.options.grid = false;
+    plot::frmPicture1_Resize(scene.state, scene.picture, scene.options);
+    const QImage drawn = scene.picture;
+    for (auto _ : s) {
+        s.PauseTiming();
+        scene.picture = drawn.copy();
+        s.ResumeTiming();
+        for (const model::FillPoint& fill : scene.state.fills) {
+            const QPointF seed = plot::SetPlotScale(QSizeF(kSize), scene.state.view).toPixel(fill.x, fill.y);
+            plot::FloodFill(scene.picture, seed.toPoint(), plot::colorFromValue(fill.color), Qt::black);
+        }
+        benchmark::DoNotOptimize(scene.picture.constBits());
+    }
+}
+
 void evaluation(benchmark::State& s)
 {
     Scene scene(int(s.range(0)));
@@ -101,6 +126,7 @@ public:
 } // namespace
 
 BENCHMARK(fullRedraw)->Arg(0)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
+BENCHMARK(fills)->Unit(benchmark::kNanosecond);
 BENCHMARK(evaluation)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
 BENCHMARK(drawingPoints)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
 
@@ -122,5 +148,8 @@ int main(int argc, char** argv)
                     curves ? ms("evaluation", curves) : 0.0, curves ? ms("drawingPoints", curves) : 0.0);
     }
     std::printf("redraw 10 curves 1600x1000 median ms = %.3f\n", ms("fullRedraw", 10));
+    const auto fill = reporter.medianMs.find("fills");
+    std::printf("fill whole plot 1600x1000 median ms = %.3f\n",
+                fill == reporter.medianMs.end() ? -1.0 : fill->second);
     return 0;
 }

@@ -1,5 +1,7 @@
 #include "eval/numtext.h"
 
+#include <algorithm>
+#include <cfenv>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
@@ -7,17 +9,18 @@
 
 namespace curvix::eval {
 
-QString numberText(double value, const QLocale& locale)
+QString numberText(double value, const QLocale& locale, int significantDigits)
 {
     if (!std::isfinite(value))
         return locale.toString(value);
     if (value == 0)
         return QStringLiteral("0"); // also for -0
 
-    // Fifteen significant digits as d.dddddddddddddde±x, then written out without exponent.
+    // The significant digits as d.ddd…e±x, then written out without exponent.
     char buffer[40];
-    const auto [end, ec] =
-        std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::scientific, 14);
+    const int precision = std::clamp(significantDigits, 1, 17) - 1;
+    const auto [end, ec] = std::to_chars(buffer, buffer + sizeof buffer, value,
+                                         std::chars_format::scientific, precision);
     (void)ec;
     const std::string scientific(buffer, end);
     const std::size_t e = scientific.find('e');
@@ -53,6 +56,16 @@ QString numberText(double value, const QLocale& locale)
         text += QLatin1StringView(fraction.data(), qsizetype(fraction.size()));
     }
     return text;
+}
+
+double roundHalfEven(double value, int decimals)
+{
+    const double scale = std::pow(10.0, decimals);
+    const int previous = std::fegetround();
+    std::fesetround(FE_TONEAREST);
+    const double rounded = std::nearbyint(value * scale) / scale;
+    std::fesetround(previous);
+    return rounded;
 }
 
 QString roundTripText(double value)

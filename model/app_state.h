@@ -61,6 +61,9 @@ struct AppState {
 
     ViewWindow view;
     ViewWindow startView;
+    // Earlier views, record 0 the one before the first zoom; zoomCount saved steps.
+    std::vector<ViewWindow> zoomHistory;
+    qint16 zoomCount = 0;
     // The x distance between curve samples; the redraw sets it to a 7000th of the range.
     double sampleStep = static_cast<double>(0.001f);
     AngleUnit angleUnit = AngleUnit::Radians;

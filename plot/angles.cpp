@@ -1,7 +1,6 @@
 #include "plot/angles.h"
 
-#include <cfenv>
-#include <cmath>
+#include "eval/numtext.h"
 
 namespace curvix::plot {
 
@@ -9,16 +8,6 @@ namespace {
 
 // The full turn in radians, as the program has always written it.
 constexpr double kFullTurn = 6.28318530717958;
-
-double roundHalfEven(double value, int decimals)
-{
-    const double scale = std::pow(10.0, decimals);
-    const int previous = std::fegetround();
-    std::fesetround(FE_TONEAREST);
-    const double rounded = std::nearbyint(value * scale) / scale;
-    std::fesetround(previous);
-    return rounded;
-}
 
 } // namespace
 
@@ -37,12 +26,12 @@ int angleConversionCase(model::AngleUnit from, model::AngleUnit to)
 double convertAngle(double value, int conversionCase)
 {
     switch (conversionCase) {
-    case 1: return roundHalfEven(360 / kFullTurn * value, 0);
-    case 2: return roundHalfEven(kFullTurn / 360 * value, 2);
-    case 3: return roundHalfEven(400.0 / 360 * value, 0);
-    case 4: return roundHalfEven(360.0 / 400 * value, 0);
-    case 5: return roundHalfEven(400 / kFullTurn * value, 0);
-    case 6: return roundHalfEven(kFullTurn / 400 * value, 2);
+    case 1: return eval::roundHalfEven(360 / kFullTurn * value, 0);
+    case 2: return eval::roundHalfEven(kFullTurn / 360 * value, 2);
+    case 3: return eval::roundHalfEven(400.0 / 360 * value, 0);
+    case 4: return eval::roundHalfEven(360.0 / 400 * value, 0);
+    case 5: return eval::roundHalfEven(400 / kFullTurn * value, 0);
+    case 6: return eval::roundHalfEven(kFullTurn / 400 * value, 2);
     default: return value;
     }
 }

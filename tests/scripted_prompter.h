@@ -18,6 +18,7 @@ public:
     std::deque<QString> inputs; // a null QString answers Cancel
     std::deque<QString> fileNames;
     QStringList saveDialogs; // "title|folder|filter" of each save dialog shown
+    QStringList colorTitles; // the title of each colour dialog shown
 
     void message(const QString& text) override { messages << text; }
 
@@ -35,6 +36,7 @@ public:
 
     std::optional<quint32> chooseColor(const QString& title, quint32) override
     {
+        colorTitles << title;
         if (colors.empty()) {
             unexpected << title;
             return std::nullopt;

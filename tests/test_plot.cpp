@@ -2,6 +2,7 @@
 #include "plot/colors.h"
 #include "plot/coordinates.h"
 #include "plot/range_rows.h"
+#include "plot/zoom.h"
 
 #include <QTest>
 
@@ -28,6 +29,12 @@ private slots:
     void rangeBoxesTakeTexts();
     void rowsBecomeAView_data();
     void rowsBecomeAView();
+    void zoomedSteps_data();
+    void zoomedSteps();
+    void zoomingInWritesTheBoxIntoTheRows();
+    void zoomingOutWalksTheHistory_data();
+    void zoomingOutWalksTheHistory();
+    void wheelZoomKeepsThePointInPlace();
 };
 
 void TestPlot::defaultsComeFromTheStringTable()
@@ -263,6 +270,101 @@ void TestPlot::rowsBecomeAView()
     } else {
         QVERIFY2(reading.problem.contains(problemMentions), qPrintable(reading.problem));
     }
+}
+
+void TestPlot::zoomedSteps_data()
+{
+    QTest::addColumn<double>("boxWidth"); // over -5..5 with step 1: visible width 12
+    QTest::addColumn<double>("step");
+    QTest::newRow("half the width") << 6.0 << 0.5;
+    QTest::newRow("narrow box gives 0.1") << 0.3 << 0.1;
+    QTest::newRow("exactly 0.05 gives 0.1") << 0.6 << 0.1;
+    QTest::newRow("ties to even: 0.25 → 0.2") << 3.0 << 0.2;
+    QTest::newRow("ties to even: 0.35 → 0.4") << 4.2 << 0.4;
+    QTest::newRow("the whole width") << 12.0 << 1.0;
+    QTest::newRow("no width at all") << 0.0 << 0.1;
+}
+
+void TestPlot::zoomedSteps()
+{
+    QFETCH(double, boxWidth);
+    QFETCH(double, step);
+    QCOMPARE(plot::zoomedStep(boxWidth / 12, 1), step);
+    QCOMPARE(plot::zoomedStep(std::nan(""), 1), 0.1);
+}
+
+void TestPlot::zoomingInWritesTheBoxIntoTheRows()
+{
+    model::AppState state;
+    plot::RangeRow x{"-5", "5", "1", "2"};
+    plot::RangeRow y{"-5", "5", "1", "0"};
+    const plot::ZoomBox box = plot::initialZoomBox(state.view);
+    QCOMPARE(box.left, 0.0);
+    QCOMPARE(box.top, 0.0);
+    QCOMPARE(box.width, 5.0);
+    plot::zoomIn(state, {1.0 / 3, 2, 6, 3}, x, y);
+    const QString point = QLocale().decimalPoint();
+    // Edges in single precision (7 digits), steps as doubles, ticks left alone.
+    QCOMPARE(x, (plot::RangeRow{"0" + point + "3333333", "6" + point + "333333", "0" + point + "5", "2"}));
+    QCOMPARE(y, (plot::RangeRow{"-1", "2", "0" + point + "2", "0"}));
+    QCOMPARE(int(state.zoomCount), 1);
+    QCOMPARE(state.zoomHistory.size(), std::size_t(1));
+    QCOMPARE(state.zoomHistory[0], model::ViewWindow{});
+}
+
+void TestPlot::zoomingOutWalksTheHistory_data()
+{
+    QTest::addColumn<int>("zoomsIn");
+    QTest::addColumn<bool>("toBeginning");
+    QTest::addColumn<int>("restored"); // index of the view restored, -1 for no change
+    QTest::addColumn<int>("countAfter");
+    QTest::newRow("three in, to beginning") << 3 << true << 0 << 0;
+    QTest::newRow("two in, stepwise") << 2 << false << 1 << 1;
+    QTest::newRow("one in, stepwise") << 1 << false << 0 << 0;
+    QTest::newRow("nothing to undo") << 0 << false << -1 << 0;
+    QTest::newRow("nothing to undo, to beginning") << 0 << true << -1 << 0;
+}
+
+void TestPlot::zoomingOutWalksTheHistory()
+{
+    QFETCH(int, zoomsIn);
+    QFETCH(bool, toBeginning);
+    QFETCH(int, restored);
+    QFETCH(int, countAfter);
+    model::AppState state;
+    std::vector<model::ViewWindow> views{state.view};
+    plot::RangeRow x{"-5", "5", "1", "1"}, y = x;
+    for (int i = 0; i < zoomsIn; ++i) {
+        plot::zoomIn(state, plot::initialZoomBox(state.view), x, y);
+        state.view = *plot::readViewWindow(x, y).view; // as the window reads its rows
+        views.push_back(state.view);
+    }
+    const model::ViewWindow before = state.view;
+    QCOMPARE(plot::zoomOut(state, toBeginning, x, y), restored >= 0);
+    QCOMPARE(state.view, restored >= 0 ? views[std::size_t(restored)] : before);
+    QCOMPARE(int(state.zoomCount), countAfter);
+    QCOMPARE(state.zoomHistory.size(), std::size_t(countAfter + (zoomsIn ? 1 : 0)));
+    if (restored >= 0) {
+        QCOMPARE(*plot::readRangeNumber(x[0]), views[std::size_t(restored)].XMin);
+        QCOMPARE(*plot::readRangeNumber(y[2]), views[std::size_t(restored)].YStep);
+    }
+    // A further step back after going to the beginning does nothing.
+    if (toBeginning)
+        QVERIFY(!plot::zoomOut(state, false, x, y));
+}
+
+void TestPlot::wheelZoomKeepsThePointInPlace()
+{
+    const model::ViewWindow view{-5, 5, 1, 1, -4, 6, 1, 1};
+    const model::ViewWindow in = plot::scaledView(view, 0.5, 1, 2);
+    QCOMPARE(in.XMin, -2.0);
+    QCOMPARE(in.XMax, 3.0);
+    QCOMPARE(in.YMin, -1.0);
+    QCOMPARE(in.YMax, 4.0);
+    QCOMPARE(in.XStep, 0.5);
+    QCOMPARE(plot::niceStep(1e-6), 1e-7);
+    QCOMPARE(plot::niceStep(300), 20.0);
+    QCOMPARE(plot::niceStep(70), 5.0);
 }
 
 QTEST_GUILESS_MAIN(TestPlot)

@@ -19,6 +19,8 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QListWidget>
+#include <QWheelEvent>
 #include <QMenu>
 #include <QTest>
 #include <QToolButton>
@@ -103,6 +105,15 @@ private slots:
     void newAsksFirst();
     void deletingFunctions();
     void shiftArrowsResizeThePlot();
+    void zoomBoxZoomsIntoItsQuarter();
+    void escapePutsTheZoomBoxAway();
+    void wheelStepsAreHistory();
+    void colourEntries_data();
+    void colourEntries();
+    void fillAtTheRightClick();
+    void fontSizeDialog_data();
+    void fontSizeDialog();
+    void guideLinesDialog();
 };
 
 void TestWindow::initTestCase()
@@ -367,6 +378,19 @@ void TestWindow::settingsWindow()
 }
 
 namespace {
+
+// Sends wheel turns to the plot as a mouse would.
+struct PlotWidgetAccess {
+    QWidget* plot;
+    explicit PlotWidgetAccess(QWidget* p) : plot(p) {}
+    void wheel(QPointF at, int delta)
+    {
+        QWheelEvent event(at, plot->mapToGlobal(at), QPoint(), QPoint(0, delta), Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(plot, &event);
+    }
+};
+
 
 // A shown, active window, so that focus and the keypad's target work as for a user.
 struct ShownWindow {
@@ -730,6 +754,199 @@ void TestWindow::shiftArrowsResizeThePlot()
     QTest::keyClick(&w.window, Qt::Key_Up, Qt::ShiftModifier);
     w.get<QAction>(QStringLiteral("mnunew"))->trigger();
     QCOMPARE(w.window.plotArea()->size(), full);
+}
+
+void TestWindow::zoomBoxZoomsIntoItsQuarter()
+{
+    ShownWindow w;
+    auto* box = w.get<QWidget>(QStringLiteral("piczoombox"));
+    QVERIFY(!box->isVisible());
+    w.get<QToolButton>(QStringLiteral("Command5_1"))->click();
+    QVERIFY(box->isVisible());
+    QVERIFY(box->hasFocus());
+    QCOMPARE(box->toolTip(), QStringLiteral("Doubleclick to start zoom in"));
+    QTest::mouseDClick(box, Qt::LeftButton, {}, QPoint(5, 5));
+    QVERIFY(!box->isVisible());
+    // The quarter below and right of the centre, to the nearest pixel.
+    const model::ViewWindow& view = w.window.state().view;
+    QVERIFY(std::abs(view.XMin) < 0.05 && std::abs(view.XMax - 5) < 0.05);
+    QVERIFY(std::abs(view.YMin + 5) < 0.05 && std::abs(view.YMax) < 0.05);
+    QCOMPARE(view.XStep, 0.4); // 5/12 of the step, to one decimal
+    QVERIFY(w.window.state().documentChanged);
+
+    // Stepwise back restores the first range, in the rows as well.
+    w.get<QAction>(QStringLiteral("mnuzoominc"))->trigger();
+    QCOMPARE(w.window.state().view, model::ViewWindow{});
+    QCOMPARE(w.row("Text4"), (QStringList{"-5", "5", "1", "1"}));
+}
+
+void TestWindow::escapePutsTheZoomBoxAway()
+{
+    ShownWindow w;
+    w.get<QAction>(QStringLiteral("mnuzoomin"))->trigger();
+    auto* box = w.get<QWidget>(QStringLiteral("piczoombox"));
+    QTest::keyClick(box, Qt::Key_Escape);
+    QVERIFY(!box->isVisible());
+    QCOMPARE(w.window.state().view, model::ViewWindow{});
+    QCOMPARE(int(w.window.state().zoomCount), 0);
+}
+
+void TestWindow::wheelStepsAreHistory()
+{
+    ShownWindow w;
+    PlotWidgetAccess plot(w.window.plotArea());
+    const QPointF centre(w.window.plotArea()->width() / 2.0, w.window.plotArea()->height() / 2.0);
+    plot.wheel(centre, 120);
+    plot.wheel(centre, 120);
+    QCOMPARE(int(w.window.state().zoomCount), 2);
+    QVERIFY(w.window.state().view.XMax - w.window.state().view.XMin < 7);
+    w.get<QAction>(QStringLiteral("mnuzoombeg"))->trigger();
+    QCOMPARE(w.window.state().view, model::ViewWindow{});
+    QCOMPARE(int(w.window.state().zoomCount), 0);
+}
+
+void TestWindow::colourEntries_data()
+{
+    QTest::addColumn<QStringList>("entries");       // menu items in order
+    QTest::addColumn<QList<int>>("answers");        // colour per dialog, -1 = cancel
+    QTest::addColumn<QStringList>("titles");        // title each dialog showed
+    QTest::addColumn<QList<quint32>>("colours");    // grid, axis, function, fill after
+    QTest::addColumn<quint32>("curveColour");
+
+    const quint32 shadow = 0x80000010;
+    QTest::newRow("grid first: no title")
+        << QStringList{"mnucolgrid"} << QList<int>{0x0000FF} << QStringList{""}
+        << QList<quint32>{0x0000FF, 0, 0, 0} << 0u;
+    QTest::newRow("axis, then the grid keeps the title")
+        << QStringList{"mnucolaxis", "mnucolgrid"} << QList<int>{0x00FF00, 0x0000FF}
+        << QStringList{"Axis", "Axis"} << QList<quint32>{0x0000FF, 0x00FF00, 0, 0} << 0u;
+    QTest::newRow("function colour goes to the axes and every curve")
+        << QStringList{"mnucolfunc"} << QList<int>{0xFF0000} << QStringList{"Axis"}
+        << QList<quint32>{shadow, 0xFF0000, 0xFF0000, 0} << 0xFF0000u;
+    QTest::newRow("fill colour")
+        << QStringList{"mnucolfill"} << QList<int>{0x123456} << QStringList{"Axis"}
+        << QList<quint32>{shadow, 0, 0, 0x123456} << 0u;
+    QTest::newRow("cancel takes the colour chosen last")
+        << QStringList{"mnucolaxis", "mnucolfill"} << QList<int>{0x00FF00, -1}
+        << QStringList{"Axis", "Axis"} << QList<quint32>{shadow, 0x00FF00, 0, 0x00FF00} << 0u;
+    QTest::newRow("window background stores nothing")
+        << QStringList{"mnucolwind"} << QList<int>{0x00FFFF} << QStringList{"Axis"}
+        << QList<quint32>{shadow, 0, 0, 0} << 0u;
+}
+
+void TestWindow::colourEntries()
+{
+    QFETCH(QStringList, entries);
+    QFETCH(QList<int>, answers);
+    QFETCH(QStringList, titles);
+    QFETCH(QList<quint32>, colours);
+    QFETCH(quint32, curveColour);
+    ShownWindow w;
+    for (int a : answers)
+        w.prompter.colors.push_back(a < 0 ? std::nullopt : std::optional<quint32>(quint32(a)));
+    typeFunction(w.window, QStringLiteral("x^2"));
+    for (const QString& entry : entries)
+        w.get<QAction>(entry)->trigger();
+
+    QCOMPARE(w.prompter.colorTitles, titles);
+    const model::AppState& state = w.window.state();
+    QCOMPARE((QList<quint32>{state.gridColor, state.axisColor, state.functionColor, state.fillColor}),
+             colours);
+    QCOMPARE(state.graphs[0].color, curveColour);
+    QVERIFY(w.prompter.unexpected.isEmpty());
+}
+
+void TestWindow::fillAtTheRightClick()
+{
+    ShownWindow w;
+    auto* fill = w.get<QAction>(QStringLiteral("mnufill"));
+    // Before any right-click the fill is seeded at the origin.
+    fill->trigger();
+    QCOMPARE(w.window.state().fills.size(), std::size_t(1));
+    QCOMPARE(w.window.state().fills[0].x, 0.0);
+    QCOMPARE(w.window.state().fills[0].y, 0.0);
+
+    w.window.state().functionColor = 0x0000FF;
+    typeFunction(w.window, QStringLiteral("x^2"));
+    w.window.state().graphs[0].color = 0x00FF00;
+    w.window.state().fillColor = 0xFF0000;
+    const plot::PlotScale scale =
+        plot::SetPlotScale(QSizeF(w.window.plotArea()->size()), w.window.state().view);
+    const QPointF at = scale.toPixel(2, -3);
+    QTest::mouseRelease(w.window.plotArea(), Qt::RightButton, {}, at.toPoint());
+    auto* tools = w.get<QMenu>(QStringLiteral("mnutool"));
+    QTRY_VERIFY(tools->isVisible());
+    w.closePopup(tools);
+    QVERIFY(std::abs(w.window.fillAnchor().x() - 2) < 0.05);
+    fill->trigger();
+    QCOMPARE(w.window.state().fills.back().color, 0xFF0000u);
+    QVERIFY(std::abs(w.window.state().fills.back().y + 3) < 0.05);
+    // A fill gives every curve the function colour again.
+    QCOMPARE(w.window.state().graphs[0].color, 0x0000FFu);
+}
+
+void TestWindow::fontSizeDialog_data()
+{
+    QTest::addColumn<QStringList>("inputs");     // answers typed, in order; "<cancel>"
+    QTest::addColumn<QList<int>>("buttons");     // Retry/Cancel answers
+    QTest::addColumn<QStringList>("questions");
+    QTest::addColumn<int>("size");               // -1: unchanged
+
+    const QString prompt = "Please set size between min 5 and max 10(min 5,  max 10)";
+    const QString range = "only digits, - and max5min10";
+    using B = model::Prompter::Button;
+    QTest::newRow("7.5 rounds to 8") << QStringList{"7.5"} << QList<int>{} << QStringList{} << 8;
+    QTest::newRow("6.5 rounds to 6") << QStringList{"6.5"} << QList<int>{} << QStringList{} << 6;
+    QTest::newRow("decimal comma") << QStringList{"9,5"} << QList<int>{} << QStringList{} << 10;
+    QTest::newRow("cancel") << QStringList{"<cancel>"} << QList<int>{} << QStringList{} << -1;
+    QTest::newRow("empty answer") << QStringList{""} << QList<int>{} << QStringList{} << -1;
+    QTest::newRow("words, retry, then 5")
+        << QStringList{"big", "5"} << QList<int>{int(B::Retry)} << QStringList{prompt} << 5;
+    QTest::newRow("too big, cancel")
+        << QStringList{"11"} << QList<int>{int(B::Cancel)} << QStringList{range} << -1;
+    QTest::newRow("too small, retry, too big, cancel")
+        << QStringList{"4", "12"} << QList<int>{int(B::Retry), int(B::Cancel)}
+        << QStringList{range, range} << -1;
+}
+
+void TestWindow::fontSizeDialog()
+{
+    QFETCH(QStringList, inputs);
+    QFETCH(QList<int>, buttons);
+    QFETCH(QStringList, questions);
+    QFETCH(int, size);
+    ShownWindow w;
+    for (const QString& input : inputs)
+        w.prompter.inputs.push_back(input == QLatin1String("<cancel>") ? QString() : input);
+    for (int b : buttons)
+        w.prompter.answers.push_back(model::Prompter::Button(b));
+    const int before = w.window.plotArea()->font().pointSize();
+    w.get<QAction>(QStringLiteral("mnufontsize"))->trigger();
+    QCOMPARE(w.prompter.questions, questions);
+    QCOMPARE(w.window.plotArea()->font().pointSize(), size < 0 ? before : size);
+    QVERIFY(w.prompter.unexpected.isEmpty());
+}
+
+void TestWindow::guideLinesDialog()
+{
+    ShownWindow w;
+    w.get<QAction>(QStringLiteral("mnuvertical"))->trigger();
+    auto* dialog = w.get<QWidget>(QStringLiteral("guidelines"));
+    auto* value = child<QLineEdit>(dialog, QStringLiteral("value"));
+    for (const char* text : {"2", "p", "nonsense", "-1,5"}) {
+        value->setText(QLatin1String(text));
+        QTest::keyClick(value, Qt::Key_Return);
+    }
+    QCOMPARE(w.window.state().verticalLines, (std::vector<double>{2, eval::kPiValue, -1.5}));
+    QCOMPARE(value->text(), QStringLiteral("")); // the last one was taken
+    auto* list = child<QListWidget>(dialog, QStringLiteral("values"));
+    list->item(1)->setSelected(true);
+    QTest::mouseClick(child<QPushButton>(dialog, QStringLiteral("remove")), Qt::LeftButton);
+    QCOMPARE(w.window.state().verticalLines, (std::vector<double>{2, -1.5}));
+    QVERIFY(w.window.state().horizontalLines.empty());
+    QTest::mouseClick(child<QPushButton>(dialog, QStringLiteral("removeAll")), Qt::LeftButton);
+    QVERIFY(w.window.state().verticalLines.empty());
+    QVERIFY(w.window.state().documentChanged);
 }
 
 QTEST_MAIN(TestWindow)

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "model/app_state.h"
+#include "plot/range_rows.h"
+
+#include <QRectF>
+
+#include <optional>
+
+namespace curvix::plot {
+
+// The zoom box in world units: its top-left corner and its size measured rightwards and
+// downwards from there.
+struct ZoomBox {
+    double left = 0;
+    double top = 0;
+    double width = 0;
+    double height = 0;
+};
+
+// Half the ranges, its top-left corner at their centre.
+ZoomBox initialZoomBox(const model::ViewWindow& view);
+
+// The step after zooming by the share k: 0.1 when k·step is 0.05 or less (or no number),
+// otherwise k·step rounded to one decimal, ties to even.
+double zoomedStep(double share, double step);
+
+// The range rows after zooming into the box: the current view is saved in the history, the
+// box edges become minimum and maximum (single precision), the steps scale with the share
+// of the visible width the box covers; the ticks entries stay.
+void zoomIn(model::AppState& state, const ZoomBox& box, RangeRow& x, RangeRow& y);
+
+// Goes back one step, or to the first saved range; writes it into the rows (ticks stay)
+// and makes it the view. False when the history is empty.
+bool zoomOut(model::AppState& state, bool toBeginning, RangeRow& x, RangeRow& y);
+
+// A round step (1, 2 or 5 times a power of ten) giving about ten ticks over the width.
+double niceStep(double width);
+
+// The view scaled by a factor about a world point that keeps its place on the surface,
+// with round steps for the new widths.
+model::ViewWindow scaledView(const model::ViewWindow& view, double factor, double x, double y);
+
+} // namespace curvix::plot
