@@ -1,0 +1,438 @@
+#include "eval/symbolic.h"
+
+#include "eval/evaluator.h"
+#include "eval/parser.h"
+#include "eval/symbolic_cas.h"
+
+#include <QByteArray>
+#include <QLocale>
+#include <QStringList>
+#include <QThread>
+
+#include <algorithm>
+#include <cmath>
+#include <condition_variable>
+#include <cstdlib>
+#include <cstring>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <optional>
+
+namespace curvix::eval {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// --- the worker thread ------------------------------------------------------------------
+
+// Runs every computation on one long-lived thread: Giac keeps global state, so two
+// computations must never overlap, and a computation that timed out must have stopped
+// before the next one starts. The caller waits in slices of 10 ms and may run its event
+// loop in between.
+class CasWorker {
+public:
+    static CasWorker& instance()
+    {
+        static CasWorker* worker = new CasWorker; // never destroyed: the thread never ends
+        return *worker;
+    }
+
+    // The answer, or nothing when the time ran out.
+    std::optional<cas::Answer> run(cas::Problem problem, const SymbolicOptions& options)
+    {
+        const auto deadline = std::chrono::steady_clock::now() + options.timeout;
+        auto job = std::make_shared<Job>();
+        job->problem = std::move(problem);
+        {
+            std::lock_guard lock(m_mutex);
+            m_queue.push_back(job);
+        }
+        m_work.notify_one();
+        for (;;) {
+            {
+                std::unique_lock lock(m_mutex);
+                const auto sliceEnd = std::min<std::chrono::steady_clock::time_point>(
+                    deadline, std::chrono::steady_clock::now() + 10ms);
+                m_finished.wait_until(lock, sliceEnd, [&] { return job->done; });
+                if (job->done)
+                    return std::move(job->answer);
+                if (std::chrono::steady_clock::now() >= deadline) {
+                    const auto queued = std::find(m_queue.begin(), m_queue.end(), job);
+                    if (queued != m_queue.end())
+                        m_queue.erase(queued);
+                    else if (m_running == job)
+                        cas::interrupt();
+                    return std::nullopt;
+                }
+            }
+            if (options.whileWaiting)
+                options.whileWaiting();
+        }
+    }
+
+private:
+    struct Job {
+        cas::Problem problem;
+        cas::Answer answer;
+        bool done = false;
+    };
+
+    CasWorker()
+    {
+        m_thread = QThread::create([this] { serve(); });
+        // The CAS recurses deeply on large expressions.
+        m_thread->setStackSize(256u * 1024u * 1024u);
+        m_thread->start();
+        std::atexit([] { instance().stop(); });
+    }
+
+    void serve()
+    {
+        for (;;) {
+            std::shared_ptr<Job> job;
+            {
+                std::unique_lock lock(m_mutex);
+                m_work.wait(lock, [&] { return !m_queue.empty(); });
+                job = m_queue.front();
+                m_queue.pop_front();
+                m_running = job;
+                cas::clearInterrupt();
+            }
+            cas::Answer answer = cas::solve(job->problem);
+            {
+                std::lock_guard lock(m_mutex);
+                job->answer = std::move(answer);
+                job->done = true;
+                m_running.reset();
+            }
+            m_finished.notify_all();
+        }
+    }
+
+    // At exit: drop waiting work and give a running computation a moment to stop, so that
+    // the CAS's own data are not torn down under it.
+    void stop()
+    {
+        std::unique_lock lock(m_mutex);
+        m_queue.clear();
+        if (m_running)
+            cas::interrupt();
+        m_finished.wait_for(lock, 2s, [&] { return !m_running; });
+    }
+
+    std::mutex m_mutex;
+    std::condition_variable m_work;
+    std::condition_variable m_finished;
+    std::deque<std::shared_ptr<Job>> m_queue;
+    std::shared_ptr<Job> m_running;
+    QThread* m_thread = nullptr;
+};
+
+// --- reading a request --------------------------------------------------------------------
+
+bool isAsciiLetter(QChar c)
+{
+    const char16_t u = c.unicode();
+    return (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z');
+}
+
+struct Request {
+    cas::Operation operation = cas::Operation::Derivative;
+    QString formula;
+    QString variable;
+    int order = 1;
+};
+
+std::optional<Request> parseRequest(const QString& text)
+{
+    const QString request = text.trimmed();
+    Request parsed;
+    QString body;
+    if (request.startsWith(QLatin1String("DIFF(")) && request.endsWith(u')')) {
+        body = request.mid(5, request.size() - 6);
+        const qsizetype comma = body.lastIndexOf(u',');
+        if (comma < 0)
+            return std::nullopt;
+        const QString order = body.mid(comma + 1);
+        if (order.isEmpty() || order.size() > 5 ||
+            !std::all_of(order.begin(), order.end(), [](QChar c) { return c.isDigit(); }))
+            return std::nullopt;
+        parsed.order = order.toInt();
+        if (parsed.order > 32767)
+            return std::nullopt;
+        body.truncate(comma);
+    } else if (request.startsWith(QLatin1String("INT(")) && request.endsWith(u')')) {
+        parsed.operation = cas::Operation::Primitive;
+        body = request.mid(4, request.size() - 5);
+    } else {
+        return std::nullopt;
+    }
+    const qsizetype comma = body.lastIndexOf(u',');
+    if (comma < 0)
+        return std::nullopt;
+    parsed.variable = body.mid(comma + 1);
+    parsed.formula = body.left(comma);
+    if (parsed.variable.size() != 1 || !isAsciiLetter(parsed.variable[0]))
+        return std::nullopt;
+    return parsed;
+}
+
+bool isKnownName(const QString& name, const QString& variable)
+{
+    return functionByName(name) || name == u"pi" || name == variable || name == u"e";
+}
+
+// A run of letters that is no name but a product of names: "pix" (the request's form of
+// "¶x") is pi times x, "pisin" pi times sin. A function name can only end the run.
+std::optional<QStringList> splitRun(const QString& run, const QString& variable)
+{
+    const int n = int(run.size());
+    // from[i]: the piece that ends a split of run[0, i), or empty when there is none.
+    std::vector<QString> from(std::size_t(n) + 1);
+    std::vector<bool> reachable(std::size_t(n) + 1, false);
+    reachable[0] = true;
+    for (int i = 0; i < n; ++i) {
+        if (!reachable[std::size_t(i)])
+            continue;
+        const QStringList pieces{QStringLiteral("pi"), variable, QStringLiteral("e")};
+        for (const QString& piece : pieces) {
+            const int end = i + int(piece.size());
+            if (end <= n && QStringView(run).mid(i, piece.size()) == piece &&
+                !reachable[std::size_t(end)]) {
+                reachable[std::size_t(end)] = true;
+                from[std::size_t(end)] = piece;
+            }
+        }
+        const QString rest = run.mid(i);
+        if (functionByName(rest) && !reachable[std::size_t(n)]) {
+            reachable[std::size_t(n)] = true;
+            from[std::size_t(n)] = rest;
+        }
+    }
+    if (!reachable[std::size_t(n)])
+        return std::nullopt;
+    QStringList pieces;
+    for (int end = n; end > 0; end -= int(from[std::size_t(end)].size()))
+        pieces.prepend(from[std::size_t(end)]);
+    return pieces;
+}
+
+QString splitGluedNames(const QString& formula, const QString& variable)
+{
+    QString out;
+    const int n = int(formula.size());
+    int i = 0;
+    while (i < n) {
+        if (!isAsciiLetter(formula[i])) {
+            out += formula[i++];
+            continue;
+        }
+        int j = i;
+        while (j < n && isAsciiLetter(formula[j]))
+            ++j;
+        const QString run = formula.mid(i, j - i);
+        const std::optional<QStringList> pieces =
+            isKnownName(run, variable) ? std::nullopt : splitRun(run, variable);
+        out += pieces ? pieces->join(u'*') : run;
+        i = j;
+    }
+    return out;
+}
+
+bool hasDecimals(const Node& node)
+{
+    if (node.kind == Node::Kind::Number && node.text.contains(u'.'))
+        return true;
+    return std::any_of(node.args.begin(), node.args.end(), hasDecimals);
+}
+
+// --- choosing the answer ------------------------------------------------------------------
+
+// Whether a form, as the function box would read it, takes the CAS's values.
+bool agreesWithValues(const QString& form, const QString& variable,
+                      const cas::SampleValues& values)
+{
+    ExpressionEvaluator evaluator;
+    const QString boxText = ReplaceText(form, QStringLiteral("pi"), QString(kPiChar));
+    const QString prepared = PrepareExpressionText(
+        evaluator, boxText, QStringLiteral("f(%1)").arg(variable), {}, QLocale::c());
+    if (prepared.isEmpty())
+        return false;
+    const int variableId = evaluator.DefineVariable(variable);
+    const int expressionId = evaluator.SetExpression(prepared);
+    if (expressionId < 0)
+        return false;
+    cas::SampleValues ys{};
+    evaluator.EvaluateBatch(expressionId, variableId, cas::kSamplePoints, ys);
+    for (std::size_t i = 0; i < ys.size(); ++i) {
+        const double a = ys[i];
+        const double b = values[i];
+        if (!std::isfinite(a) || !std::isfinite(b)) {
+            if (std::isfinite(a) != std::isfinite(b))
+                return false;
+            continue;
+        }
+        if (std::fabs(a - b) > 1e-6 * std::max({1.0, std::fabs(a), std::fabs(b)}))
+            return false;
+    }
+    return true;
+}
+
+// The shortest form that the evaluator accepts and that takes the same values.
+std::optional<QString> bestForm(const cas::Answer& answer, const QString& variable)
+{
+    std::optional<QString> best;
+    for (const QString& form : answer.forms) {
+        if (best && form.size() >= best->size())
+            continue;
+        if (agreesWithValues(form, variable, answer.values))
+            best = form;
+    }
+    return best;
+}
+
+// --- the requests of the procedures -------------------------------------------------------
+
+enum class Outcome { Answer, Failed, NoEnd };
+
+// Request steps 2-6 and the reading of the answer.
+Outcome callLibrary(QString formula, const QString& framedPrefix, const QString& framedSuffix,
+                    const SymbolicOptions& options, QString& answer)
+{
+    if (formula.contains(u','))
+        formula.replace(u',', u'.');
+    formula = ReplaceText(formula, QString(kPiChar), QStringLiteral("pi"));
+    formula = RewriteLog10(formula);
+    const QString request = framedPrefix + formula + framedSuffix;
+
+    const QByteArray requestBuffer =
+        request.leftJustified(kSymbolicRequestLength, u' ', true).toLatin1();
+    QByteArray resultBuffer(kSymbolicResultSize, ' ');
+    const std::int32_t rc =
+        options.library
+            ? options.library(requestBuffer.constData(), resultBuffer.data(), kSymbolicResultSize)
+            : symbolic_calculate(requestBuffer.constData(), resultBuffer.data(),
+                                 kSymbolicResultSize, options);
+    if (rc < 1)
+        return Outcome::Failed;
+    const QString result = QString::fromLatin1(resultBuffer.constData(), resultBuffer.size());
+    const qint32 p = NulPosition(result);
+    if (p == 0)
+        return Outcome::NoEnd;
+    answer = ReplaceText(result.left(p - 1), QStringLiteral("pi"), QString(kPiChar));
+    return Outcome::Answer;
+}
+
+void show(const Report& report, const QString& message)
+{
+    if (report)
+        report(message);
+}
+
+QString variableOrX(const QString& variable)
+{
+    return variable.isEmpty() ? QStringLiteral("x") : variable;
+}
+
+} // namespace
+
+std::int32_t symbolic_calculate(const char* request, char* result, std::int32_t size,
+                                const SymbolicOptions& options)
+{
+    if (!result || size < 1)
+        return -1;
+    result[0] = '\0';
+    if (!request)
+        return -1;
+    const std::optional<Request> parsed = parseRequest(QString::fromLatin1(request));
+    if (!parsed)
+        return -1;
+
+    QStringList names{parsed->variable};
+    if (parsed->variable != u"e")
+        names << QStringLiteral("e");
+    ParseResult tree = parseFormula(splitGluedNames(parsed->formula, parsed->variable), names);
+    if (!tree.ok())
+        return 0;
+
+    cas::Problem problem;
+    problem.operation = parsed->operation;
+    problem.decimals = hasDecimals(tree.tree);
+    problem.formula = std::move(tree.tree);
+    problem.variable = parsed->variable;
+    problem.order = parsed->order;
+    const std::optional<cas::Answer> answer =
+        CasWorker::instance().run(std::move(problem), options);
+    if (!answer || answer->forms.empty())
+        return 0;
+    const std::optional<QString> best = bestForm(*answer, parsed->variable);
+    if (!best)
+        return 0;
+    const QByteArray bytes = best->toLatin1();
+    if (bytes.size() + 1 > size)
+        return 0;
+    std::memcpy(result, bytes.constData(), std::size_t(bytes.size()));
+    result[bytes.size()] = '\0';
+    return 1;
+}
+
+QString SymbolicDerivative(const QString& formula, const QString& variable, qint16 order,
+                           const Report& report, const SymbolicOptions& options)
+{
+    if (formula.size() > kSymbolicRequestLength) {
+        show(report, QStringLiteral("too long expression"));
+        return {};
+    }
+    const QString v = variableOrX(variable);
+    QString answer;
+    switch (callLibrary(formula, QStringLiteral("DIFF("),
+                        QStringLiteral(",%1,%2)").arg(v).arg(order), options, answer)) {
+    case Outcome::Answer: return answer;
+    case Outcome::NoEnd: return {};
+    case Outcome::Failed: break;
+    }
+    show(report, QStringLiteral("Error in derivative calculation"));
+    return {};
+}
+
+QString SymbolicPrimitive(const QString& formula, const QString& variable, const Report& report,
+                          const SymbolicOptions& options)
+{
+    if (formula.size() > kSymbolicRequestLength) {
+        show(report, QStringLiteral("too long expression"));
+        return {};
+    }
+    const QString v = variableOrX(variable);
+    QString answer;
+    switch (callLibrary(formula, QStringLiteral("INT("), QStringLiteral(",%1)").arg(v), options,
+                        answer)) {
+    case Outcome::Answer: return answer;
+    case Outcome::NoEnd: return {};
+    case Outcome::Failed: break;
+    }
+    // Two boxes for one failure, deliberately.
+    show(report, QStringLiteral("Error in calculation of primitive function"));
+    show(report, QStringLiteral("Error in primitive calculation"));
+    return {};
+}
+
+qint32 NulPosition(const QString& text)
+{
+    return qint32(text.indexOf(QChar(0)) + 1);
+}
+
+bool IsDerivativeOf(const QString& source, const QString& candidate, const QString& variable,
+                    const Report& report, const SymbolicOptions& options)
+{
+    return SymbolicDerivative(source, variable, 1, report, options) == candidate;
+}
+
+bool IsPrimitiveOf(const QString& source, const QString& candidate, const QString& variable,
+                   const Report& report, const SymbolicOptions& options)
+{
+    return SymbolicPrimitive(source, variable, report, options) == candidate;
+}
+
+} // namespace curvix::eval
