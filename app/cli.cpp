@@ -3,6 +3,7 @@
 #include "eval/evaluator.h"
 #include "eval/formula.h"
 #include "eval/numtext.h"
+#include "eval/symbolic.h"
 #include "model/graph_list.h"
 #include "output/picture_file.h"
 #include "plot/coordinates.h"
@@ -99,6 +100,46 @@ int runEval(const QStringList& args, QTextStream& out, QTextStream& err)
         evaluator.SetVariable(variableId, x);
         out << eval::roundTripText(evaluator.Evaluate(expressionId)) << "\n";
     }
+    out.flush();
+    return 0;
+}
+
+// "--derivative FORMULA [--label f(t)]" or "--primitive ...": prints what the popup command
+// would put into the function box, or the messages and exit code 1.
+int runSymbolic(const QStringList& args, QTextStream& out, QTextStream& err)
+{
+    const QString command = args.first();
+    QString formula;
+    bool haveFormula = false;
+    QString label = QStringLiteral("f(x)");
+    for (qsizetype i = 0; i < args.size(); ++i) {
+        const QString& option = args[i];
+        if (i + 1 >= args.size())
+            return usageError(err, QStringLiteral("%1 needs a value").arg(option));
+        const QString value = args[++i];
+        if (option == command && !haveFormula) {
+            formula = value;
+            haveFormula = true;
+        } else if (option == QLatin1String("--label")) {
+            label = value;
+        } else {
+            return usageError(err, QStringLiteral("unexpected argument '%1'").arg(option));
+        }
+    }
+    if (formula.isEmpty())
+        return usageError(err, QStringLiteral("%1 needs a formula").arg(command));
+
+    QString variable = eval::VariableNameFromLabel(label);
+    if (variable.isEmpty())
+        variable = QStringLiteral("x");
+    const eval::Report report = [&](const QString& message) { err << message << "\n"; };
+    const QString answer = command == QLatin1String("--derivative")
+                               ? eval::SymbolicDerivative(formula, variable, 1, report)
+                               : eval::SymbolicPrimitive(formula, variable, report);
+    err.flush();
+    if (answer.isEmpty())
+        return kExitCompileError;
+    out << answer << "\n";
     out.flush();
     return 0;
 }
@@ -289,6 +330,9 @@ QString usageText()
         "       curvix --eval FORMULA --at X [--at X ...] [--label f(t)]\n"
         "                                    print the formula's value at each X\n"
         "       curvix --export FILE [--size WxH] [--view xmin,xmax,xstep,ymin,ymax,ystep]\n"
+        "       curvix --derivative FORMULA [--label f(t)]\n"
+        "       curvix --primitive FORMULA [--label f(t)]\n"
+        "                                    print the derivative or a primitive function\n"
         "                    [--angle rad|deg|grad] [--exact-trig] [--no-grid] FORMULA ...\n"
         "                                    draw the formulas into FILE (.png or .bmp)\n"
         "       curvix --help                show this text\n");
@@ -312,6 +356,8 @@ int runCommandLine(const QStringList& args, QTextStream& out, QTextStream& err)
     if (command == QLatin1String("--eval"))
         return runEval(args, out, err);
     if (command == QLatin1String("--export"))
+    if (command == QLatin1String("--derivative") || command == QLatin1String("--primitive"))
+        return runSymbolic(args, out, err);
         return runExport(args, out, err);
     return usageError(err, QStringLiteral("unknown command '%1'").arg(command));
 }

@@ -16,6 +16,8 @@ private slots:
     void exports();
     void exportRefuses_data();
     void exportRefuses();
+    void symbolic_data();
+    void symbolic();
 
 private:
     QTemporaryDir m_dir;
@@ -167,6 +169,47 @@ void TestCli::exportRefuses()
     QCOMPARE(run.exitCode, 2);
     QVERIFY2(run.err.contains(errContains), qPrintable(run.err));
     QVERIFY(!QFile::exists(m_dir.filePath(QStringLiteral("x.png"))));
+}
+
+void TestCli::symbolic_data()
+{
+    QTest::addColumn<QStringList>("args");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QString>("out");
+    QTest::addColumn<QString>("err");
+
+    QTest::newRow("derivative") << QStringList{"--derivative", "x^3+2x^2"} << 0 << "3x^2+4x\n"
+                                << "";
+    QTest::newRow("primitive keeps the decimal point")
+        << QStringList{"--primitive", "2,5x"} << 0 << "1.25x^2\n" << "";
+    QTest::newRow("pi sign") << QStringList{"--derivative", "¶x^2"} << 0 << "2¶x\n" << "";
+    QTest::newRow("label names the variable")
+        << QStringList{"--primitive", "t^2", "--label", "g(t)"} << 0 << "t^3/3\n" << "";
+    QTest::newRow("derivative fails")
+        << QStringList{"--derivative", "2x+"} << 1 << "" << "Error in derivative calculation\n";
+    QTest::newRow("no elementary primitive: two messages")
+        << QStringList{"--primitive", "exp(x^2)"} << 1 << ""
+        << "Error in calculation of primitive function\nError in primitive calculation\n";
+    QTest::newRow("too long") << QStringList{"--derivative", QString(1001, u'x')} << 1 << ""
+                              << "too long expression\n";
+    QTest::newRow("no formula") << QStringList{"--primitive"} << 2 << "" << "usage";
+    QTest::newRow("unknown option") << QStringList{"--derivative", "x", "--zap", "1"} << 2 << ""
+                                    << "--zap";
+}
+
+void TestCli::symbolic()
+{
+    QFETCH(QStringList, args);
+    QFETCH(int, exitCode);
+    QFETCH(QString, out);
+    QFETCH(QString, err);
+    const Run run = runCurvix(args);
+    QCOMPARE(run.exitCode, exitCode);
+    QCOMPARE(run.out, out);
+    if (exitCode == 2)
+        QVERIFY2(run.err.contains(err), qPrintable(run.err));
+    else
+        QCOMPARE(run.err, err);
 }
 
 QTEST_GUILESS_MAIN(TestCli)
