@@ -162,6 +162,7 @@ public:
     std::optional<quint32> chooseColor(const QString&, quint32) override { return {}; }
     std::optional<QString> inputText(const QString&, const QString&) override { return {}; }
     QString saveFileName(const QString&, const QString&, const QString&) override { return {}; }
+    bool printerSetup(QPrinter&) override { return false; }
 
     int count = 0;
 
@@ -293,8 +294,8 @@ int runExport(const QStringList& args, QTextStream& out, QTextStream& err)
     if (!request)
         return usageError(err, problem);
     const QString suffix = QFileInfo(request->file).suffix().toLower();
-    if (suffix != QLatin1String("png") && suffix != QLatin1String("bmp"))
-        return usageError(err, QStringLiteral("the file must end in .png or .bmp"));
+    if (!QStringList{"png", "bmp", "pdf", "svg"}.contains(suffix))
+        return usageError(err, QStringLiteral("the file must end in .png, .bmp, .pdf or .svg"));
 
     model::AppState state;
     plot::InitPlotDefaults(state);
@@ -312,7 +313,7 @@ int runExport(const QStringList& args, QTextStream& out, QTextStream& err)
     plot::frmPicture1_Resize(state, picture, options,
                              [&](const QString& m) { prompter.message(m); });
     QString error;
-    if (!output::writePicture(picture, request->file, &error)) {
+    if (!output::writePlotFile(state, picture, options, request->file, &error)) {
         err << "curvix: " << error << "\n";
         err.flush();
         return kExitCompileError;
@@ -329,12 +330,12 @@ QString usageText()
         "usage: curvix                       open the main window\n"
         "       curvix --eval FORMULA --at X [--at X ...] [--label f(t)]\n"
         "                                    print the formula's value at each X\n"
-        "       curvix --export FILE [--size WxH] [--view xmin,xmax,xstep,ymin,ymax,ystep]\n"
         "       curvix --derivative FORMULA [--label f(t)]\n"
         "       curvix --primitive FORMULA [--label f(t)]\n"
         "                                    print the derivative or a primitive function\n"
+        "       curvix --export FILE [--size WxH] [--view xmin,xmax,xstep,ymin,ymax,ystep]\n"
         "                    [--angle rad|deg|grad] [--exact-trig] [--no-grid] FORMULA ...\n"
-        "                                    draw the formulas into FILE (.png or .bmp)\n"
+        "                                    draw the formulas into FILE (.png .bmp .pdf .svg)\n"
         "       curvix --help                show this text\n");
 }
 
@@ -355,9 +356,9 @@ int runCommandLine(const QStringList& args, QTextStream& out, QTextStream& err)
     }
     if (command == QLatin1String("--eval"))
         return runEval(args, out, err);
-    if (command == QLatin1String("--export"))
     if (command == QLatin1String("--derivative") || command == QLatin1String("--primitive"))
         return runSymbolic(args, out, err);
+    if (command == QLatin1String("--export"))
         return runExport(args, out, err);
     return usageError(err, QStringLiteral("unknown command '%1'").arg(command));
 }

@@ -14,6 +14,7 @@
 #include "eval/numtext.h"
 #include "model/graph_list.h"
 #include "model/strings.h"
+#include "output/capture.h"
 #include "output/picture_file.h"
 #include "output/settings_store.h"
 #include "plot/colors.h"
@@ -26,7 +27,11 @@
 #include <QActionGroup>
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QCloseEvent>
+#include <QDrag>
+#include <QMimeData>
+#include <QPrinter>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -90,6 +95,7 @@ frmgraph::frmgraph(model::Prompter& prompter, QWidget* parent)
     set_triginputcontrols(false);
     applyRangeRows();
 
+    m_labelFont = Text2->font();
     m_state.savedPlotWidth = Picture1->width();
     m_state.savedPlotHeight = Picture1->height();
     m_state.startView = m_state.view;
@@ -122,6 +128,13 @@ void frmgraph::createWidgets()
     Picture1 = named(new PlotWidget, QStringLiteral("Picture1"));
     m_plotFrame = new PlotFrame(Picture1);
     piczoombox = new ZoomBoxWidget(Picture1);
+    // The grip in the plot's lower right corner.
+    lblGrip = named(new QLabel(Picture1), QStringLiteral("lblGrip"));
+    lblGrip->setFixedSize(8, 8);
+    lblGrip->setAutoFillBackground(true);
+    QPalette grip = lblGrip->palette();
+    grip.setColor(QPalette::Window, QColor(128, 128, 128));
+    lblGrip->setPalette(grip);
     body->addWidget(m_plotFrame, 1);
     body->addWidget(createEntryPanel());
     outer->addLayout(body, 1);
@@ -296,8 +309,7 @@ void frmgraph::createMenus()
 
     // Commands that arrive with later parts of the program stay visible but disabled.
     for (QAction* later :
-         {mnuprint, mnucopy, mnutangent, mnutrace, mnuderivative, mnuprimitive, mnucont,
-          mnusearch, mnuabout})
+         {mnutangent, mnutrace, mnuderivative, mnuprimitive, mnucont, mnusearch, mnuabout})
         later->setEnabled(false);
 }
 
@@ -420,7 +432,10 @@ void frmgraph::connectHandlers()
     connect(mnudelete, &QAction::triggered, this, &frmgraph::mnupop1_Click);
     connect(mnupop21, &QAction::triggered, this, &frmgraph::mnupop21_Click);
     connect(mnupop22, &QAction::triggered, this, &frmgraph::mnupop22_Click);
-    connect(mnusaveas, &QAction::triggered, this, [this] { saveAs(); });
+    connect(mnusaveas, &QAction::triggered, this, &frmgraph::mnusaveas_Click);
+    connect(mnucopy, &QAction::triggered, this, &frmgraph::mnucopy_Click);
+    connect(mnuprint, &QAction::triggered, this, &frmgraph::mnuprint_Click);
+    connect(Picture1, &PlotWidget::leftButtonPressed, this, &frmgraph::Picture1_LeftButtonDown);
     connect(mnuexit, &QAction::triggered, this, &QWidget::close);
     connect(mnucoord, &QAction::triggered, this, &frmgraph::openSettings);
 
@@ -473,6 +488,15 @@ void frmgraph::frmPicture1_Resize()
         image = QImage(pixels, QImage::Format_ARGB32_Premultiplied);
         image.setDevicePixelRatio(Picture1->devicePixelRatioF());
     }
+    plot::frmPicture1_Resize(m_state, image, redrawOptions(),
+                             [this](const QString& text) { m_prompter.message(text); });
+    lblGrip->move(Picture1->width() - lblGrip->width(), Picture1->height() - lblGrip->height());
+    ++m_redraws;
+    Picture1->update();
+}
+
+plot::RedrawOptions frmgraph::redrawOptions() const
+{
     plot::RedrawOptions options;
     options.grid = Check2->isChecked();
     options.arrows = Check3->isChecked();
@@ -480,10 +504,7 @@ void frmgraph::frmPicture1_Resize()
     options.exactTrig = Check1->isChecked();
     options.fractionForm = mnupop22->isChecked();
     options.font = Picture1->font();
-    plot::frmPicture1_Resize(m_state, image, options,
-                             [this](const QString& text) { m_prompter.message(text); });
-    ++m_redraws;
-    Picture1->update();
+    return options;
 }
 
 void frmgraph::imgcombfunc_KeyPress(int keyCode)
@@ -924,7 +945,7 @@ void frmgraph::mnunew_Click()
         case model::Prompter::Button::Cancel:
             return;
         case model::Prompter::Button::Yes:
-            if (!saveAs())
+            if (!mnusaveas_Click())
                 return;
             break;
         default:
@@ -976,25 +997,150 @@ void frmgraph::openSettings()
     m_settings->activateWindow();
 }
 
-bool frmgraph::saveAs()
+void frmgraph::beginCapture()
 {
+    m_plotFontDuringCapture = Picture1->font();
+    QPalette grip = lblGrip->palette();
+    grip.setColor(QPalette::Window, redrawOptions().background);
+    lblGrip->setPalette(grip);
+    Picture1->setFont(m_labelFont);
+}
+
+void frmgraph::burnLabels()
+{
+    auto texts = [](const std::vector<QPointer<QLabel>>& labels) {
+        std::vector<std::optional<output::OverlayText>> list;
+        for (const QPointer<QLabel>& label : labels) {
+            if (label)
+                list.push_back(output::OverlayText{label->geometry(), label->text()});
+            else
+                list.emplace_back();
+        }
+        return list;
+    };
+    std::vector<std::optional<output::OverlayPicture>> pictures;
+    for (const QPointer<QLabel>& object : m_formulaObjects) {
+        if (object)
+            pictures.push_back(output::OverlayPicture{object->geometry(), object->pixmap().toImage()});
+        else
+            pictures.emplace_back();
+    }
+    output::burnOverlays(Picture1->image(), pictures, texts(m_textLabels1), texts(m_textLabels2),
+                         m_labelFont);
+}
+
+void frmgraph::endCapture()
+{
+    Picture1->setFont(m_plotFontDuringCapture);
+    // Black after every export, whatever the grip had before.
+    QPalette grip = lblGrip->palette();
+    grip.setColor(QPalette::Window, Qt::black);
+    lblGrip->setPalette(grip);
+    frmPicture1_Resize();
+}
+
+bool frmgraph::failed(bool ok, const QString& reason)
+{
+    if (!ok)
+        m_prompter.message(reason);
+    return !ok;
+}
+
+void frmgraph::mnucopy_Click()
+{
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    if (failed(clipboard != nullptr, LoadResString(2050)))
+        return;
+    clipboard->clear();
+    beginCapture();
+    burnLabels();
+    clipboard->setImage(Picture1->image());
+    endCapture();
+}
+
+void frmgraph::mnuprint_Click()
+{
+    beginCapture();
+    QPrinter printer;
+    if (m_prompter.printerSetup(printer)) {
+        burnLabels();
+        QPainter painter;
+        if (!failed(painter.begin(&printer), LoadResString(2051))) {
+            const QImage& picture = Picture1->image();
+            painter.drawImage(output::printRect(picture.deviceIndependentSize(),
+                                                printer.resolution(), Picture1->logicalDpiX()),
+                              picture);
+            painter.end();
+        }
+    }
+    endCapture();
+}
+
+bool frmgraph::mnusaveas_Click()
+{
+    beginCapture();
     const QString title = LoadResString(428).mid(1);
     const QString folder = output::graphsFolder(LoadResString(9));
     const QString fileName =
         m_prompter.saveFileName(title, folder, output::saveFilter(LoadResString(23)));
-    if (fileName.isEmpty()) {
-        m_state.saveCancelled = true;
-        return false;
+    bool saved = false;
+    if (!fileName.isEmpty()) {
+        burnLabels();
+        QString error;
+        saved = !failed(output::writePlotFile(m_state, Picture1->image(), redrawOptions(),
+                                              fileName, &error),
+                        error);
     }
-    QString error;
-    if (!output::writePicture(Picture1->image(), fileName, &error)) {
-        m_prompter.message(error);
-        m_state.saveCancelled = true;
-        return false;
-    }
-    m_state.saveCancelled = false;
-    m_state.documentChanged = false;
-    return true;
+    m_state.saveCancelled = !saved;
+    if (saved)
+        m_state.documentChanged = false;
+    endCapture();
+    return saved;
+}
+
+QMimeData* frmgraph::dragData()
+{
+    beginCapture();
+    burnLabels();
+    auto* data = new QMimeData;
+    data->setImageData(Picture1->image());
+    endCapture();
+    return data;
+}
+
+void frmgraph::Picture1_LeftButtonDown()
+{
+    if (piczoombox->isVisible())
+        return;
+    // The drag starts at once; only a copy of the picture leaves the program.
+    auto* drag = new QDrag(this);
+    drag->setMimeData(dragData());
+    const QImage& picture = Picture1->image();
+    drag->setPixmap(QPixmap::fromImage(picture.scaledToWidth(std::min(160, picture.width()),
+                                                             Qt::SmoothTransformation)));
+    drag->exec(Qt::CopyAction);
+}
+
+QLabel* frmgraph::addPlotLabel(int array, const QString& text, QPoint at)
+{
+    auto* label = new QLabel(text, Picture1);
+    label->setFont(m_labelFont);
+    label->adjustSize();
+    label->move(at);
+    label->show();
+    (array == 1 ? m_textLabels1 : m_textLabels2).emplace_back(label);
+    return label;
+}
+
+QLabel* frmgraph::addPlotPicture(const QImage& picture, QRect at)
+{
+    auto* label = new QLabel(Picture1);
+    label->setPixmap(QPixmap::fromImage(picture));
+    label->setScaledContents(true);
+    label->setGeometry(at);
+    label->show();
+    m_formulaObjects.emplace_back(label);
+    return label;
 }
 
 void frmgraph::closeEvent(QCloseEvent* event)
@@ -1005,7 +1151,7 @@ void frmgraph::closeEvent(QCloseEvent* event)
             event->ignore();
             return;
         case model::Prompter::Button::Yes:
-            if (!saveAs()) {
+            if (!mnusaveas_Click()) {
                 event->ignore();
                 return;
             }

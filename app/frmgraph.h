@@ -3,11 +3,16 @@
 #include "model/app_state.h"
 #include "model/prompter.h"
 
+#include "plot/render.h"
+
 #include <QMainWindow>
+#include <QPointer>
 
 #include <array>
+#include <vector>
 
 class QAction;
+class QMimeData;
 class QCheckBox;
 class QLabel;
 class QLineEdit;
@@ -63,6 +68,18 @@ public:
     // The right-button release on the plot: remembers where, for the fill, and offers the
     // tools menu there.
     void Picture1_RightButtonUp(QPointF at);
+    void mnucopy_Click();
+    void mnuprint_Click();
+    // Save As; false when the user cancelled or the file could not be written.
+    bool mnusaveas_Click();
+    // A left-button press on the plot that no tool claims drags the picture out.
+    void Picture1_LeftButtonDown();
+    // The picture as drag data, labels burnt in; the plot is drawn again afterwards.
+    QMimeData* dragData();
+    // Labels lying over the plot (text arrays 1 and 2, and formula pictures). Deleting one
+    // leaves its place in the array empty.
+    QLabel* addPlotLabel(int array, const QString& text, QPoint at);
+    QLabel* addPlotPicture(const QImage& picture, QRect at);
     QPointF fillAnchor() const { return m_fillAnchor; }
     // How many full redraws have run: lets tests see that a click redrew nothing.
     int redrawCount() const { return m_redraws; }
@@ -96,8 +113,14 @@ private:
     quint32 askColor(bool axisTitle);
     void recolorCurves();
     void openGuideLines(int mode);
-    // Save As; false when the user cancelled or the file could not be written.
-    bool saveAs();
+    plot::RedrawOptions redrawOptions() const;
+    // The export's capture: the grip and font first, then the labels burnt into the
+    // picture, and afterwards the font back, a black grip and a full redraw.
+    void beginCapture();
+    void burnLabels();
+    void endCapture();
+    // Shows a failed export's reason and tells whether it failed.
+    bool failed(bool ok, const QString& reason);
 
     model::AppState m_state;
     model::Prompter& m_prompter;
@@ -127,6 +150,12 @@ private:
     std::array<QLabel*, 5> statusPanels{};
     PlotWidget* Picture1 = nullptr;
     PlotFrame* m_plotFrame = nullptr;
+    QLabel* lblGrip = nullptr;
+    std::vector<QPointer<QLabel>> m_textLabels1;
+    std::vector<QPointer<QLabel>> m_textLabels2;
+    std::vector<QPointer<QLabel>> m_formulaObjects;
+    QFont m_labelFont;
+    QFont m_plotFontDuringCapture;
     ZoomBoxWidget* piczoombox = nullptr;
     frmsettings* m_settings = nullptr;
 

@@ -22,12 +22,14 @@ signals:
     // A turn of the mouse wheel over the plot: steps away from the user zoom in.
     void wheelTurned(double steps, QPointF at);
     void rightButtonReleased(QPointF at);
+    void leftButtonPressed(QPointF at);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
 
 private:
     QImage m_image;

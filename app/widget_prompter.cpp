@@ -7,6 +7,8 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
 
 namespace curvix::app {
 
@@ -68,6 +70,12 @@ QString WidgetPrompter::saveFileName(const QString& title, const QString& folder
                                      const QString& filter)
 {
     return QFileDialog::getSaveFileName(m_parent, title, folder, filter);
+}
+
+bool WidgetPrompter::printerSetup(QPrinter& printer)
+{
+    QPrintDialog dialog(&printer, m_parent);
+    return dialog.exec() == QDialog::Accepted;
 }
 
 } // namespace curvix::app

@@ -18,6 +18,7 @@ public:
     std::optional<QString> inputText(const QString& prompt, const QString& initial) override;
     QString saveFileName(const QString& title, const QString& folder,
                          const QString& filter) override;
+    bool printerSetup(QPrinter& printer) override;
 
 private:
     QPointer<QWidget> m_parent;

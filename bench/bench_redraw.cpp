@@ -33,6 +33,7 @@ public:
     std::optional<quint32> chooseColor(const QString&, quint32) override { return {}; }
     std::optional<QString> inputText(const QString&, const QString&) override { return {}; }
     QString saveFileName(const QString&, const QString&, const QString&) override { return {}; }
+    bool printerSetup(QPrinter&) override { return false; }
 };
 
 struct Scene {
@@ -99,7 +100,7 @@ void drawingPoints(benchmark::State& s)
 {
     Scene scene(int(s.range(0)));
     QPainter painter;
-    plot::Surface surface{scene.picture, painter,
+    plot::Surface surface{&scene.picture, painter,
                           plot::SetPlotScale(QSizeF(kSize), scene.state.view),
                           plot::SetPlotScale(QSizeF(kSize), scene.state.view)};
     for (auto _ : s) {

@@ -5,6 +5,8 @@
 
 #include <optional>
 
+class QPrinter;
+
 namespace curvix::model {
 
 // Every message box and dialog of the program goes through this port, so that the core
@@ -25,6 +27,8 @@ public:
     // The chosen file name, or "" when the user cancelled.
     virtual QString saveFileName(const QString& title, const QString& folder,
                                  const QString& filter) = 0;
+    // The printer dialog for the given printer; false when the user cancelled.
+    virtual bool printerSetup(QPrinter& printer) = 0;
 };
 
 } // namespace curvix::model

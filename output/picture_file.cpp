@@ -3,10 +3,100 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QImageWriter>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
 #include <QSaveFile>
 #include <QStandardPaths>
+#include <QSvgGenerator>
 
 namespace curvix::output {
+
+namespace {
+
+// The size of one pixel of the screen for vector media.
+constexpr double kScreenDpi = 96;
+
+bool fail(QString* error, const QString& message)
+{
+    if (error)
+        *error = message;
+    return false;
+}
+
+// What the picture holds beyond the plain plot: fills and burnt-in labels, on a clear
+// background, for laying over a vector drawing.
+QImage overlayOf(model::AppState& state, const QImage& picture, const plot::RedrawOptions& options)
+{
+    QImage plain(picture.size(), QImage::Format_ARGB32_Premultiplied);
+    plain.setDevicePixelRatio(picture.devicePixelRatio());
+    plain.fill(options.background);
+    {
+        QPainter painter(&plain);
+        plot::PaintPlot(state, painter, plain.deviceIndependentSize(), &plain, options);
+    }
+    const QImage drawn = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QImage overlay(picture.size(), QImage::Format_ARGB32_Premultiplied);
+    overlay.setDevicePixelRatio(picture.devicePixelRatio());
+    overlay.fill(Qt::transparent);
+    bool any = false;
+    for (int y = 0; y < drawn.height(); ++y) {
+        const auto* a = reinterpret_cast<const QRgb*>(drawn.constScanLine(y));
+        const auto* b = reinterpret_cast<const QRgb*>(plain.constScanLine(y));
+        auto* out = reinterpret_cast<QRgb*>(overlay.scanLine(y));
+        for (int x = 0; x < drawn.width(); ++x) {
+            if (a[x] != b[x]) {
+                out[x] = a[x];
+                any = true;
+            }
+        }
+    }
+    return any ? overlay : QImage();
+}
+
+void paintVector(model::AppState& state, const QImage& picture, const plot::RedrawOptions& options,
+                 QPainter& painter, QSizeF logical)
+{
+    const QImage overlay = overlayOf(state, picture, options);
+    painter.fillRect(QRectF(QPointF(0, 0), logical), options.background);
+    plot::PaintPlot(state, painter, logical, nullptr, options);
+    if (!overlay.isNull())
+        painter.drawImage(QRectF(QPointF(0, 0), logical), overlay);
+}
+
+bool writeVector(model::AppState& state, const QImage& picture, const plot::RedrawOptions& options,
+                 QSaveFile& file, bool pdf, QString* error)
+{
+    const QSizeF logical = picture.deviceIndependentSize();
+    if (pdf) {
+        QPdfWriter writer(&file);
+        writer.setResolution(int(kScreenDpi));
+        writer.setPageMargins(QMarginsF(0, 0, 0, 0));
+        writer.setPageSize(QPageSize(logical * 72.0 / kScreenDpi, QPageSize::Point, QString(),
+                                     QPageSize::ExactMatch));
+        writer.setCreator(QStringLiteral("Curvix"));
+        QPainter painter;
+        if (!painter.begin(&writer))
+            return fail(error, QStringLiteral("The PDF file could not be started."));
+        paintVector(state, picture, options, painter, logical);
+        painter.end();
+    } else {
+        QSvgGenerator svg;
+        svg.setOutputDevice(&file);
+        svg.setSize(logical.toSize());
+        svg.setViewBox(QRectF(QPointF(0, 0), logical));
+        svg.setResolution(int(kScreenDpi));
+        svg.setTitle(QStringLiteral("Curvix"));
+        QPainter painter;
+        if (!painter.begin(&svg))
+            return fail(error, QStringLiteral("The SVG file could not be started."));
+        paintVector(state, picture, options, painter, logical);
+        painter.end();
+    }
+    return true;
+}
+
+} // namespace
 
 QString graphsFolder(const QString& folderName)
 {
@@ -14,7 +104,8 @@ QString graphsFolder(const QString& folderName)
     if (documents.isEmpty())
         documents = QDir::homePath();
     const QString folder = QDir(documents).filePath(folderName);
-    QDir().mkpath(folder);
+    if (!QDir().mkpath(folder))
+        return {};
     return folder;
 }
 
@@ -26,10 +117,11 @@ QString saveFilter(const QString& tableFilter)
     QString bmp = parts.value(0);
     if (!bmp.contains(QLatin1Char('(')))
         bmp = QStringLiteral("(%1)").arg(parts.value(1, QStringLiteral("*.bmp")));
-    return QStringLiteral("Bitmap %1;;PNG (*.png)").arg(bmp);
+    return QStringLiteral("Bitmap %1;;PNG (*.png);;PDF (*.pdf);;SVG (*.svg)").arg(bmp);
 }
 
-bool writePicture(const QImage& image, const QString& fileName, QString* error)
+bool writePlotFile(model::AppState& state, const QImage& picture,
+                   const plot::RedrawOptions& options, const QString& fileName, QString* error)
 {
     QString target = fileName;
     QString suffix = QFileInfo(target).suffix().toLower();
@@ -37,29 +129,35 @@ bool writePicture(const QImage& image, const QString& fileName, QString* error)
         target += QStringLiteral(".bmp");
         suffix = QStringLiteral("bmp");
     }
-    const QByteArray format = suffix == QLatin1String("png") ? "png" : "bmp";
-
+    const bool vector = suffix == QLatin1String("pdf") || suffix == QLatin1String("svg");
     QSaveFile file(target);
-    if (!file.open(QIODevice::WriteOnly)) {
-        if (error)
-            *error = file.errorString();
-        return false;
+    if (!file.open(QIODevice::WriteOnly))
+        return fail(error, file.errorString());
+    if (vector) {
+        if (!writeVector(state, picture, options, file, suffix == QLatin1String("pdf"), error)) {
+            file.cancelWriting();
+            return false;
+        }
+    } else {
+        const QByteArray format = suffix == QLatin1String("png") ? "png" : "bmp";
+        QImageWriter writer(&file, format);
+        // A device-independent bitmap has no alpha; PNG keeps every pixel exactly.
+        const QImage image = format == "bmp" ? picture.convertToFormat(QImage::Format_RGB32) : picture;
+        if (!writer.write(image)) {
+            file.cancelWriting();
+            return fail(error, writer.errorString());
+        }
     }
-    QImageWriter writer(&file, format);
-    // A device-independent bitmap has no alpha; PNG keeps every pixel exactly.
-    const QImage picture = format == "bmp" ? image.convertToFormat(QImage::Format_RGB32) : image;
-    if (!writer.write(picture)) {
-        if (error)
-            *error = writer.errorString();
-        file.cancelWriting();
-        return false;
-    }
-    if (!file.commit()) {
-        if (error)
-            *error = file.errorString();
-        return false;
-    }
+    if (!file.commit())
+        return fail(error, file.errorString());
     return true;
+}
+
+QRectF printRect(QSizeF pictureLogicalSize, double printerDpi, double screenDpi)
+{
+    const double inset = 100.0 / 1440.0 * printerDpi;
+    const double scale = screenDpi > 0 ? printerDpi / screenDpi : 1;
+    return {QPointF(inset, inset), pictureLogicalSize * scale};
 }
 
 } // namespace curvix::output

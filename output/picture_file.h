@@ -1,16 +1,29 @@
 #pragma once
 
+#include "model/app_state.h"
+#include "plot/render.h"
+
 #include <QImage>
 #include <QString>
 
 namespace curvix::output {
 
 // The folder for saved pictures, inside the user's documents folder; created when missing.
+// Empty when it cannot be made.
 QString graphsFolder(const QString& folderName);
-// The save dialog's filter: the table's "description|pattern" filter, then PNG.
+// The save dialog's filter: the table's "description|pattern" filter, then PNG, PDF, SVG.
 QString saveFilter(const QString& tableFilter);
-// Writes the picture as BMP, or as PNG when the name ends in .png (a name without a suffix
-// gets .bmp). The file appears only when it was written whole; false with a message if not.
-bool writePicture(const QImage& image, const QString& fileName, QString* error);
+
+// Writes the plot to a file chosen by its ending: .bmp as a device-independent bitmap, .png
+// losslessly, .pdf and .svg as vector drawings of the same plot (drawn again from the state,
+// with the fills and whatever was burnt into the picture laid over it); a name without an
+// ending gets .bmp. The file appears only when it was written whole; false with a message
+// if not.
+bool writePlotFile(model::AppState& state, const QImage& picture,
+                   const plot::RedrawOptions& options, const QString& fileName, QString* error);
+
+// Where a printout puts the picture, in the printer's pixels: its corner 100 twips in from
+// the printable area's, at the size it has on the screen, never fitted to the page.
+QRectF printRect(QSizeF pictureLogicalSize, double printerDpi, double screenDpi);
 
 } // namespace curvix::output

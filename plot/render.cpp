@@ -197,16 +197,18 @@ QString piNumeratorText(long long numerator)
     return sign + (magnitude == 1 ? QString() : QString::number(magnitude)) + QChar(0x03C0);
 }
 
-void ReplayFills(Surface& surface, const model::AppState& state, const QColor& boundary)
+} // namespace
+
+void ReplayFills(QImage& picture, const model::AppState& state)
 {
+    const PlotScale deviceScale = SetPlotScale(QSizeF(picture.size()), state.view);
+    const QColor boundary = colorFromValue(state.functionColor);
     for (const model::FillPoint& fill : state.fills) {
-        const QPointF seed = surface.deviceScale.toPixel(fill.x, fill.y);
-        FloodFill(surface.picture, QPoint(int(std::floor(seed.x())), int(std::floor(seed.y()))),
+        const QPointF seed = deviceScale.toPixel(fill.x, fill.y);
+        FloodFill(picture, QPoint(int(std::floor(seed.x())), int(std::floor(seed.y()))),
                   colorFromValue(fill.color), boundary);
     }
 }
-
-} // namespace
 
 double AxisPosition(double min, double max)
 {
@@ -325,7 +327,24 @@ void DrawAxis(Surface& surface, const model::ViewWindow& view, int axis, const Q
 void DrawCurvePoints(Surface& surface, const std::vector<eval::PointD>& points,
                      const QColor& color)
 {
-    QImage& picture = surface.picture;
+    if (!surface.picture) {
+        // A vector medium gets each point as a dot of one pixel of the plot.
+        QPolygonF dots;
+        dots.reserve(qsizetype(points.size()));
+        const QSizeF area = surface.scale.pixels();
+        for (const eval::PointD& point : points) {
+            const QPointF p = surface.scale.toPixel(point.x, point.y);
+            if (p.x() >= 0 && p.x() < area.width() && p.y() >= 0 && p.y() < area.height())
+                dots << p;
+        }
+        const QPen saved = surface.painter.pen();
+        surface.painter.setPen(QPen(color, 1, Qt::SolidLine, Qt::SquareCap));
+        surface.painter.drawPoints(dots);
+        surface.painter.setPen(saved);
+        return;
+    }
+    // On a picture the points go straight into its pixels: much faster than the painter.
+    QImage& picture = *surface.picture;
     const int width = picture.width();
     const int height = picture.height();
     const QRgb rgb = color.rgba();
@@ -457,28 +476,19 @@ void DrawFractionTickLabels(Surface& surface, const model::ViewWindow& view, con
     });
 }
 
-void frmPicture1_Resize(model::AppState& state, QImage& picture, const RedrawOptions& options,
-                        const eval::Report& report)
+void PaintPlot(model::AppState& state, QPainter& painter, QSizeF logical, QImage* raster,
+               const RedrawOptions& options, const eval::Report& report)
 {
-    if (picture.isNull() || picture.width() == 0 || picture.height() == 0) {
-        state.settingUp = false;
-        return;
-    }
-    picture.fill(options.background);
     const model::ViewWindow view = state.view;
-    const QSizeF logical = picture.deviceIndependentSize();
-    QPainter painter(&picture);
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setRenderHint(QPainter::TextAntialiasing, true);
     painter.setFont(options.font);
-    Surface surface{picture, painter, SetPlotScale(logical, view),
-                    SetPlotScale(QSizeF(picture.size()), view)};
+    const PlotScale scale = SetPlotScale(logical, view);
+    Surface surface{raster, painter, scale, raster ? SetPlotScale(QSizeF(raster->size()), view) : scale};
     state.sampleStep = std::abs(view.XMax - view.XMin) / kSamplesPerRange;
 
     const QColor gridColor = colorFromValue(state.gridColor);
     const QColor axisColor = colorFromValue(state.axisColor);
-    // Guide lines and fill boundaries share the function colour of this redraw.
-    const QColor guideColor = colorFromValue(state.functionColor);
 
     if (options.grid)
         DrawGrid(surface, view, gridColor);
@@ -501,7 +511,6 @@ void frmPicture1_Resize(model::AppState& state, QImage& picture, const RedrawOpt
     // Labels dropped on the plot are placed here once the plot can hold them.
 
     const QColor tangentColor = colorFromValue(state.tangentColor);
-    painter.end(); // curve points go straight into the picture's pixels
     for (model::GraphEntry& entry : state.graphs) {
         ComputeCurvePoints(state, view, entry, std::nullopt, report);
         for (const model::GraphMark& mark : entry.marks)
@@ -509,16 +518,28 @@ void frmPicture1_Resize(model::AppState& state, QImage& picture, const RedrawOpt
         DrawCurvePoints(surface, entry.points, colorFromValue(entry.color));
     }
 
-    painter.begin(&picture);
-    painter.setRenderHint(QPainter::Antialiasing, false);
+    // Guide lines share the function colour of this redraw with the fills' boundary.
+    const QColor guideColor = colorFromValue(state.functionColor);
     for (double x : state.verticalLines)
         DrawVerticalLine(surface, view, x, guideColor);
     for (double y : state.horizontalLines)
         DrawHorizontalLine(surface, view, y, guideColor);
-    painter.end();
+    // The trace point is drawn here once the trace tool exists.
+}
 
-    // The trace point is drawn here once the trace tool exists; then the fills, in order.
-    ReplayFills(surface, state, guideColor);
+void frmPicture1_Resize(model::AppState& state, QImage& picture, const RedrawOptions& options,
+                        const eval::Report& report)
+{
+    if (picture.isNull() || picture.width() == 0 || picture.height() == 0) {
+        state.settingUp = false;
+        return;
+    }
+    picture.fill(options.background);
+    {
+        QPainter painter(&picture);
+        PaintPlot(state, painter, picture.deviceIndependentSize(), &picture, options, report);
+    }
+    ReplayFills(picture, state);
     state.settingUp = false;
 }
 

@@ -32,6 +32,15 @@ struct RedrawOptions {
 void frmPicture1_Resize(model::AppState& state, QImage& picture, const RedrawOptions& options,
                         const eval::Report& report = {});
 
+// Paints the plot without its fills onto any device, size in logical pixels: grid, axes,
+// arrows, tick labels, curves and guide lines. A raster picture, when given, takes the curve
+// points as single pixels of its own; other media get them as dots.
+void PaintPlot(model::AppState& state, QPainter& painter, QSizeF logical, QImage* raster,
+               const RedrawOptions& options, const eval::Report& report = {});
+
+// Replays the fills in order of creation on a drawn picture, bounded by the function colour.
+void ReplayFills(QImage& picture, const model::AppState& state);
+
 // Fills one entry's points for the view: x from XMin to XMax in steps of sampleStep,
 // keeping only finite values. When targetX is given, returns the index of the first point
 // within half a step of it (or -1).
@@ -42,7 +51,7 @@ int ComputeCurvePoints(model::AppState& state, const model::ViewWindow& view,
 // The surface for one redraw: a painter in logical pixels and the world scales for it
 // and for the picture's device pixels.
 struct Surface {
-    QImage& picture;
+    QImage* picture; // none on a vector medium
     QPainter& painter;
     PlotScale scale;       // logical pixels, for the painter
     PlotScale deviceScale; // device pixels, for single-pixel points

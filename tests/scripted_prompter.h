@@ -3,6 +3,9 @@
 #include "model/prompter.h"
 
 #include <QStringList>
+#ifdef QT_PRINTSUPPORT_LIB
+#include <QPrinter>
+#endif
 
 #include <deque>
 
@@ -19,6 +22,9 @@ public:
     std::deque<QString> fileNames;
     QStringList saveDialogs; // "title|folder|filter" of each save dialog shown
     QStringList colorTitles; // the title of each colour dialog shown
+    // The printer dialog prints into this PDF file; an empty name cancels it.
+    QString printToPdf;
+    int printerDialogs = 0;
 
     void message(const QString& text) override { messages << text; }
 
@@ -44,6 +50,20 @@ public:
         auto c = colors.front();
         colors.pop_front();
         return c;
+    }
+
+    bool printerSetup([[maybe_unused]] QPrinter& printer) override
+    {
+        ++printerDialogs;
+        if (printToPdf.isEmpty())
+            return false;
+#ifdef QT_PRINTSUPPORT_LIB
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(printToPdf);
+        return true;
+#else
+        return false;
+#endif
     }
 
     std::optional<QString> inputText(const QString& prompt, const QString&) override
