@@ -214,7 +214,13 @@ gen toGiac(const Node& node, Session& s)
     case Node::Kind::Multiply: return arg(0) * arg(1);
     case Node::Kind::Divide: return arg(0) / arg(1);
     case Node::Kind::Power: return giac::pow(arg(0), arg(1), ctx);
-    case Node::Kind::Call: return applyKnown(node.function, arg(0), ctx);
+    case Node::Kind::Call: {
+        // The CAS leaves a function's argument as typed; "sin(x+x-1+1)" should answer with
+        // cos(2x), so sums in arguments are collected.
+        const gen a = arg(0);
+        return applyKnown(node.function, isSymbOf(a, giac::at_plus) ? giac::ratnormal(a, ctx) : a,
+                          ctx);
+    }
     }
     throw std::runtime_error("unknown node");
 }
