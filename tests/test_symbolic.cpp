@@ -147,6 +147,8 @@ void TestSymbolic::readableAnswers_data()
     d("cube root", "x^(1/3)", "1/(3x^(2/3))");
     d("label variable", "t^3", "3t^2", "t");
     d("positive term first", "sqrt(1-x^2)", "-x/sqrt(1-x^2)");
+    d("sum in an argument collected", "sin(x+x)", "2cos(2x)");
+    d("trigonometric identity used", "cos(x)/(1+sin(x))", "-1/(sin(x)+1)");
     p("fraction coefficient", "x^2", "x^3/3");
     p("decimal coefficient", "2,5x", "1.25x^2");
     p("small decimal without exponent", "0.00001x", "0.000005x^2");
