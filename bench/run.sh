@@ -1,13 +1,14 @@
 #!/usr/bin/env bash
 # Builds a benchmark (Release) and runs it, printing its table of ratios.
 #   bench/run.sh eval|redraw [Google Benchmark options]
+#   bench/run.sh symbolic [--rounds N] [--list]
 # The build directory is build/ beside the sources, or $BUILD_DIR.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 build="${BUILD_DIR:-$root/build}"
 
 usage() {
-  echo "usage: bench/run.sh eval|redraw [benchmark options]" >&2
+  echo "usage: bench/run.sh eval|redraw|symbolic [benchmark options]" >&2
   exit 2
 }
 
@@ -41,6 +42,11 @@ case "$what" in
     build_target bench_redraw
     "$build/bench/bench_redraw" --benchmark_repetitions=15 --benchmark_display_aggregates_only=true \
       --benchmark_min_time=0.05 "$@"
+    ;;
+  symbolic)
+    build_target bench_symbolic
+    # Ends with: symbolic median ms = X, max ms = Y, pass = P/N
+    "$build/bench/bench_symbolic" "$@"
     ;;
   *)
     usage

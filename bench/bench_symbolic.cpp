@@ -1,0 +1,102 @@
+// Latency of the symbolic derivative and primitive over the school problems that
+// test_symbolic checks, through the same entry points as the window (worker thread,
+// request and result buffers included). Run it through bench/run.sh symbolic.
+//   bench_symbolic [--rounds N] [--list]
+// --list prints every problem with its answer and time.
+
+#include "eval/symbolic.h"
+#include "tests/symbolic_problems.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <vector>
+
+using namespace curvix;
+namespace problems = curvix::symbolic_problems;
+
+namespace {
+
+QString solve(const problems::Problem& p, QStringList& messages)
+{
+    const QString formula = QString::fromUtf8(p.formula);
+    const QString variable = problems::variableOf(p);
+    const eval::Report report = [&](const QString& m) { messages << m; };
+    return p.kind == problems::Kind::Derivative
+               ? eval::SymbolicDerivative(formula, variable, 1, report)
+               : eval::SymbolicPrimitive(formula, variable, report);
+}
+
+// Right answer, or a clean failure where no elementary primitive exists.
+bool passes(const problems::Problem& p, const QString& answer)
+{
+    if (answer.isEmpty())
+        return p.kind == problems::Kind::NoElementaryPrimitive;
+    return problems::checkAnswer(p, answer).isEmpty();
+}
+
+double median(std::vector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    const std::size_t n = values.size();
+    return n % 2 ? values[n / 2] : (values[n / 2 - 1] + values[n / 2]) / 2;
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication app(argc, argv);
+    const QStringList args = app.arguments().mid(1);
+    bool list = false;
+    int rounds = 3;
+    for (qsizetype i = 0; i < args.size(); ++i) {
+        if (args[i] == QLatin1String("--list")) {
+            list = true;
+        } else if (args[i] == QLatin1String("--rounds") && i + 1 < args.size()) {
+            rounds = std::max(1, args[++i].toInt());
+        } else {
+            std::fprintf(stderr, "usage: bench_symbolic [--rounds N] [--list]\n");
+            return 2;
+        }
+    }
+
+    // One unmeasured pass: the CAS fills its tables on first use.
+    for (const problems::Problem& p : problems::kProblems) {
+        QStringList messages;
+        solve(p, messages);
+    }
+
+    std::vector<double> times;
+    int passed = 0;
+    const int total = int(std::size(problems::kProblems));
+    for (int round = 0; round < rounds; ++round) {
+        for (const problems::Problem& p : problems::kProblems) {
+            QStringList messages;
+            const auto start = std::chrono::steady_clock::now();
+            const QString answer = solve(p, messages);
+            const double ms =
+                std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
+                    .count();
+            times.push_back(ms);
+            if (round != 0)
+                continue;
+            const bool ok = passes(p, answer);
+            passed += ok ? 1 : 0;
+            if (list || !ok) {
+                std::printf("%-4s %-10s %-28s %8.2f ms  %s%s\n", ok ? "ok" : "FAIL",
+                            qPrintable(problems::kindName(p.kind).left(10)), p.formula, ms,
+                            qPrintable(answer.isEmpty() ? messages.join(QLatin1String(" / "))
+                                                        : answer),
+                            ok ? "" : qPrintable(QLatin1String("  ") +
+                                                 problems::checkAnswer(p, answer)));
+            }
+        }
+    }
+    std::printf("symbolic median ms = %.2f, max ms = %.2f, pass = %d/%d\n", median(times),
+                *std::max_element(times.begin(), times.end()), passed, total);
+    return passed == total ? 0 : 1;
+}
