@@ -20,6 +20,7 @@
 #include "plot/colors.h"
 #include "plot/coordinates.h"
 #include "plot/angles.h"
+#include "plot/picking.h"
 #include "plot/range_rows.h"
 #include "plot/render.h"
 #include "plot/zoom.h"
@@ -96,6 +97,9 @@ frmgraph::frmgraph(model::Prompter& prompter, QWidget* parent)
     applyRangeRows();
 
     m_labelFont = Text2->font();
+    m_state.symbolicOptions.whileWaiting = [] {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    };
     m_state.savedPlotWidth = Picture1->width();
     m_state.savedPlotHeight = Picture1->height();
     m_state.startView = m_state.view;
@@ -294,6 +298,15 @@ void frmgraph::createMenus()
     }
     mnupop21->setChecked(true);
 
+    // The popup menu of a function, on a right-click near its curve.
+    mnupop = new QMenu(this);
+    mnupop->setObjectName(QStringLiteral("mnupop"));
+    mnupopderiv = action(mnupop, "mnupopderiv");
+    mnupopprim = action(mnupop, "mnupopprim");
+    mnupop->addAction(mnutangent);
+    mnupop->addSeparator();
+    mnupop->addAction(mnudelete);
+
     mnuhelp = menuBar()->addMenu(QString());
     mnucont = action(mnuhelp, "mnucont");
     mnusearch = action(mnuhelp, "mnusearch");
@@ -309,7 +322,7 @@ void frmgraph::createMenus()
 
     // Commands that arrive with later parts of the program stay visible but disabled.
     for (QAction* later :
-         {mnutangent, mnutrace, mnuderivative, mnuprimitive, mnucont, mnusearch, mnuabout})
+         {mnutangent, mnutrace, mnucont, mnusearch, mnuabout})
         later->setEnabled(false);
 }
 
@@ -365,6 +378,8 @@ void frmgraph::loadCaptions()
     mnusearch->setText(LoadResString(2009));
     mnuabout->setText(LoadResString(2010));
     mnupop21->setText(LoadResString(472));
+    mnupopderiv->setText(QStringLiteral("&Derivata"));
+    mnupopprim->setText(QStringLiteral("&Primitiv funktion"));
     mnupop22->setText(LoadResString(473));
 
     const int tips[11] = {429, 491, 492, 484, 475, 486, 485, 469, 428, 426, 474};
@@ -434,6 +449,10 @@ void frmgraph::connectHandlers()
     connect(mnupop22, &QAction::triggered, this, &frmgraph::mnupop22_Click);
     connect(mnusaveas, &QAction::triggered, this, &frmgraph::mnusaveas_Click);
     connect(mnucopy, &QAction::triggered, this, &frmgraph::mnucopy_Click);
+    connect(mnupopderiv, &QAction::triggered, this, &frmgraph::mnupopderiv_Click);
+    connect(mnupopprim, &QAction::triggered, this, &frmgraph::mnupopprim_Click);
+    connect(mnuderivative, &QAction::triggered, this, &frmgraph::mnupopderiv_Click);
+    connect(mnuprimitive, &QAction::triggered, this, &frmgraph::mnupopprim_Click);
     connect(mnuprint, &QAction::triggered, this, &frmgraph::mnuprint_Click);
     connect(Picture1, &PlotWidget::leftButtonPressed, this, &frmgraph::Picture1_LeftButtonDown);
     connect(mnuexit, &QAction::triggered, this, &QWidget::close);
@@ -608,8 +627,7 @@ void frmgraph::Text5_Validate()
         return;
     }
     m_acceptedLabel = Text5->text();
-    const QString letter = eval::VariableNameFromLabel(m_acceptedLabel);
-    cmdtoken[kVariableToken]->setText(letter.isEmpty() ? QStringLiteral("x") : letter);
+    cmdtoken[kVariableToken]->setText(model::labelVariable(m_acceptedLabel));
     showStatus(QString());
 }
 
@@ -793,8 +811,14 @@ void frmgraph::Picture1_RightButtonUp(QPointF at)
     m_fillAnchor = scale.toWorld(at);
     m_fillAnchorSet = true;
     mnufill->setEnabled(true);
+    // Near a curve, the click is about that function: it is picked in the function box.
+    const int curve = plot::nearestCurve(m_state, QSizeF(Picture1->size()), at);
+    if (curve >= 0) {
+        imgcombfunc->setEditText(m_state.graphs[std::size_t(curve)].text);
+        imgcombfunc->setCurrentIndex(model::findItemByText(m_state, imgcombfunc->currentText()) - 1);
+    }
     if (isVisible())
-        mnutool->popup(Picture1->mapToGlobal(at.toPoint()));
+        (curve >= 0 ? mnupop : mnutool)->popup(Picture1->mapToGlobal(at.toPoint()));
 }
 
 void frmgraph::mnufill_Click()
@@ -1044,6 +1068,37 @@ bool frmgraph::failed(bool ok, const QString& reason)
     if (!ok)
         m_prompter.message(reason);
     return !ok;
+}
+
+void frmgraph::mnupopderiv_Click()
+{
+    symbolicCommand(true);
+}
+
+void frmgraph::mnupopprim_Click()
+{
+    symbolicCommand(false);
+}
+
+void frmgraph::symbolicCommand(bool derivative)
+{
+    const QString text = imgcombfunc->currentText();
+    if (text.isEmpty())
+        return;
+    const int source = model::findGraphByText(m_state, text);
+    const QString variable = model::labelVariable(Text5->text());
+    const auto report = [this](const QString& m) { m_prompter.message(m); };
+    // The window stays responsive while the answer is worked out, with a busy pointer.
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const QString answer = derivative
+        ? eval::SymbolicDerivative(text, variable, 1, report, m_state.symbolicOptions)
+        : eval::SymbolicPrimitive(text, variable, report, m_state.symbolicOptions);
+    QApplication::restoreOverrideCursor();
+    if (answer.isEmpty())
+        return;
+    imgcombfunc->setEditText(answer);
+    (derivative ? m_state.pendingDerivativeOf : m_state.pendingPrimitiveOf) = std::max(source, -1);
+    frmPicture1_Resize();
 }
 
 void frmgraph::mnucopy_Click()

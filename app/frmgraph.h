@@ -68,6 +68,10 @@ public:
     // The right-button release on the plot: remembers where, for the fill, and offers the
     // tools menu there.
     void Picture1_RightButtonUp(QPointF at);
+    // The derivative and primitive commands on the function in the function box: the answer
+    // goes into the box, waiting to be drawn linked to its source.
+    void mnupopderiv_Click();
+    void mnupopprim_Click();
     void mnucopy_Click();
     void mnuprint_Click();
     // Save As; false when the user cancelled or the file could not be written.
@@ -113,6 +117,7 @@ private:
     quint32 askColor(bool axisTitle);
     void recolorCurves();
     void openGuideLines(int mode);
+    void symbolicCommand(bool derivative);
     plot::RedrawOptions redrawOptions() const;
     // The export's capture: the grip and font first, then the labels burnt into the
     // picture, and afterwards the font back, a black grip and a full redraw.
@@ -168,6 +173,9 @@ private:
     QMenu* mnuhelp = nullptr;
     QMenu* mnuzoomout = nullptr;
     QMenu* mnupop2 = nullptr;
+    QMenu* mnupop = nullptr;
+    QAction* mnupopderiv = nullptr;
+    QAction* mnupopprim = nullptr;
     QAction* mnupop21 = nullptr;
     QAction* mnupop22 = nullptr;
     QAction* mnunew = nullptr;

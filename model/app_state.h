@@ -1,6 +1,7 @@
 #pragma once
 
 #include "eval/evaluator.h"
+#include "eval/symbolic.h"
 #include "model/graph.h"
 #include "model/view_window.h"
 
@@ -52,6 +53,9 @@ struct AppState {
     using LinkCheck = std::function<bool(const QString& sourceText, const QString& candidate)>;
     LinkCheck derivativeCheck;
     LinkCheck primitiveCheck;
+    // How the symbolic library is called: its time limit, and what the window does while
+    // it waits.
+    eval::SymbolicOptions symbolicOptions;
 
     bool documentChanged = false;
     bool saveCancelled = false;

@@ -67,9 +67,7 @@ AddResult addFunctionSteps(AppState& state, Prompter& prompter, const QString& t
     if (keyCode != kEnterKey || text.isEmpty())
         return AddResult::Ignored;
 
-    QString letter = eval::VariableNameFromLabel(label);
-    if (letter.isEmpty())
-        letter = QStringLiteral("x");
+    const QString letter = labelVariable(label);
     if (state.listVariable.isEmpty()) {
         state.listVariable = letter;
     } else if (state.listVariable != letter) {
@@ -101,17 +99,26 @@ AddResult addFunctionSteps(AppState& state, Prompter& prompter, const QString& t
     const int count = static_cast<int>(state.graphs.size());
     auto validSource = [count](int k) { return k >= 0 && k < count; };
 
+    const auto report = [&](const QString& m) { prompter.message(m); };
+    const auto isDerivative = [&](const QString& source) {
+        return state.derivativeCheck
+                   ? state.derivativeCheck(source, text)
+                   : eval::IsDerivativeOf(source, text, letter, report, state.symbolicOptions);
+    };
+    const auto isPrimitive = [&](const QString& source) {
+        return state.primitiveCheck
+                   ? state.primitiveCheck(source, text)
+                   : eval::IsPrimitiveOf(source, text, letter, report, state.symbolicOptions);
+    };
     if (validSource(state.pendingDerivativeOf) &&
-        (state.derivativeCheck ? state.derivativeCheck : IsDerivativeOf)(
-            state.graphs[state.pendingDerivativeOf].text, text)) {
+        isDerivative(state.graphs[state.pendingDerivativeOf].text)) {
         entry.primitiveIndex = state.pendingDerivativeOf;
         state.graphs[state.pendingDerivativeOf].derivativeIndex = newIndex;
     } else {
         state.pendingDerivativeOf = -1;
     }
     if (validSource(state.pendingPrimitiveOf) &&
-        (state.primitiveCheck ? state.primitiveCheck : IsPrimitiveOf)(
-            state.graphs[state.pendingPrimitiveOf].text, text)) {
+        isPrimitive(state.graphs[state.pendingPrimitiveOf].text)) {
         entry.derivativeIndex = state.pendingPrimitiveOf;
         state.graphs[state.pendingPrimitiveOf].primitiveIndex = newIndex;
     } else {
@@ -227,14 +234,10 @@ int primitiveOf(const AppState& state, int k)
     return state.graphs.at(k).primitiveIndex;
 }
 
-bool IsDerivativeOf(const QString&, const QString&)
+QString labelVariable(const QString& label)
 {
-    return false;
-}
-
-bool IsPrimitiveOf(const QString&, const QString&)
-{
-    return false;
+    const QString letter = eval::VariableNameFromLabel(label);
+    return letter.isEmpty() ? QStringLiteral("x") : letter;
 }
 
 } // namespace curvix::model

@@ -42,8 +42,7 @@ int findItemByText(const AppState& state, const QString& text);
 int derivativeOf(const AppState& state, int k);
 int primitiveOf(const AppState& state, int k);
 
-// Until the symbolic library is wired in, no typed text counts as derivative or primitive.
-bool IsDerivativeOf(const QString& sourceText, const QString& candidate);
-bool IsPrimitiveOf(const QString& sourceText, const QString& candidate);
+// The variable letter of a label, "x" when it names none.
+QString labelVariable(const QString& label);
 
 } // namespace curvix::model

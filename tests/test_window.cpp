@@ -114,6 +114,10 @@ private slots:
     void fontSizeDialog_data();
     void fontSizeDialog();
     void guideLinesDialog();
+    void derivativeAndPrimitiveAreLinked_data();
+    void derivativeAndPrimitiveAreLinked();
+    void aFailedPrimitiveKeepsTheBox();
+    void rightClickNearACurvePicksIt();
 };
 
 void TestWindow::initTestCase()
@@ -947,6 +951,82 @@ void TestWindow::guideLinesDialog()
     QTest::mouseClick(child<QPushButton>(dialog, QStringLiteral("removeAll")), Qt::LeftButton);
     QVERIFY(w.window.state().verticalLines.empty());
     QVERIFY(w.window.state().documentChanged);
+}
+
+void TestWindow::derivativeAndPrimitiveAreLinked_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<int>("tool");      // 5 derivative, 6 primitive
+    QTest::addColumn<bool>("edited");   // the answer changed before Enter
+    QTest::addColumn<QString>("tree");  // indentation:text of the items, %1 the answer
+    QTest::newRow("derivative below its source") << "x^3" << 5 << false << "0:x^3 1:%1";
+    QTest::newRow("primitive above its source") << "2x" << 6 << false << "0:%1 1:2x";
+    QTest::newRow("an edited answer is an ordinary function")
+        << "x^3" << 5 << true << "0:x^3 0:%1";
+}
+
+void TestWindow::derivativeAndPrimitiveAreLinked()
+{
+    QFETCH(QString, source);
+    QFETCH(int, tool);
+    QFETCH(bool, edited);
+    QFETCH(QString, tree);
+    ShownWindow w;
+    typeFunction(w.window, source);
+    w.get<QToolButton>(QStringLiteral("Command5_%1").arg(tool))->click();
+    QString answer = w.functionText();
+    QVERIFY(!answer.isEmpty() && answer != source);
+    const model::AppState& state = w.window.state();
+    QCOMPARE(tool == 5 ? state.pendingDerivativeOf : state.pendingPrimitiveOf, 0);
+    if (edited)
+        answer += QStringLiteral("+1");
+    typeFunction(w.window, answer);
+
+    QCOMPARE(int(state.graphCount), 2);
+    auto* box = w.get<app::FunctionBox>(QStringLiteral("imgcombfunc"));
+    QStringList items;
+    for (int i = 0; i < box->count(); ++i)
+        items << QStringLiteral("%1:%2").arg(box->indentAt(i)).arg(box->itemText(i));
+    QCOMPARE(items.join(QLatin1Char(' ')), tree.arg(answer));
+    const int link = tool == 5 ? state.graphs[0].derivativeIndex : state.graphs[0].primitiveIndex;
+    QCOMPARE(link, edited ? -1 : 1);
+    QVERIFY(w.prompter.messages.isEmpty());
+}
+
+void TestWindow::aFailedPrimitiveKeepsTheBox()
+{
+    ShownWindow w;
+    typeFunction(w.window, QStringLiteral("exp(x^2)"));
+    w.get<QAction>(QStringLiteral("mnupopprim"))->trigger();
+    QCOMPARE(w.prompter.messages, (QStringList{"Error in calculation of primitive function",
+                                               "Error in primitive calculation"}));
+    QCOMPARE(w.functionText(), QStringLiteral("exp(x^2)"));
+    QCOMPARE(w.window.state().pendingPrimitiveOf, -1);
+    // An empty box asks nothing.
+    w.get<QComboBox>(QStringLiteral("imgcombfunc"))->setEditText(QString());
+    w.get<QAction>(QStringLiteral("mnupopderiv"))->trigger();
+    QCOMPARE(w.prompter.messages.size(), 2);
+}
+
+void TestWindow::rightClickNearACurvePicksIt()
+{
+    ShownWindow w;
+    typeFunction(w.window, QStringLiteral("x"));
+    typeFunction(w.window, QStringLiteral("-x+3"));
+    const plot::PlotScale scale =
+        plot::SetPlotScale(QSizeF(w.window.plotArea()->size()), w.window.state().view);
+    QTest::mouseRelease(w.window.plotArea(), Qt::RightButton, {},
+                        (scale.toPixel(2.2, 2.2) + QPointF(0, 2)).toPoint());
+    auto* popup = w.get<QMenu>(QStringLiteral("mnupop"));
+    QTRY_VERIFY(popup->isVisible());
+    w.closePopup(popup);
+    QCOMPARE(w.functionText(), QStringLiteral("x"));
+    // Far from every curve the tools menu opens instead.
+    QTest::mouseRelease(w.window.plotArea(), Qt::RightButton, {}, scale.toPixel(-4, 4).toPoint());
+    auto* tools = w.get<QMenu>(QStringLiteral("mnutool"));
+    QTRY_VERIFY(tools->isVisible());
+    w.closePopup(tools);
+    QCOMPARE(w.functionText(), QStringLiteral("x"));
 }
 
 QTEST_MAIN(TestWindow)
