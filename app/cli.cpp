@@ -7,6 +7,7 @@
 #include "model/graph_list.h"
 #include "output/picture_file.h"
 #include "plot/coordinates.h"
+#include "plot/range_rows.h"
 #include "plot/render.h"
 
 #include <QFileInfo>
@@ -91,9 +92,7 @@ int runEval(const QStringList& args, QTextStream& out, QTextStream& err)
         err.flush();
         return kExitCompileError;
     }
-    QString variable = eval::VariableNameFromLabel(request->label);
-    if (variable.isEmpty())
-        variable = QStringLiteral("x");
+    const QString variable = model::labelVariable(request->label);
     const int variableId = evaluator.DefineVariable(variable);
     const int expressionId = evaluator.SetExpression(prepared);
     for (double x : request->xs) {
@@ -129,9 +128,7 @@ int runSymbolic(const QStringList& args, QTextStream& out, QTextStream& err)
     if (formula.isEmpty())
         return usageError(err, QStringLiteral("%1 needs a formula").arg(command));
 
-    QString variable = eval::VariableNameFromLabel(label);
-    if (variable.isEmpty())
-        variable = QStringLiteral("x");
+    const QString variable = model::labelVariable(label);
     const eval::Report report = [&](const QString& message) { err << message << "\n"; };
     const QString answer = command == QLatin1String("--derivative")
                                ? eval::SymbolicDerivative(formula, variable, 1, report)
@@ -180,19 +177,15 @@ struct ExportRequest {
     QStringList formulas;
 };
 
-std::optional<model::ViewWindow> parseView(const QString& text)
+// Reads "xmin,xmax,xstep,ymin,ymax,ystep" by the rules of the window's range rows.
+plot::ViewReading parseView(const QString& text)
 {
     const QStringList parts = text.split(QLatin1Char(','));
     if (parts.size() != 6)
-        return std::nullopt;
-    double v[6];
-    for (int i = 0; i < 6; ++i) {
-        const std::optional<double> number = plot::readRangeNumber(parts[i]);
-        if (!number)
-            return std::nullopt;
-        v[i] = *number;
-    }
-    return model::ViewWindow{v[0], v[1], v[2], 1, v[3], v[4], v[5], 1};
+        return {std::nullopt, QStringLiteral("six values are needed")};
+    const QString ticks = QStringLiteral("1");
+    return plot::readViewWindow({parts[0], parts[1], parts[2], ticks},
+                                {parts[3], parts[4], parts[5], ticks});
 }
 
 std::optional<ExportRequest> parseExport(const QStringList& args, QString& problem)
@@ -228,14 +221,13 @@ std::optional<ExportRequest> parseExport(const QStringList& args, QString& probl
             const auto v = value();
             if (!v)
                 return std::nullopt;
-            request.view = parseView(*v);
-            if (!request.view || !(request.view->XMin < request.view->XMax) ||
-                !(request.view->YMin < request.view->YMax) || !(request.view->XStep > 0) ||
-                !(request.view->YStep > 0)) {
-                problem = QStringLiteral("'%1' is not a view xmin,xmax,xstep,ymin,ymax,ystep "
-                                         "with min below max and steps above 0").arg(*v);
+            const plot::ViewReading reading = parseView(*v);
+            if (!reading.view) {
+                problem = QStringLiteral("'%1' is not a view xmin,xmax,xstep,ymin,ymax,ystep: %2")
+                              .arg(*v, reading.problem);
                 return std::nullopt;
             }
+            request.view = reading.view;
         } else if (a == QLatin1String("--angle")) {
             const auto v = value();
             if (!v)
@@ -341,7 +333,8 @@ QString usageText()
 
 bool isHeadlessCommand(const QStringList& args)
 {
-    return !args.isEmpty() && args.first().startsWith(QLatin1String("--"));
+    return !args.isEmpty() &&
+           (args.first().startsWith(QLatin1String("--")) || args.first() == QLatin1String("-h"));
 }
 
 int runCommandLine(const QStringList& args, QTextStream& out, QTextStream& err)

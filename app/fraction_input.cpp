@@ -60,6 +60,14 @@ FractionInput::FractionInput(QWidget* parent) : QWidget(parent)
         connect(m_boxes[i], &QComboBox::textActivated, m_edits[i],
                 [edit = m_edits[i]](const QString& shown) { edit->setText(piStored(shown)); });
     }
+    // Editing the fraction, or leaving an empty whole part, makes the whole part "0".
+    auto zeroWhole = [this] {
+        if (m_edits[Whole]->storedText().isEmpty())
+            m_edits[Whole]->setText(QStringLiteral("0"));
+    };
+    connect(m_edits[Numerator], &QLineEdit::textEdited, this, zeroWhole);
+    connect(m_edits[Denominator], &QLineEdit::textEdited, this, zeroWhole);
+    connect(m_edits[Whole], &QLineEdit::editingFinished, this, zeroWhole);
     auto* bar = new QFrame(this);
     bar->setFrameShape(QFrame::HLine);
     layout->addWidget(m_boxes[Whole], 0, 0, 3, 1, Qt::AlignVCenter);
@@ -92,6 +100,12 @@ void FractionInput::setAllowedValues(const QStringList& wholes, const QStringLis
             m_boxes[i]->addItem(piShown(value));
         m_edits[i]->setText(kept);
     }
+}
+
+QString FractionInput::writtenText() const
+{
+    return piShown(text(Whole) + QLatin1Char(' ') + text(Numerator) + QLatin1Char('/') +
+                   text(Denominator));
 }
 
 std::optional<double> FractionInput::value() const

@@ -27,6 +27,8 @@ public:
     // Offers these values in the three fields' lists.
     void setAllowedValues(const QStringList& wholes, const QStringList& numerators,
                           const QStringList& denominators);
+    // The three fields as the user reads them, for messages: "-π π/2".
+    QString writtenText() const;
     // The value in world units; nothing for an incomplete fraction.
     std::optional<double> value() const;
 

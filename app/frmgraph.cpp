@@ -51,6 +51,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
+#include <QWindow>
 #include <QVBoxLayout>
 
 namespace curvix::app {
@@ -100,14 +101,16 @@ frmgraph::frmgraph(model::Prompter& prompter, QWidget* parent)
     m_state.symbolicOptions.whileWaiting = [] {
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     };
-    m_state.savedPlotWidth = Picture1->width();
-    m_state.savedPlotHeight = Picture1->height();
     m_state.startView = m_state.view;
     resize(1100, 720);
     imgcombfunc->setFocus();
 }
 
-frmgraph::~frmgraph() = default;
+frmgraph::~frmgraph()
+{
+    // The application reports focus changes while this window is being taken apart.
+    disconnect(m_focusConnection);
+}
 
 void frmgraph::createWidgets()
 {
@@ -403,25 +406,20 @@ void frmgraph::connectHandlers()
     for (int i = 0; i < int(cmdtoken.size()); ++i)
         connect(cmdtoken[i], &QToolButton::clicked, this, [this, i] { cmdtoken_Click(i); });
     connect(Picture1, &PlotWidget::resized, this, &frmgraph::frmPicture1_Resize);
-    connect(qApp, &QApplication::focusChanged, this,
-            [this](QWidget*, QWidget* now) { focusChanged(now); });
+    m_focusConnection = connect(qApp, &QApplication::focusChanged, this,
+                                [this](QWidget*, QWidget* now) { focusChanged(now); });
 
     // Enter in a range box shows the new range at once.
     auto applyAndRedraw = [this] {
-        if (applyRangeRows()) {
-            m_state.documentChanged = true;
+        if (applyRangeRows())
             frmPicture1_Resize();
-        }
     };
-    for (PiLineEdit* box : Text4) {
-        connect(box, &QLineEdit::returnPressed, this, applyAndRedraw);
-        connect(box, &QWidget::customContextMenuRequested, this,
-                [this, box](QPoint at) { mnupop2->popup(box->mapToGlobal(at)); });
-    }
-    for (PiLineEdit* box : Text6) {
-        connect(box, &QLineEdit::returnPressed, this, applyAndRedraw);
-        connect(box, &QWidget::customContextMenuRequested, this,
-                [this, box](QPoint at) { mnupop2->popup(box->mapToGlobal(at)); });
+    for (const auto& row : {Text4, Text6}) {
+        for (PiLineEdit* box : row) {
+            connect(box, &QLineEdit::returnPressed, this, applyAndRedraw);
+            connect(box, &QWidget::customContextMenuRequested, this,
+                    [this, box](QPoint at) { mnupop2->popup(box->mapToGlobal(at)); });
+        }
     }
     for (FractionInput* fraction : fracinput)
         for (auto field : {FractionInput::Whole, FractionInput::Numerator, FractionInput::Denominator})
@@ -499,6 +497,15 @@ void frmgraph::createKeyboardShortcuts()
     shortcut(Qt::SHIFT | Qt::Key_Down, [this] { m_plotFrame->resizePlotBy(0, step); });
 }
 
+void frmgraph::showEvent(QShowEvent* event)
+{
+    QMainWindow::showEvent(event);
+    // A screen of another pixel density needs the picture drawn again at its density.
+    if (windowHandle() && !m_screenConnection)
+        m_screenConnection = connect(windowHandle(), &QWindow::screenChanged, this,
+                                     &frmgraph::frmPicture1_Resize);
+}
+
 void frmgraph::frmPicture1_Resize()
 {
     QImage& image = Picture1->image();
@@ -528,6 +535,11 @@ plot::RedrawOptions frmgraph::redrawOptions() const
 
 void frmgraph::imgcombfunc_KeyPress(int keyCode)
 {
+    // A label the box refused names no variable: nothing is drawn until it is mended.
+    if (keyCode == model::kEnterKey && !labelIsValid(Text5->text())) {
+        Text5_Validate();
+        return;
+    }
     const bool viewChanged = keyCode == model::kEnterKey && applyRangeRows();
     const model::AddResult result =
         model::addFunction(m_state, m_prompter, imgcombfunc->currentText(), Text5->text(), keyCode);
@@ -537,8 +549,6 @@ void frmgraph::imgcombfunc_KeyPress(int keyCode)
     // The drawn text stays for editing, selected so that typing starts the next function.
     if (drawn)
         imgcombfunc->lineEdit()->selectAll();
-    if (viewChanged)
-        m_state.documentChanged = true;
     if (drawn || viewChanged)
         frmPicture1_Resize();
 }
@@ -617,10 +627,15 @@ bool frmgraph::eventFilter(QObject* watched, QEvent* event)
     return QMainWindow::eventFilter(watched, event);
 }
 
-void frmgraph::Text5_Validate()
+bool frmgraph::labelIsValid(const QString& text)
 {
     static const QRegularExpression label(QStringLiteral("^([a-z]\\([a-z]\\)|[a-z])$"));
-    if (!label.match(Text5->text()).hasMatch()) {
+    return label.match(text).hasMatch();
+}
+
+void frmgraph::Text5_Validate()
+{
+    if (!labelIsValid(Text5->text())) {
         showStatus(LoadResString(2027).arg(Text5->text()));
         // The box keeps the focus until it holds a label.
         QTimer::singleShot(0, Text5, [this] { Text5->setFocus(); });
@@ -661,7 +676,7 @@ bool frmgraph::applyRangeRows()
     }
     for (int i = 0; fractions && i < 3; ++i) {
         const std::optional<double> value = fracinput[i]->value();
-        x[i] = value ? eval::roundTripText(*value) : QStringLiteral("?");
+        x[i] = value ? eval::roundTripText(*value) : fracinput[i]->writtenText();
     }
     const plot::ViewReading reading = plot::readViewWindow(x, y);
     if (!reading.view) {
@@ -672,6 +687,7 @@ bool frmgraph::applyRangeRows()
     if (*reading.view == m_state.view)
         return false;
     m_state.view = *reading.view;
+    m_state.documentChanged = true;
     return true;
 }
 
@@ -912,13 +928,14 @@ void frmgraph::Option1_Click(int index)
     }
     if (plot::convertMarks(m_state, from, to))
         m_state.documentChanged = true;
-    if (applyRangeRows())
-        m_state.documentChanged = true;
+    applyRangeRows();
     frmPicture1_Resize();
 }
 
 void frmgraph::Check1_Click()
 {
+    if (m_state.settingUp)
+        return;
     if (Check1->isChecked()) {
         if (mnupop22->isChecked())
             set_triginputcontrols(true);
@@ -931,8 +948,7 @@ void frmgraph::Check1_Click()
         set_triginputcontrols(false);
         loadRows(m_state.presetDecimalX, m_state.presetDecimalY);
     }
-    if (applyRangeRows())
-        m_state.documentChanged = true;
+    applyRangeRows();
     frmPicture1_Resize();
 }
 
@@ -962,20 +978,24 @@ void frmgraph::mnupop22_Click()
     frmPicture1_Resize();
 }
 
+bool frmgraph::askSaveChanges()
+{
+    if (!m_state.documentChanged)
+        return true;
+    switch (m_prompter.ask(LoadResString(620), model::Prompter::Buttons::YesNoCancel)) {
+    case model::Prompter::Button::Cancel:
+        return false;
+    case model::Prompter::Button::Yes:
+        return mnusaveas_Click();
+    default:
+        return true;
+    }
+}
+
 void frmgraph::mnunew_Click()
 {
-    if (m_state.documentChanged) {
-        switch (m_prompter.ask(LoadResString(620), model::Prompter::Buttons::YesNoCancel)) {
-        case model::Prompter::Button::Cancel:
-            return;
-        case model::Prompter::Button::Yes:
-            if (!mnusaveas_Click())
-                return;
-            break;
-        default:
-            break;
-        }
-    }
+    if (!askSaveChanges())
+        return;
     model::clearDrawing(m_state); // also raises the set-up flag
     imgcombfunc->setItems({}, {});
     imgcombfunc->setEditText(QString());
@@ -991,6 +1011,7 @@ void frmgraph::mnunew_Click()
     Check4->setChecked(true);
     m_plotFrame->fillFrame();
     zoom(1, true);
+    m_state.documentChanged = false;
     frmPicture1_Resize();
 }
 
@@ -1014,7 +1035,6 @@ void frmgraph::openSettings()
     if (!m_settings) {
         m_settings = new frmsettings(m_state, this);
         connect(m_settings, &frmsettings::closedWithRedraw, this, &frmgraph::frmPicture1_Resize);
-        connect(m_settings, &QObject::destroyed, this, [this] { m_settings = nullptr; });
     }
     m_settings->show();
     m_settings->raise();
@@ -1200,20 +1220,9 @@ QLabel* frmgraph::addPlotPicture(const QImage& picture, QRect at)
 
 void frmgraph::closeEvent(QCloseEvent* event)
 {
-    if (m_state.documentChanged) {
-        switch (m_prompter.ask(LoadResString(620), model::Prompter::Buttons::YesNoCancel)) {
-        case model::Prompter::Button::Cancel:
-            event->ignore();
-            return;
-        case model::Prompter::Button::Yes:
-            if (!mnusaveas_Click()) {
-                event->ignore();
-                return;
-            }
-            break;
-        default:
-            break;
-        }
+    if (!askSaveChanges()) {
+        event->ignore();
+        return;
     }
     if (m_settings)
         m_settings->close();

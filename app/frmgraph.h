@@ -91,6 +91,7 @@ public:
 protected:
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     void createWidgets();
@@ -104,8 +105,11 @@ private:
     void openSettings();
     void focusChanged(QWidget* now);
     void Text5_Validate();
+    static bool labelIsValid(const QString& text);
+    // "Save changes?" before the drawing is dropped; false when the user stays.
+    bool askSaveChanges();
     // Reads the range rows into the view; a refusal is shown in the status bar and the
-    // last good view stays. Returns whether the view changed.
+    // last good view stays. Returns whether the view changed (a change of the drawing).
     bool applyRangeRows();
     void loadRows(const model::RangePreset& x, const model::RangePreset& y);
     void set_triginputcontrols(bool fractions);
@@ -162,7 +166,9 @@ private:
     QFont m_labelFont;
     QFont m_plotFontDuringCapture;
     ZoomBoxWidget* piczoombox = nullptr;
-    frmsettings* m_settings = nullptr;
+    QPointer<frmsettings> m_settings;
+    QMetaObject::Connection m_focusConnection;
+    QMetaObject::Connection m_screenConnection;
 
     QMenu* mnufile = nullptr;
     QMenu* mnuedit = nullptr;

@@ -19,9 +19,6 @@ class frmsettings : public QWidget {
 public:
     frmsettings(model::AppState& state, QWidget* owner);
 
-    // The separator chosen during this visit, "" while none was chosen.
-    QString chosenSeparator() const { return m_chosen; }
-
 signals:
     // OK or Cancel was pressed; the owner redraws in either case.
     void closedWithRedraw();

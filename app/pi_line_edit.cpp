@@ -37,7 +37,6 @@ void PiLineEdit::append(const QString& stored)
     setText(storedText() + stored);
     setCursorPosition(int(text().size()));
     setFocus();
-    emit storedTextEdited(storedText());
 }
 
 void PiLineEdit::edited(const QString& shown)
@@ -56,7 +55,6 @@ void PiLineEdit::edited(const QString& shown)
         QLineEdit::setText(piShown(stored));
         setCursorPosition(caret);
     }
-    emit storedTextEdited(stored);
 }
 
 } // namespace curvix::app

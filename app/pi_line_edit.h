@@ -24,9 +24,6 @@ public:
     // Appends at the end, leaves the caret there and takes the focus.
     void append(const QString& stored);
 
-signals:
-    void storedTextEdited(const QString& stored);
-
 private:
     void edited(const QString& shown);
 

@@ -85,10 +85,6 @@ struct AppState {
     RangePreset presetGradiansX, presetGradiansY;
     RangePreset presetDecimalX, presetDecimalY;
 
-    // The plot area's size at load time, restored by New.
-    double savedPlotWidth = 0;
-    double savedPlotHeight = 0;
-
     eval::ExpressionEvaluator evaluator;
 };
 

@@ -224,14 +224,15 @@ int findItemByText(const AppState& state, const QString& text)
     return -1;
 }
 
+// Links may point past the end after deletions; following one finds nothing there.
 int derivativeOf(const AppState& state, int k)
 {
-    return state.graphs.at(k).derivativeIndex;
+    return k >= 0 && k < int(state.graphs.size()) ? state.graphs[std::size_t(k)].derivativeIndex : -1;
 }
 
 int primitiveOf(const AppState& state, int k)
 {
-    return state.graphs.at(k).primitiveIndex;
+    return k >= 0 && k < int(state.graphs.size()) ? state.graphs[std::size_t(k)].primitiveIndex : -1;
 }
 
 QString labelVariable(const QString& label)

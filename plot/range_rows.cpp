@@ -53,8 +53,12 @@ ViewReading readViewWindow(const RangeRow& xRow, const RangeRow& yRow)
         const double* v = values[axis];
         if (!(v[0] < v[1]) || !std::isfinite(v[1] - v[0]))
             return {std::nullopt, model::LoadResString(2033).arg(boxName(axis, 0), boxName(axis, 1))};
-        if (v[3] > 0 && !(v[2] > 0))
+        // The step is also the border: never negative, and above 0 where it spaces ticks.
+        if (v[2] < 0 || (v[3] > 0 && !(v[2] > 0)))
             return {std::nullopt, model::LoadResString(2034).arg(boxName(axis, 2))};
+        // Doubles cannot tell apart the points of a range that narrow so far from zero.
+        if (std::max(std::abs(v[0]), std::abs(v[1])) > 1e12 * (v[1] - v[0]))
+            return {std::nullopt, model::LoadResString(2035).arg(boxName(axis, 0), boxName(axis, 1))};
     }
     const double (&x)[4] = values[0];
     const double (&y)[4] = values[1];

@@ -42,7 +42,19 @@ MultipleRange multiplesWithin(double interval, double from, double to)
 // More labels than pixels would only smear the axis (and take long to write): none then.
 bool tooDense(const MultipleRange& range, double pixels)
 {
-    return !range.empty() && range.last - range.first > pixels;
+    return !range.empty() && !(range.last - range.first <= pixels);
+}
+
+// Calls draw(k · interval) for the multiples of a range. The count is an integer: far from
+// zero, k + 1 can equal k in floating point, and a floating counter would never end.
+template <typename Draw>
+void forEachMultiple(double interval, const MultipleRange& range, Draw draw)
+{
+    if (range.empty())
+        return;
+    const qint64 count = qint64(range.last - range.first);
+    for (qint64 i = 0; i <= count; ++i)
+        draw((range.first + double(i)) * interval);
 }
 
 QImage tintedArrow(int number, const QColor& color)
@@ -155,10 +167,8 @@ void forEachXTick(const Surface& surface, const model::ViewWindow& view, double 
     const MultipleRange down = multiplesWithin(interval, std::max(left, view.XMin * 1.05), std::min(right, -interval));
     if (tooDense(up, s.pixels().width()) || tooDense(down, s.pixels().width()))
         return;
-    for (double k = std::max(1.0, up.first); !up.empty() && k <= up.last; ++k)
-        draw(k * interval);
-    for (double k = std::min(-1.0, down.last); !down.empty() && k >= down.first; --k)
-        draw(k * interval);
+    forEachMultiple(interval, up, draw);
+    forEachMultiple(interval, down, draw);
 }
 
 // The top of the x labels: 1.8 vertical label offsets below the larger of YMin and 0.
@@ -234,8 +244,11 @@ int ComputeCurvePoints(model::AppState& state, const model::ViewWindow& view,
     thread_local std::vector<double> xs;
     thread_local std::vector<double> ys;
     xs.clear();
-    for (double x = view.XMin; x <= view.XMax && xs.size() < kMaxSamples; x += step)
+    for (double x = view.XMin; x <= view.XMax && xs.size() < kMaxSamples; x += step) {
         xs.push_back(x);
+        if (x + step == x) // the step is lost in x: no further sample would differ
+            break;
+    }
     ys.resize(xs.size());
 
     eval::ExpressionEvaluator& evaluator = state.evaluator;
@@ -284,8 +297,7 @@ void DrawGrid(Surface& surface, const model::ViewWindow& view, const QColor& col
                 fillBand(r.first * step, r.last * step);
                 continue;
             }
-            for (double k = r.first; k <= r.last; ++k)
-                drawAt(k * step);
+            forEachMultiple(step, r, drawAt);
         }
     };
     lines(
@@ -414,10 +426,8 @@ void DrawDecimalTickLabels(Surface& surface, const model::ViewWindow& view, int 
     const MultipleRange down = multiplesWithin(interval, std::max(view.YMin * 1.05, s.bottom() - margin), std::min(-interval, s.top() + margin));
     if (tooDense(up, s.pixels().height()) || tooDense(down, s.pixels().height()))
         return;
-    for (double k = std::max(1.0, up.first); !up.empty() && k <= up.last; ++k)
-        draw(k * interval);
-    for (double k = std::min(-1.0, down.last); !down.empty() && k >= down.first; --k)
-        draw(k * interval);
+    forEachMultiple(interval, up, draw);
+    forEachMultiple(interval, down, draw);
 }
 
 QString piMultipleText(double multiple)

@@ -1,3 +1,4 @@
+#include <QFile>
 #include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -14,6 +15,8 @@ private slots:
     void rejects();
     void exports_data();
     void exports();
+    void exportsVectorFiles_data();
+    void exportsVectorFiles();
     void exportRefuses_data();
     void exportRefuses();
     void symbolic_data();
@@ -110,37 +113,70 @@ void TestCli::rejects()
 void TestCli::exports_data()
 {
     QTest::addColumn<QString>("file");
-    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QStringList>("view");     // options that set up the plot
+    QTest::addColumn<QStringList>("formulas");
     QTest::addColumn<QSize>("size");
     QTest::addColumn<int>("exitCode");
+    QTest::addColumn<bool>("curves"); // whether anything beyond the bare axes is drawn
 
-    QTest::newRow("png, defaults") << "a.png" << QStringList{"sin(x)", "x^2-2"} << QSize(800, 600) << 0;
-    QTest::newRow("bmp with a size") << "b.bmp" << QStringList{"--size", "320x200", "x"} << QSize(320, 200) << 0;
+    QTest::newRow("png, defaults") << "a.png" << QStringList{} << QStringList{"sin(x)", "x^2-2"}
+                                   << QSize(800, 600) << 0 << true;
+    QTest::newRow("bmp with a size") << "b.bmp" << QStringList{"--size", "320x200"}
+                                     << QStringList{"x"} << QSize(320, 200) << 0 << true;
     QTest::newRow("view with pi")
-        << "c.png" << QStringList{"--exact-trig", "--view", "-2p,2p,0.5p,-2,2,1", "tan(x)"}
-        << QSize(800, 600) << 0;
-    QTest::newRow("degrees, no grid")
-        << "d.png" << QStringList{"--angle", "deg", "--no-grid", "sin(x)"} << QSize(800, 600) << 0;
-    QTest::newRow("no formula at all") << "e.png" << QStringList{} << QSize(800, 600) << 0;
+        << "c.png" << QStringList{"--exact-trig", "--view", "-2p,2p,0.5p,-2,2,1"}
+        << QStringList{"tan(x)"} << QSize(800, 600) << 0 << true;
+    QTest::newRow("no formula at all") << "e.png" << QStringList{} << QStringList{}
+                                       << QSize(800, 600) << 0 << false;
     QTest::newRow("one bad formula, the rest drawn")
-        << "f.png" << QStringList{"x", "2x+", "x^2"} << QSize(800, 600) << 1;
+        << "f.png" << QStringList{} << QStringList{"2x+", "x^2"} << QSize(800, 600) << 1 << true;
+    QTest::newRow("only a bad formula") << "g.png" << QStringList{} << QStringList{"2x+"}
+                                        << QSize(800, 600) << 1 << false;
 }
 
 void TestCli::exports()
 {
     QFETCH(QString, file);
-    QFETCH(QStringList, options);
+    QFETCH(QStringList, view);
+    QFETCH(QStringList, formulas);
     QFETCH(QSize, size);
     QFETCH(int, exitCode);
+    QFETCH(bool, curves);
     const QString path = m_dir.filePath(file);
-    const Run run = runCurvix(QStringList{"--export", path} + options);
+    const Run run = runCurvix(QStringList{"--export", path} + view + formulas);
     QCOMPARE(run.exitCode, exitCode);
     QCOMPARE(run.err.isEmpty(), exitCode == 0);
     const QImage image(path);
     QCOMPARE(image.size(), size);
-    // Something besides the background was drawn: at least the axes.
-    QVERIFY(image.pixelColor(size.width() / 2, size.height() / 2) != QColor(Qt::white) ||
-            image.pixelColor(size.width() / 2 + 1, size.height() / 2 + 1) != QColor(Qt::white));
+
+    // The same view with no formula: the curves are what differs from it.
+    const QString bare = m_dir.filePath("bare-" + file);
+    QCOMPARE(runCurvix(QStringList{"--export", bare} + view).exitCode, 0);
+    QCOMPARE(image != QImage(bare), curves);
+}
+
+void TestCli::exportsVectorFiles_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QByteArray>("starts");
+    QTest::addColumn<QByteArray>("contains");
+    QTest::newRow("pdf") << "v.pdf" << QByteArray("%PDF") << QByteArray("/Page");
+    QTest::newRow("svg") << "v.svg" << QByteArray("<?xml") << QByteArray("<svg");
+}
+
+void TestCli::exportsVectorFiles()
+{
+    QFETCH(QString, file);
+    QFETCH(QByteArray, starts);
+    QFETCH(QByteArray, contains);
+    const QString path = m_dir.filePath(file);
+    const Run run = runCurvix({"--export", path, "--size", "300x200", "sin(x)"});
+    QCOMPARE(run.exitCode, 0);
+    QFile written(path);
+    QVERIFY(written.open(QIODevice::ReadOnly));
+    const QByteArray bytes = written.readAll();
+    QVERIFY(bytes.startsWith(starts));
+    QVERIFY(bytes.contains(contains));
 }
 
 void TestCli::exportRefuses_data()
@@ -156,6 +192,10 @@ void TestCli::exportRefuses_data()
                                << "view";
     QTest::newRow("too few view values") << QStringList{"--export", "x.png", "--view", "1,2"} << "view";
     QTest::newRow("bad angle") << QStringList{"--export", "x.png", "--angle", "turns"} << "--angle";
+    QTest::newRow("too narrow far from zero")
+        << QStringList{"--export", "x.png", "--view", "100000000000000000,100000000000000200,1,-5,5,1", "x"}
+        << "view";
+    QTest::newRow("unknown kind of vector file") << QStringList{"--export", "x.eps", "x"} << ".pdf";
     QTest::newRow("exact trig in degrees")
         << QStringList{"--export", "x.png", "--angle", "deg", "--exact-trig"} << "radians";
 }

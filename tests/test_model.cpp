@@ -1,5 +1,4 @@
 #include "model/graph_list.h"
-#include "model/strings.h"
 #include "scripted_prompter.h"
 
 #include <QTest>
@@ -53,8 +52,6 @@ private slots:
     void lookups();
     void deletingAnItemLiftsItsChildren_data();
     void deletingAnItemLiftsItsChildren();
-    void stringTableHoldsTheProgramTexts_data();
-    void stringTableHoldsTheProgramTexts();
 };
 
 void TestModel::addingFollowsTheListRules_data()
@@ -347,28 +344,6 @@ void TestModel::deletingAnItemLiftsItsChildren()
     QCOMPARE(itemTree(state), expectedTree);
     QCOMPARE(entryTexts(state), expectedEntries);
     QCOMPARE(state.listVariable, QStringLiteral("x"));
-}
-
-void TestModel::stringTableHoldsTheProgramTexts_data()
-{
-    QTest::addColumn<int>("number");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("draw") << 710 << "Draw";
-    QTest::newRow("save question") << 620 << "Save changes?";
-    QTest::newRow("radians") << 453 << "Ra&dians";
-    QTest::newRow("decimal point") << 25 << ".";
-    QTest::newRow("separator") << 29 << ",";
-    QTest::newRow("arrow switch") << 34 << "-1";
-    QTest::newRow("font size answer") << 443 << "only digits, - and ";
-    QTest::newRow("vertical bar") << 1004 << "Vertical bar(|)";
-    QTest::newRow("unknown") << 99999 << "";
-}
-
-void TestModel::stringTableHoldsTheProgramTexts()
-{
-    QFETCH(int, number);
-    QFETCH(QString, text);
-    QCOMPARE(LoadResString(number), text);
 }
 
 QTEST_GUILESS_MAIN(TestModel)

@@ -1,3 +1,4 @@
+#include "eval/formula.h"
 #include "plot/angles.h"
 #include "plot/colors.h"
 #include "plot/coordinates.h"
@@ -29,6 +30,8 @@ private slots:
     void rangeBoxesTakeTexts();
     void rowsBecomeAView_data();
     void rowsBecomeAView();
+    void rangeNumbers_data();
+    void rangeNumbers();
     void zoomedSteps_data();
     void zoomedSteps();
     void zoomingInWritesTheBoxIntoTheRows();
@@ -251,8 +254,14 @@ void TestPlot::rowsBecomeAView_data()
                            << "y maximum";
     QTest::newRow("pi on the y row") << decimal << plot::RangeRow{"-p", "p", "1", "1"} << false
                                      << "y minimum";
-    QTest::newRow("too wide to draw") << plot::RangeRow{"-1e308", "1e308", "1", "1"} << decimal
-                                      << false << "x minimum";
+    const QString huge = "-1" + QString(301, QLatin1Char('0'));
+    QTest::newRow("too large to draw") << plot::RangeRow{huge, "5", "1", "1"} << decimal
+                                       << false << "x minimum";
+    QTest::newRow("negative step without ticks") << plot::RangeRow{"-5", "5", "-6", "0"} << decimal
+                                                 << false << "x step";
+    QTest::newRow("too narrow that far from zero")
+        << plot::RangeRow{"10000000000000000", "10000000000000100", "1", "1"} << decimal << false
+        << "x minimum";
 }
 
 void TestPlot::rowsBecomeAView()
@@ -270,6 +279,24 @@ void TestPlot::rowsBecomeAView()
     } else {
         QVERIFY2(reading.problem.contains(problemMentions), qPrintable(reading.problem));
     }
+}
+
+void TestPlot::rangeNumbers_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<double>("value");
+    QTest::newRow("decimal comma") << "0,25" << 0.25;
+    QTest::newRow("pi") << "p" << eval::kPiValue;
+    QTest::newRow("minus pi") << "-p" << -eval::kPiValue;
+    QTest::newRow("multiple of pi") << "2p" << 2 * eval::kPiValue;
+    QTest::newRow("half pi") << "0.5p" << 0.5 * eval::kPiValue;
+}
+
+void TestPlot::rangeNumbers()
+{
+    QFETCH(QString, text);
+    QFETCH(double, value);
+    QCOMPARE(plot::readRangeNumber(text).value_or(-99), value);
 }
 
 void TestPlot::zoomedSteps_data()

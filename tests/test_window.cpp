@@ -18,6 +18,7 @@
 #include <QTemporaryDir>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QFile>
 #include <QLabel>
 #include <QListWidget>
 #include <QWheelEvent>
@@ -118,6 +119,10 @@ private slots:
     void derivativeAndPrimitiveAreLinked();
     void aFailedPrimitiveKeepsTheBox();
     void rightClickNearACurvePicksIt();
+    void aRefusedLabelDrawsNothing();
+    void yesSavesBeforeNewAndClose_data();
+    void yesSavesBeforeNewAndClose();
+    void deleteTakesTheSelectedItem();
 };
 
 void TestWindow::initTestCase()
@@ -1027,6 +1032,64 @@ void TestWindow::rightClickNearACurvePicksIt()
     QTRY_VERIFY(tools->isVisible());
     w.closePopup(tools);
     QCOMPARE(w.functionText(), QStringLiteral("x"));
+}
+
+void TestWindow::aRefusedLabelDrawsNothing()
+{
+    ShownWindow w;
+    auto* label = w.get<QLineEdit>(QStringLiteral("Text5"));
+    label->setText(QStringLiteral("F(t)"));
+    w.get<QComboBox>(QStringLiteral("imgcombfunc"))->setEditText(QStringLiteral("t^2"));
+    QTest::mouseClick(w.get<QPushButton>(QStringLiteral("Command1_0")), Qt::LeftButton);
+    QCOMPARE(int(w.window.state().graphCount), 0);
+    QVERIFY(w.window.state().listVariable.isEmpty());
+    QTRY_VERIFY(label->hasFocus());
+    QVERIFY(!w.status().isEmpty());
+    QVERIFY(w.prompter.messages.isEmpty());
+    // Mended, the same text draws.
+    label->setText(QStringLiteral("f(t)"));
+    QTest::mouseClick(w.get<QPushButton>(QStringLiteral("Command1_0")), Qt::LeftButton);
+    QCOMPARE(int(w.window.state().graphCount), 1);
+}
+
+void TestWindow::yesSavesBeforeNewAndClose_data()
+{
+    QTest::addColumn<bool>("close");
+    QTest::newRow("new") << false;
+    QTest::newRow("close") << true;
+}
+
+void TestWindow::yesSavesBeforeNewAndClose()
+{
+    QFETCH(bool, close);
+    ShownWindow w;
+    typeFunction(w.window, QStringLiteral("x^2"));
+    const QString file = m_home.filePath(QStringLiteral("before.png"));
+    w.prompter.answers.push_back(model::Prompter::Button::Yes);
+    w.prompter.fileNames.push_back(file);
+    if (close)
+        QVERIFY(w.window.close());
+    else
+        w.get<QAction>(QStringLiteral("mnunew"))->trigger();
+    QVERIFY(QFile::exists(file));
+    QCOMPARE(QImage(file).size(), w.window.plotArea()->image().size());
+    QVERIFY(!w.window.state().documentChanged);
+    if (!close)
+        QCOMPARE(int(w.window.state().graphCount), 0);
+}
+
+void TestWindow::deleteTakesTheSelectedItem()
+{
+    ShownWindow w;
+    typeFunction(w.window, QStringLiteral("x"));
+    typeFunction(w.window, QStringLiteral("x^2"));
+    auto* box = w.get<QComboBox>(QStringLiteral("imgcombfunc"));
+    // The edited text differs from the selected item: the text names what goes.
+    box->setCurrentIndex(0);
+    box->setEditText(QStringLiteral("x^2"));
+    w.get<QAction>(QStringLiteral("mnupop1"))->trigger();
+    QCOMPARE(int(w.window.state().graphCount), 1);
+    QCOMPARE(w.window.state().graphs[0].text, QStringLiteral("x"));
 }
 
 QTEST_MAIN(TestWindow)
