@@ -1,0 +1,416 @@
+#include "app/frmabout1.h"
+#include "app/help_window.h"
+#include "model/strings.h"
+#include "scripted_prompter.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+#include <QTextBlock>
+#include <QTextBrowser>
+#include <QTextDocument>
+#include <QToolButton>
+#include <QTreeWidget>
+
+#include <algorithm>
+#include <map>
+#include <memory>
+
+using namespace curvix;
+
+namespace {
+
+const QString kUnavailable = QStringLiteral("System Information Is Unavailable At This Time");
+
+struct PageFacts {
+    QStringList anchors;
+    QList<QUrl> links; // resolved against the page
+    QList<QUrl> images;
+    QString title;
+    QString text;
+};
+
+QUrl pageUrl(const QString& file)
+{
+    return QUrl(QStringLiteral("qrc:/help/") + file);
+}
+
+PageFacts readPage(const QString& file)
+{
+    PageFacts facts;
+    QFile source(QStringLiteral(":/help/") + file);
+    if (!source.open(QIODevice::ReadOnly))
+        return facts;
+    QTextDocument document;
+    document.setHtml(QString::fromUtf8(source.readAll()));
+    facts.title = document.metaInformation(QTextDocument::DocumentTitle);
+    facts.text = document.toPlainText();
+    const QUrl base = pageUrl(file);
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
+        for (auto it = block.begin(); !it.atEnd(); ++it) {
+            const QTextCharFormat format = it.fragment().charFormat();
+            facts.anchors << format.anchorNames();
+            if (format.isAnchor() && !format.anchorHref().isEmpty())
+                facts.links << base.resolved(QUrl(format.anchorHref()));
+            if (format.isImageFormat())
+                facts.images << base.resolved(QUrl(format.toImageFormat().name()));
+        }
+    return facts;
+}
+
+QStringList manualPages()
+{
+    return QDir(QStringLiteral(":/help")).entryList({QStringLiteral("*.html")}, QDir::Files);
+}
+
+QStringList resultTitles(QListWidget* results)
+{
+    QStringList titles;
+    for (int i = 0; i < results->count(); ++i)
+        titles << results->item(i)->text();
+    return titles;
+}
+
+struct HelpWidgets {
+    app::HelpWindow* window = nullptr;
+    QTabWidget* tabs = nullptr;
+    QTreeWidget* contents = nullptr;
+    QLineEdit* search = nullptr;
+    QListWidget* results = nullptr;
+    QTextBrowser* page = nullptr;
+
+    explicit HelpWidgets(app::HelpWindow* w) : window(w)
+    {
+        tabs = w->findChild<QTabWidget*>(QStringLiteral("tabs"));
+        contents = w->findChild<QTreeWidget*>(QStringLiteral("contents"));
+        search = w->findChild<QLineEdit*>(QStringLiteral("search"));
+        results = w->findChild<QListWidget*>(QStringLiteral("results"));
+        page = w->findChild<QTextBrowser*>(QStringLiteral("page"));
+    }
+    bool complete() const { return tabs && contents && search && results && page; }
+};
+
+} // namespace
+
+class TestAboutHelp : public QObject {
+    Q_OBJECT
+private slots:
+    void aboutWindowTexts();
+    void okCloses();
+    void sysInfo_data();
+    void sysInfo();
+    void sysInfoButtonOnThisMachine();
+    void manualLinksResolve();
+    void everyPageIsInTheContents();
+    void contentsEntriesOpenTheirPages();
+    void followingALinkSelectsItsTopic();
+    void search_data();
+    void search();
+    void searchHighlightsTheWords();
+    void showHelpOpensOneWindowOnTheAskedTab();
+};
+
+void TestAboutHelp::aboutWindowTexts()
+{
+    ScriptedPrompter prompter;
+    app::frmAbout1 about(prompter);
+    QCOMPARE(about.objectName(), QStringLiteral("frmAbout1"));
+
+    auto* version = about.findChild<QLabel*>(QStringLiteral("lblVersion"));
+    auto* title = about.findChild<QLabel*>(QStringLiteral("lblTitle"));
+    auto* notice = about.findChild<QLabel*>(QStringLiteral("lblDisclaimer"));
+    auto* icon = about.findChild<QLabel*>(QStringLiteral("picIcon"));
+    QVERIFY(version && title && notice && icon);
+
+    QCOMPARE(version->text(), QStringLiteral("Version " CURVIX_EXPECTED_VERSION));
+    QCOMPARE(title->text(), QStringLiteral("Curvix"));
+    QVERIFY(!icon->pixmap().isNull());
+
+    // The rights notice comes first; the credit of the symbolic library follows after a
+    // line break and names the library that really does the work.
+    const QStringList lines = notice->text().split(QLatin1Char('\n'));
+    QVERIFY(lines.size() >= 2);
+    QVERIFY(lines.first().startsWith(QStringLiteral("Copyright")));
+    QVERIFY(lines.first().contains(QStringLiteral("The Curvix developers")));
+    QVERIFY(notice->text().contains(QStringLiteral("GPL-3.0-or-later")));
+    QVERIFY(notice->text().contains(QStringLiteral("NO WARRANTY")));
+    const QString credit = lines.last();
+    QVERIFY2(credit.startsWith(QStringLiteral("SYMBOLIC.DLL ")), qPrintable(credit));
+    QVERIFY(credit.contains(QStringLiteral("Giac")));
+    QVERIFY(credit.contains(QStringLiteral("Bernard Parisse")));
+}
+
+void TestAboutHelp::okCloses()
+{
+    ScriptedPrompter prompter;
+    app::frmAbout1 about(prompter);
+    about.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&about));
+    auto* ok = about.findChild<QPushButton*>(QStringLiteral("cmdOK"));
+    QVERIFY(ok);
+    QTest::mouseClick(ok, Qt::LeftButton);
+    QVERIFY(!about.isVisible());
+    QCOMPARE(about.result(), int(QDialog::Accepted));
+    QVERIFY(prompter.messages.isEmpty());
+}
+
+void TestAboutHelp::sysInfo_data()
+{
+    QTest::addColumn<QStringList>("installed");
+    QTest::addColumn<QString>("registered");
+    QTest::addColumn<bool>("startWorks");
+    QTest::addColumn<QString>("tried");
+    QTest::addColumn<bool>("started");
+
+    const QString none;
+    QTest::newRow("nothing installed") << QStringList{} << none << true << none << false;
+    QTest::newRow("only the last choice")
+        << QStringList{"gnome-system-monitor"} << none << true
+        << QStringLiteral("/usr/bin/gnome-system-monitor") << true;
+    QTest::newRow("kinfocenter before the others")
+        << QStringList{"gnome-system-monitor", "hardinfo", "kinfocenter"} << none << true
+        << QStringLiteral("/usr/bin/kinfocenter") << true;
+    QTest::newRow("hardinfo before gnome-system-monitor")
+        << QStringList{"gnome-system-monitor", "hardinfo"} << none << true
+        << QStringLiteral("/usr/bin/hardinfo") << true;
+    QTest::newRow("found but will not start")
+        << QStringList{"hardinfo"} << none << false << QStringLiteral("/usr/bin/hardinfo") << false;
+    QTest::newRow("a registered tool comes first")
+        << QStringList{"kinfocenter"} << QStringLiteral("C:/Tools/msinfo32.exe") << true
+        << QStringLiteral("C:/Tools/msinfo32.exe") << true;
+    QTest::newRow("unknown programs are not taken")
+        << QStringList{"top", "htop"} << none << true << none << false;
+}
+
+void TestAboutHelp::sysInfo()
+{
+#ifdef Q_OS_WIN
+    QSKIP("Windows looks in the registry, not on the PATH");
+#endif
+    QFETCH(QStringList, installed);
+    QFETCH(QString, registered);
+    QFETCH(bool, startWorks);
+    QFETCH(QString, tried);
+    QFETCH(bool, started);
+
+    app::SysInfoSearch search = app::systemSysInfoSearch();
+    if (!registered.isEmpty())
+        search.registered = [registered] { return registered; };
+    search.findExecutable = [installed](const QString& name) {
+        return installed.contains(name) ? QStringLiteral("/usr/bin/") + name : QString();
+    };
+    QStringList attempts;
+    search.start = [&attempts, startWorks](const QString& path) {
+        attempts << path;
+        return startWorks;
+    };
+
+    ScriptedPrompter prompter;
+    QCOMPARE(app::StartSysInfo(prompter, search), started);
+    QCOMPARE(attempts, tried.isEmpty() ? QStringList{} : QStringList{tried});
+    QCOMPARE(prompter.messages, started ? QStringList{} : QStringList{kUnavailable});
+}
+
+void TestAboutHelp::sysInfoButtonOnThisMachine()
+{
+    // The real PATH lookup, asked for a program that no machine has.
+    app::SysInfoSearch search = app::systemSysInfoSearch();
+    search.registered = nullptr;
+    search.candidates = {QStringLiteral("curvix-test-no-such-program-3f9c1")};
+    bool startCalled = false;
+    search.start = [&startCalled](const QString&) { return startCalled = true; };
+
+    ScriptedPrompter prompter;
+    app::frmAbout1 about(prompter);
+    about.setSysInfoSearch(search);
+    about.show();
+    auto* button = about.findChild<QPushButton*>(QStringLiteral("cmdSysInfo"));
+    QVERIFY(button);
+    QTest::mouseClick(button, Qt::LeftButton);
+    QVERIFY(!startCalled);
+    QCOMPARE(prompter.messages, QStringList{kUnavailable});
+    QVERIFY(about.isVisible());
+}
+
+void TestAboutHelp::manualLinksResolve()
+{
+    const QStringList pages = manualPages();
+    QVERIFY(pages.contains(model::LoadResString(3)));
+    std::map<QString, PageFacts> facts;
+    for (const QString& page : pages)
+        facts[page] = readPage(page);
+
+    int internal = 0;
+    for (const QString& page : pages) {
+        QVERIFY2(!facts[page].title.isEmpty(), qPrintable(page + " has no title"));
+        for (const QUrl& link : facts[page].links) {
+            const QString where = page + " -> " + link.toString();
+            if (link.scheme() == QLatin1String("http") || link.scheme() == QLatin1String("https"))
+                continue;
+            QCOMPARE(link.scheme(), QStringLiteral("qrc"));
+            ++internal;
+            const QString target = link.fileName();
+            QVERIFY2(facts.count(target) == 1, qPrintable(where));
+            if (link.hasFragment())
+                QVERIFY2(facts[target].anchors.contains(link.fragment()), qPrintable(where));
+        }
+        for (const QUrl& image : facts[page].images)
+            QVERIFY2(QFile::exists(QLatin1Char(':') + image.path()),
+                     qPrintable(page + " -> " + image.toString()));
+    }
+    QVERIFY(internal > pages.size());
+}
+
+void TestAboutHelp::everyPageIsInTheContents()
+{
+    app::HelpWindow window;
+    HelpWidgets w(&window);
+    QVERIFY(w.complete());
+    QStringList listed;
+    for (int i = 0; i < w.contents->topLevelItemCount(); ++i)
+        listed << w.contents->topLevelItem(i)->data(0, Qt::UserRole).toUrl().fileName();
+    QCOMPARE(listed.first(), model::LoadResString(3));
+    QStringList sortedListed = listed;
+    sortedListed.sort();
+    QCOMPARE(sortedListed, manualPages());
+}
+
+void TestAboutHelp::contentsEntriesOpenTheirPages()
+{
+    app::HelpWindow window;
+    HelpWidgets w(&window);
+    QVERIFY(w.complete());
+    window.show();
+    int sections = 0;
+    for (int i = 0; i < w.contents->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* topic = w.contents->topLevelItem(i);
+        w.contents->setCurrentItem(topic);
+        QCOMPARE(w.page->source().fileName(), topic->data(0, Qt::UserRole).toUrl().fileName());
+        QVERIFY2(w.page->toPlainText().trimmed().size() > 200, qPrintable(topic->text(0)));
+        QCOMPARE(w.page->documentTitle(), topic->text(0));
+        for (int k = 0; k < topic->childCount(); ++k) {
+            QTreeWidgetItem* section = topic->child(k);
+            w.contents->setCurrentItem(section);
+            const QUrl url = section->data(0, Qt::UserRole).toUrl();
+            QCOMPARE(w.page->source(), url);
+            QVERIFY(readPage(url.fileName()).anchors.contains(url.fragment()));
+            QVERIFY2(w.page->toPlainText().contains(section->text(0)), qPrintable(section->text(0)));
+            ++sections;
+        }
+    }
+    QVERIFY(sections > w.contents->topLevelItemCount());
+}
+
+void TestAboutHelp::followingALinkSelectsItsTopic()
+{
+    app::HelpWindow window;
+    HelpWidgets w(&window);
+    QVERIFY(w.complete());
+    const QUrl start = w.page->source();
+    w.page->setSource(pageUrl(QStringLiteral("zoom.html#wheel")));
+    QTreeWidgetItem* current = w.contents->currentItem();
+    QVERIFY(current && current->parent());
+    QCOMPARE(current->data(0, Qt::UserRole).toUrl(), pageUrl(QStringLiteral("zoom.html#wheel")));
+    QCOMPARE(current->parent()->text(0), QStringLiteral("Zooming"));
+
+    auto* back = window.findChild<QToolButton*>(QStringLiteral("back"));
+    QVERIFY(back && back->isEnabled());
+    QTest::mouseClick(back, Qt::LeftButton);
+    QCOMPARE(w.page->source(), start);
+    QCOMPARE(w.contents->currentItem()->data(0, Qt::UserRole).toUrl(), start);
+}
+
+void TestAboutHelp::search_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("firstTopic"); // empty: no topic found
+
+    QTest::newRow("tangent") << QStringLiteral("tangent") << QStringLiteral("Tangents");
+    QTest::newRow("upper case") << QStringLiteral("TANGENT") << QStringLiteral("Tangents");
+    QTest::newRow("two words") << QStringLiteral("wheel  notch") << QStringLiteral("Zooming");
+    QTest::newRow("primitive") << QStringLiteral("primitive") << QStringLiteral("Derivative and primitive function");
+    QTest::newRow("nonsense") << QStringLiteral("qxzvolbr") << QString();
+    QTest::newRow("one known, one nonsense") << QStringLiteral("zoom qxzvolbr") << QString();
+    QTest::newRow("blanks only") << QStringLiteral("   ") << QString();
+}
+
+void TestAboutHelp::search()
+{
+    QFETCH(QString, typed);
+    QFETCH(QString, firstTopic);
+
+    app::HelpWindow window;
+    HelpWidgets w(&window);
+    QVERIFY(w.complete());
+    window.showTab(app::HelpTab::Search);
+    QTest::keyClicks(w.search, typed);
+
+    // Exactly the pages that hold every word, whatever their case.
+    const QStringList words = typed.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    QStringList expected;
+    for (const QString& page : manualPages()) {
+        const PageFacts facts = readPage(page);
+        const bool all = !words.isEmpty() && std::all_of(words.begin(), words.end(), [&](const QString& word) {
+            return facts.text.contains(word, Qt::CaseInsensitive);
+        });
+        if (all)
+            expected << facts.title;
+    }
+    QStringList found = resultTitles(w.results);
+    if (!firstTopic.isEmpty())
+        QCOMPARE(found.value(0), firstTopic);
+    found.sort();
+    expected.sort();
+    QCOMPARE(found, expected);
+    QCOMPARE(found.isEmpty(), firstTopic.isEmpty());
+}
+
+void TestAboutHelp::searchHighlightsTheWords()
+{
+    app::HelpWindow window;
+    HelpWidgets w(&window);
+    QVERIFY(w.complete());
+    window.show();
+    window.showTab(app::HelpTab::Search);
+    QTest::keyClicks(w.search, QStringLiteral("Tangent"));
+    QTest::keyClick(w.search, Qt::Key_Return);
+    QCOMPARE(w.page->documentTitle(), QStringLiteral("Tangents"));
+
+    const QList<QTextEdit::ExtraSelection> marks = w.page->extraSelections();
+    QCOMPARE(marks.size(), w.page->toPlainText().count(QStringLiteral("tangent"), Qt::CaseInsensitive));
+    for (const QTextEdit::ExtraSelection& mark : marks)
+        QCOMPARE(mark.cursor.selectedText().toLower(), QStringLiteral("tangent"));
+
+    // A page reached by a link is marked as well; leaving the search tab removes the marks.
+    w.page->setSource(pageUrl(QStringLiteral("demonstration.html")));
+    QVERIFY(w.page->toPlainText().contains(QStringLiteral("tangent")));
+    QVERIFY(!w.page->extraSelections().isEmpty());
+    w.tabs->setCurrentIndex(w.tabs->indexOf(w.contents));
+    QVERIFY(w.page->extraSelections().isEmpty());
+}
+
+void TestAboutHelp::showHelpOpensOneWindowOnTheAskedTab()
+{
+    QWidget mainWindow;
+    app::HelpWindow* first = app::showHelp(&mainWindow, app::HelpTab::Search);
+    QVERIFY(first);
+    QCOMPARE(first->objectName(), QStringLiteral("helpWindow"));
+    QVERIFY(first->isVisible());
+    HelpWidgets w(first);
+    QVERIFY(w.complete());
+    QVERIFY(w.tabs->currentWidget()->isAncestorOf(w.search));
+    QCOMPARE(w.page->source().fileName(), model::LoadResString(3));
+
+    app::HelpWindow* second = app::showHelp(&mainWindow, app::HelpTab::Contents);
+    QCOMPARE(second, first);
+    QCOMPARE(w.tabs->currentWidget(), static_cast<QWidget*>(w.contents));
+    QCOMPARE(mainWindow.findChildren<app::HelpWindow*>().size(), 1);
+}
+
+QTEST_MAIN(TestAboutHelp)
+#include "test_about_help.moc"
