@@ -1,0 +1,285 @@
+#include "plot/formula_picture.h"
+
+#include <QFont>
+#include <QGuiApplication>
+#include <QLocale>
+#include <QTest>
+
+using curvix::plot::typesetFormula;
+
+namespace {
+
+const QString kLabel = QStringLiteral("f(x)");
+
+QFont testFont()
+{
+    return QFont(QStringLiteral("DejaVu Sans"), 14);
+}
+
+QImage picture(const QString& typed, const QString& label = kLabel, qreal ratio = 1.0)
+{
+    return typesetFormula(typed, label, testFont(), ratio);
+}
+
+bool isInk(QRgb pixel)
+{
+    return qAlpha(pixel) > 200;
+}
+
+// The smallest rectangle that holds every pixel with some ink.
+QRect inkBounds(const QImage& image)
+{
+    QRect bounds;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (qAlpha(image.pixel(x, y)) > 0)
+                bounds |= QRect(x, y, 1, 1);
+        }
+    }
+    return bounds;
+}
+
+// The longest unbroken run of dark pixels along one row.
+int longestInkRow(const QImage& image)
+{
+    int longest = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        int run = 0;
+        for (int x = 0; x < image.width(); ++x) {
+            run = isInk(image.pixel(x, y)) ? run + 1 : 0;
+            longest = std::max(longest, run);
+        }
+    }
+    return longest;
+}
+
+} // namespace
+
+class TestFormulaPicture : public QObject {
+    Q_OBJECT
+
+private slots:
+    void cleanup() { QLocale::setDefault(QLocale::system()); }
+
+    void schoolFormulas_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<bool>("stacked"); // a fraction at full size
+        const auto row = [](const char* typed, bool stacked = false) {
+            QTest::newRow(typed) << QString::fromUtf8(typed) << stacked;
+        };
+        row("2x+1");
+        row("-3x+5");
+        row("x^2");
+        row("x^2-4x+3");
+        row("2x^2+3x-1");
+        row("(x-2)^2+1");
+        row("x^3-3x");
+        row("(x+1)(x-2)");
+        row("sqrt(x)");
+        row("sqrt(x^2+1)");
+        row("2^x");
+        row("e^x");
+        row("e^(-x)");
+        row("3*0,5^x");
+        row("5*1.05^x");
+        row("x*e^(-x^2)");
+        row("ln(x)");
+        row("log(x)");
+        row("log10(x+1)");
+        row("sin(x)");
+        row("2sin(3x)");
+        row("sin(x)+cos(x)");
+        row("sin(¶x)");
+        row("asin(x)");
+        row("abs(x-1)");
+        row("sign(x)*x^2");
+        row("1/x", true);
+        row("(x+1)/(x-1)", true);
+        row("3/(x^2+1)", true);
+        row("1/(1+e^(-x))", true);
+        row("x/sqrt(x^2+1)", true);
+        row("tan(x/2)", true);
+    }
+
+    // Every school formula becomes black ink on transparency, kept clear of the edges (nothing
+    // cut off), one line high unless it holds a fraction.
+    void schoolFormulas()
+    {
+        QFETCH(QString, typed);
+        QFETCH(bool, stacked);
+        const QImage image = picture(typed);
+        QVERIFY(!image.isNull());
+        QVERIFY2(image.width() > image.height(), qPrintable(typed));
+
+        const int line = picture(QStringLiteral("x")).height();
+        if (stacked)
+            QVERIFY2(image.height() > 1.4 * line, qPrintable(QString::number(image.height())));
+        else
+            QVERIFY2(image.height() < 1.4 * line, qPrintable(QString::number(image.height())));
+
+        bool dark = false;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const QRgb pixel = image.pixel(x, y);
+                QCOMPARE(qRed(pixel) | qGreen(pixel) | qBlue(pixel), 0); // black or nothing
+                dark = dark || isInk(pixel);
+                if (x == 0 || y == 0 || x == image.width() - 1 || y == image.height() - 1)
+                    QCOMPARE(qAlpha(pixel), 0);
+            }
+        }
+        QVERIFY(dark);
+    }
+
+    void parsing_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("label");
+        QTest::addColumn<bool>("drawn");
+        QTest::newRow("empty") << "" << kLabel << false;
+        QTest::newRow("blank") << "   " << kLabel << false;
+        QTest::newRow("dangling operator") << "x+" << kLabel << false;
+        QTest::newRow("number after a name") << "2x3" << kLabel << false;
+        QTest::newRow("function without parentheses") << "sin x" << kLabel << false;
+        QTest::newRow("open parenthesis") << "(x+1" << kLabel << false;
+        QTest::newRow("extra parenthesis") << "x+1)" << kLabel << false;
+        QTest::newRow("unknown function") << "foo(x)" << kLabel << false;
+        QTest::newRow("stray character") << "x#2" << kLabel << false;
+        QTest::newRow("two decimal points") << "1.2.3x" << kLabel << false;
+        QTest::newRow("empty argument") << "sqrt()" << kLabel << false;
+        QTest::newRow("another variable") << "2t+1" << kLabel << false;
+        QTest::newRow("the label's variable") << "2t+1" << "g(t)" << true;
+        QTest::newRow("no label") << "x^2" << "" << true;
+        QTest::newRow("label without variable") << "x^2" << "y" << true;
+        QTest::newRow("Euler's number times x") << "2ex" << kLabel << true;
+    }
+
+    void parsing()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, label);
+        QFETCH(bool, drawn);
+        QCOMPARE(!picture(typed, label).isNull(), drawn);
+    }
+
+    void comparisons_data()
+    {
+        QTest::addColumn<QString>("first");
+        QTest::addColumn<QString>("second");
+        QTest::addColumn<QString>("relation");
+        const auto row = [](const char* name, const char* first, const char* relation,
+                            const char* second) {
+            QTest::newRow(name) << QString::fromUtf8(first) << QString::fromUtf8(second)
+                                << QString::fromLatin1(relation);
+        };
+        row("no dot before a letter", "2*x", "same", "2x");
+        row("no dot before a function", "2*sin(x)", "same", "2sin(x)");
+        row("no dot before a parenthesis", "2*(x+1)", "same", "2(x+1)");
+        row("pilcrow is pi", "2¶x", "same", "2*pi*x");
+        row("redundant parentheses", "((x+1))", "same", "x+1");
+        row("unary plus", "+x", "same", "x");
+        row("exp in either spelling", "exp(x)", "same", "Exp(x)");
+        row("1/2x is a half times x", "1/2x", "same", "(1/2)x");
+        row("decimal comma or point", "2,5x", "same", "2.5x");
+        row("dot between numbers", "2*3", "wider", "23");
+        row("parentheses of a power's base", "(x+1)^2", "wider", "x+1^2");
+        row("parentheses of a factor", "2(x+1)", "wider", "2x+1");
+        row("parentheses after a minus", "x-(x-1)", "wider", "x-x-1");
+        row("parentheses of a negation", "-(x+1)", "wider", "-x+1");
+        row("base 10 written out", "log10(x)", "wider", "log(x)");
+        row("exponent", "2^x", "taller", "2x");
+        row("exponent in a sum", "x^2+1", "taller", "x+1");
+        row("nested exponent", "e^(x^2)", "taller", "e^x");
+        row("fraction", "(x+1)/2", "taller", "(x+1)*2");
+        row("nested fraction", "1/(1+1/x)", "taller", "1/(1+x)");
+        row("fraction in an argument", "sin(x/2)", "taller", "sin(x)");
+        row("overline of a root", "sqrt(x+1)", "taller", "x+1");
+    }
+
+    void comparisons()
+    {
+        QFETCH(QString, first);
+        QFETCH(QString, second);
+        QFETCH(QString, relation);
+        const QImage a = picture(first);
+        const QImage b = picture(second);
+        QVERIFY(!a.isNull() && !b.isNull());
+        if (relation == u"same")
+            QVERIFY(a == b);
+        else if (relation == u"wider")
+            QVERIFY2(a.width() > b.width(), qPrintable(QStringLiteral("%1 <= %2")
+                                                           .arg(a.width())
+                                                           .arg(b.width())));
+        else
+            QVERIFY2(a.height() > b.height(), qPrintable(QStringLiteral("%1 <= %2")
+                                                             .arg(a.height())
+                                                             .arg(b.height())));
+    }
+
+    void rules_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<bool>("rule");
+        QTest::newRow("fraction") << "1/x" << true;
+        QTest::newRow("fraction of sums") << "(x+1)/(x-1)" << true;
+        QTest::newRow("root") << "sqrt(x+1)" << true;
+        QTest::newRow("sum") << "x+1" << false;
+        QTest::newRow("difference") << "x-1" << false;
+        QTest::newRow("absolute value") << "abs(x-1)" << false;
+    }
+
+    // A fraction bar or a root's overline runs across most of the formula; nothing else does.
+    void rules()
+    {
+        QFETCH(QString, typed);
+        QFETCH(bool, rule);
+        const QImage image = picture(typed, QString());
+        QCOMPARE(longestInkRow(image) > inkBounds(image).width() / 2, rule);
+    }
+
+    void labelInFront()
+    {
+        const QImage bare = picture(QStringLiteral("x^2"), QString());
+        const QImage labelled = picture(QStringLiteral("x^2"));
+        // "f(x) = " is about three times as wide as x².
+        QVERIFY(labelled.width() > 2 * bare.width());
+    }
+
+    void decimalSeparator()
+    {
+        // The comma reaches below the baseline, the point does not.
+        QLocale::setDefault(QLocale::c());
+        const QImage point = picture(QStringLiteral("1,5"), QString());
+        QLocale::setDefault(QLocale(QLocale::Swedish, QLocale::Sweden));
+        const QImage comma = picture(QStringLiteral("1.5"), QString());
+        QVERIFY(comma.height() > point.height());
+        QVERIFY(picture(QStringLiteral("15"), QString()).height() == point.height());
+    }
+
+    void deviceRatio_data()
+    {
+        QTest::addColumn<qreal>("ratio");
+        QTest::newRow("1.25") << 1.25;
+        QTest::newRow("1.5") << 1.5;
+        QTest::newRow("2") << 2.0;
+        QTest::newRow("3") << 3.0;
+    }
+
+    // The same logical picture at every ratio, drawn with ratio times as many pixels.
+    void deviceRatio()
+    {
+        QFETCH(qreal, ratio);
+        const QString typed = QStringLiteral("sqrt(x^2+1)/(x-1)");
+        const QImage base = picture(typed);
+        const QImage sharp = picture(typed, kLabel, ratio);
+        QCOMPARE(sharp.devicePixelRatio(), ratio);
+        QCOMPARE(sharp.size(), QSize(qRound(base.width() * ratio), qRound(base.height() * ratio)));
+        const QRect ink = inkBounds(base);
+        const QRect sharpInk = inkBounds(sharp);
+        QVERIFY(std::abs(sharpInk.width() - ink.width() * ratio) <= 2 * ratio);
+        QVERIFY(std::abs(sharpInk.height() - ink.height() * ratio) <= 2 * ratio);
+    }
+};
+
+QTEST_MAIN(TestFormulaPicture)
+#include "test_formula_picture.moc"
