@@ -1,9 +1,11 @@
 #include "app/frmgraph.h"
 
 #include "app/fraction_input.h"
+#include "app/frmabout1.h"
 #include "app/frmsettings.h"
 #include "app/function_box.h"
 #include "app/guide_lines_dialog.h"
+#include "app/help_window.h"
 #include "app/pi_line_edit.h"
 #include "app/plot_frame.h"
 #include "app/plot_widget.h"
@@ -162,6 +164,31 @@ void frmgraph::createWidgets()
         statusPanels[i] = named(new QLabel, QStringLiteral("StatusBar1_%1").arg(i + 1));
         statusBar()->addWidget(statusPanels[i], i == 4 ? 1 : 0);
     }
+
+    m_timer = new QTimer(this);
+    m_timer->setInterval(40); // about 25 steps a second
+    m_traceControls = named(new QWidget, QStringLiteral("traceControls"));
+    auto* controls = new QHBoxLayout(m_traceControls);
+    controls->setContentsMargins(0, 0, 0, 0);
+    const char* names[3] = {"tracePlay", "tracePause", "traceStep"};
+    const QString glyphs[3] = {QStringLiteral("\u25B6"), QStringLiteral("\u23F8"),
+                               QStringLiteral("\u23ED")};
+    const int tips[3] = {2061, 2062, 2063};
+    for (int i = 0; i < 3; ++i) {
+        auto* button = named(new QToolButton, QLatin1String(names[i]));
+        button->setText(glyphs[i]);
+        button->setToolTip(LoadResString(tips[i]));
+        button->setFocusPolicy(Qt::NoFocus);
+        controls->addWidget(button);
+        connect(button, &QToolButton::clicked, this, [this, i] {
+            if (i == 2)
+                traceStep(1);
+            else
+                tracePlay(i == 0);
+        });
+    }
+    statusBar()->addPermanentWidget(m_traceControls);
+    m_traceControls->hide();
 }
 
 QWidget* frmgraph::createEntryPanel()
@@ -307,6 +334,7 @@ void frmgraph::createMenus()
     mnupopderiv = action(mnupop, "mnupopderiv");
     mnupopprim = action(mnupop, "mnupopprim");
     mnupop->addAction(mnutangent);
+    mnuremovetangents = action(mnupop, "mnuremovetangents");
     mnupop->addSeparator();
     mnupop->addAction(mnudelete);
 
@@ -324,14 +352,14 @@ void frmgraph::createMenus()
     mnucont->setShortcut(QKeySequence::HelpContents);
 
     // Commands that arrive with later parts of the program stay visible but disabled.
-    for (QAction* later :
-         {mnutangent, mnutrace, mnucont, mnusearch, mnuabout})
-        later->setEnabled(false);
+    mnutangent->setCheckable(true);
+    mnutrace->setCheckable(true);
 }
 
 void frmgraph::loadCaptions()
 {
     setWindowTitle(LoadResString(1));
+    setWindowIcon(curvixIcon());
     Command1->setText(LoadResString(710));
     Check3->setToolTip(LoadResString(2024));
     Check4->setToolTip(LoadResString(2025));
@@ -383,6 +411,7 @@ void frmgraph::loadCaptions()
     mnupop21->setText(LoadResString(472));
     mnupopderiv->setText(QStringLiteral("&Derivata"));
     mnupopprim->setText(QStringLiteral("&Primitiv funktion"));
+    mnuremovetangents->setText(LoadResString(2060));
     mnupop22->setText(LoadResString(473));
 
     const int tips[11] = {429, 491, 492, 484, 475, 486, 485, 469, 428, 426, 474};
@@ -447,6 +476,16 @@ void frmgraph::connectHandlers()
     connect(mnupop22, &QAction::triggered, this, &frmgraph::mnupop22_Click);
     connect(mnusaveas, &QAction::triggered, this, &frmgraph::mnusaveas_Click);
     connect(mnucopy, &QAction::triggered, this, &frmgraph::mnucopy_Click);
+    connect(mnucont, &QAction::triggered, this, [this] { showHelp(this, HelpTab::Contents); });
+    connect(mnusearch, &QAction::triggered, this, [this] { showHelp(this, HelpTab::Search); });
+    connect(mnuabout, &QAction::triggered, this, [this] {
+        frmAbout1 about(m_prompter, this);
+        about.exec();
+    });
+    connect(mnutangent, &QAction::toggled, this, &frmgraph::mnutangent_Click);
+    connect(mnuremovetangents, &QAction::triggered, this, &frmgraph::removeTangents);
+    connect(mnutrace, &QAction::toggled, this, &frmgraph::mnutrace_Click);
+    connect(m_timer, &QTimer::timeout, this, [this] { traceStep(1); });
     connect(mnupopderiv, &QAction::triggered, this, &frmgraph::mnupopderiv_Click);
     connect(mnupopprim, &QAction::triggered, this, &frmgraph::mnupopprim_Click);
     connect(mnuderivative, &QAction::triggered, this, &frmgraph::mnupopderiv_Click);
@@ -489,6 +528,9 @@ void frmgraph::createKeyboardShortcuts()
             Check1_Click();
     });
     shortcut(Qt::ALT | Qt::Key_U, [this] { checkBoxClicked(); });
+    // The arrow keys step the trace (text boxes keep them for their caret).
+    shortcut(Qt::Key_Left, [this] { traceStep(-1); });
+    shortcut(Qt::Key_Right, [this] { traceStep(1); });
     // The plot area is resized from its lower right corner.
     const int step = 10;
     shortcut(Qt::SHIFT | Qt::Key_Left, [this] { m_plotFrame->resizePlotBy(-step, 0); });
@@ -508,6 +550,8 @@ void frmgraph::showEvent(QShowEvent* event)
 
 void frmgraph::frmPicture1_Resize()
 {
+    // The timer must not tick while the picture is rebuilt; a playing trace goes on after.
+    m_timer->stop();
     QImage& image = Picture1->image();
     const QSize pixels = Picture1->devicePixelSize();
     if (image.size() != pixels) {
@@ -519,6 +563,10 @@ void frmgraph::frmPicture1_Resize()
     lblGrip->move(Picture1->width() - lblGrip->width(), Picture1->height() - lblGrip->height());
     ++m_redraws;
     Picture1->update();
+    if (m_state.trace.on)
+        showTraceReadout();
+    if (m_tracePlaying)
+        m_timer->start();
 }
 
 plot::RedrawOptions frmgraph::redrawOptions() const
@@ -996,6 +1044,8 @@ void frmgraph::mnunew_Click()
 {
     if (!askSaveChanges())
         return;
+    mnutrace->setChecked(false);
+    mnutangent->setChecked(false);
     model::clearDrawing(m_state); // also raises the set-up flag
     imgcombfunc->setItems({}, {});
     imgcombfunc->setEditText(QString());
@@ -1018,6 +1068,8 @@ void frmgraph::mnunew_Click()
 void frmgraph::mnupop1_Click()
 {
     const QString text = imgcombfunc->currentText();
+    if (m_state.trace.on && model::findGraphByText(m_state, text) == m_state.trace.entry)
+        mnutrace->setChecked(false);
     const int selected = imgcombfunc->currentIndex();
     const int position = selected >= 0 && imgcombfunc->itemText(selected) == text
                              ? selected + 1
@@ -1088,6 +1140,106 @@ bool frmgraph::failed(bool ok, const QString& reason)
     if (!ok)
         m_prompter.message(reason);
     return !ok;
+}
+
+void frmgraph::mnutangent_Click(bool on)
+{
+    Picture1->setCursor(on ? Qt::CrossCursor : Qt::ArrowCursor);
+    if (on)
+        showStatus(LoadResString(2064));
+}
+
+void frmgraph::addTangentAt(QPointF at)
+{
+    int curve = plot::nearestCurve(m_state, QSizeF(Picture1->size()), at, 12);
+    if (curve < 0)
+        curve = model::findGraphByText(m_state, imgcombfunc->currentText());
+    if (curve < 0)
+        return;
+    const double x = plot::SetPlotScale(QSizeF(Picture1->size()), m_state.view).toWorld(at).x();
+    model::GraphMark mark;
+    mark.x = x;
+    m_state.graphs[std::size_t(curve)].marks.push_back(mark);
+    m_state.documentChanged = true;
+    frmPicture1_Resize();
+    showStatus(m_state.graphs[std::size_t(curve)].marks.back().line);
+}
+
+void frmgraph::removeTangents()
+{
+    const int k = model::findGraphByText(m_state, imgcombfunc->currentText());
+    if (k < 0 || m_state.graphs[std::size_t(k)].marks.empty())
+        return;
+    m_state.graphs[std::size_t(k)].marks.clear();
+    m_state.documentChanged = true;
+    frmPicture1_Resize();
+}
+
+void frmgraph::mnutrace_Click(bool on)
+{
+    model::AppState::Trace& trace = m_state.trace;
+    if (on) {
+        int k = model::findGraphByText(m_state, imgcombfunc->currentText());
+        if (k < 0 && !m_state.graphs.empty())
+            k = 0;
+        if (k < 0) {
+            const QSignalBlocker blocker(mnutrace);
+            mnutrace->setChecked(false);
+            showStatus(QStringLiteral("Ingen aktiv funktion"));
+            return;
+        }
+        trace = {true, k, m_state.view.XMin, 0, false};
+    } else {
+        trace.on = false;
+        m_tracePlaying = false;
+        for (QLabel* panel : statusPanels)
+            panel->clear();
+    }
+    m_traceControls->setVisible(on);
+    frmPicture1_Resize();
+}
+
+bool frmgraph::tracePlaying() const
+{
+    return m_tracePlaying;
+}
+
+void frmgraph::tracePlay(bool playing)
+{
+    m_tracePlaying = playing && m_state.trace.on;
+    if (m_tracePlaying)
+        m_timer->start();
+    else
+        m_timer->stop();
+}
+
+void frmgraph::traceStep(int direction)
+{
+    if (!m_state.trace.on)
+        return;
+    const double step = (m_state.view.XMax - m_state.view.XMin) / 200;
+    const double next = m_state.trace.x + direction * step;
+    // Playing stops at the end of the view.
+    if (next > m_state.view.XMax || next < m_state.view.XMin) {
+        tracePlay(false);
+        return;
+    }
+    traceTo(next);
+}
+
+void frmgraph::traceTo(double x)
+{
+    m_state.trace.x = x;
+    frmPicture1_Resize();
+}
+
+void frmgraph::showTraceReadout()
+{
+    const model::AppState::Trace& trace = m_state.trace;
+    auto text = [](double v) { return eval::numberText(eval::roundHalfEven(v, 7)); };
+    statusPanels[0]->setText(QStringLiteral("TRACE ") + m_state.graphs[std::size_t(trace.entry)].text);
+    statusPanels[1]->setText(trace.found ? QStringLiteral("X = ") + text(trace.x) : QString());
+    statusPanels[2]->setText(trace.found ? QStringLiteral("Y = ") + text(trace.y) : QString());
 }
 
 void frmgraph::mnupopderiv_Click()
@@ -1183,10 +1335,18 @@ QMimeData* frmgraph::dragData()
     return data;
 }
 
-void frmgraph::Picture1_LeftButtonDown()
+void frmgraph::Picture1_LeftButtonDown(QPointF at)
 {
     if (piczoombox->isVisible())
         return;
+    if (mnutangent->isChecked()) {
+        addTangentAt(at);
+        return;
+    }
+    if (m_state.trace.on) {
+        traceTo(plot::SetPlotScale(QSizeF(Picture1->size()), m_state.view).toWorld(at).x());
+        return;
+    }
     // The drag starts at once; only a copy of the picture leaves the program.
     auto* drag = new QDrag(this);
     drag->setMimeData(dragData());

@@ -19,6 +19,7 @@ class QLineEdit;
 class QMenu;
 class QPushButton;
 class QRadioButton;
+class QTimer;
 class QToolButton;
 
 namespace curvix::app {
@@ -68,6 +69,15 @@ public:
     // The right-button release on the plot: remembers where, for the fill, and offers the
     // tools menu there.
     void Picture1_RightButtonUp(QPointF at);
+    // Tangent mode: a left click on the plot puts a tangent on the nearest curve there.
+    void mnutangent_Click(bool on);
+    void removeTangents();
+    // The trace: on for the function in the box (else the first); it walks about 200 steps
+    // across the view, by the step key, the arrow keys, playing, or a click on the plot.
+    void mnutrace_Click(bool on);
+    void traceStep(int direction);
+    void tracePlay(bool playing);
+    bool tracePlaying() const;
     // The derivative and primitive commands on the function in the function box: the answer
     // goes into the box, waiting to be drawn linked to its source.
     void mnupopderiv_Click();
@@ -77,7 +87,7 @@ public:
     // Save As; false when the user cancelled or the file could not be written.
     bool mnusaveas_Click();
     // A left-button press on the plot that no tool claims drags the picture out.
-    void Picture1_LeftButtonDown();
+    void Picture1_LeftButtonDown(QPointF at);
     // The picture as drag data, labels burnt in; the plot is drawn again afterwards.
     QMimeData* dragData();
     // Labels lying over the plot (text arrays 1 and 2, and formula pictures). Deleting one
@@ -122,6 +132,9 @@ private:
     void recolorCurves();
     void openGuideLines(int mode);
     void symbolicCommand(bool derivative);
+    void addTangentAt(QPointF at);
+    void showTraceReadout();
+    void traceTo(double x);
     plot::RedrawOptions redrawOptions() const;
     // The export's capture: the grip and font first, then the labels burnt into the
     // picture, and afterwards the font back, a black grip and a full redraw.
@@ -167,6 +180,11 @@ private:
     QFont m_plotFontDuringCapture;
     ZoomBoxWidget* piczoombox = nullptr;
     QPointer<frmsettings> m_settings;
+    // The window's one timer: it plays the trace; the redraw stops it while it draws.
+    QTimer* m_timer = nullptr;
+    bool m_tracePlaying = false;
+    QWidget* m_traceControls = nullptr;
+    QAction* mnuremovetangents = nullptr;
     QMetaObject::Connection m_focusConnection;
     QMetaObject::Connection m_screenConnection;
 

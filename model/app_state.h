@@ -77,6 +77,16 @@ struct AppState {
     std::vector<double> horizontalLines;
     std::vector<FillPoint> fills;
 
+    // The trace: a point walking along one curve, kept by its x so that it survives the
+    // resampling of every redraw.
+    struct Trace {
+        bool on = false;
+        int entry = -1;
+        double x = 0;
+        double y = 0;     // where the point was last drawn
+        bool found = false;
+    } trace;
+
     // Set once at start-up from the string table.
     AxisArrowSwitches arrows;
     QString coordinateSeparator = QStringLiteral(",");

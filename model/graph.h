@@ -16,6 +16,8 @@ struct GraphMark {
     double x = 0;
     double slope = 0;
     std::vector<eval::PointD> points;
+    QString line; // the tangent's formula as last drawn, for the status bar
+    double y = 0; // the point of tangency as last drawn
 };
 
 // One drawn function. The typed text is the key; links are list indexes, -1 for none.

@@ -7,6 +7,7 @@
 #include <QFontMetricsF>
 #include <QStaticText>
 
+#include <algorithm>
 #include <array>
 #include <map>
 #include <cmath>
@@ -139,6 +140,19 @@ void drawCentredBelow(QPainter& painter, const QString& text, double x, double t
     painter.drawStaticText(QPointF(x - label.size().width() / 2, top), label);
 }
 
+// A small ring marking a point: the point of tangency, the trace.
+void drawDot(Surface& surface, double x, double y, const QColor& color)
+{
+    if (!std::isfinite(x) || !std::isfinite(y))
+        return;
+    QPainter& painter = surface.painter;
+    const QPen saved = painter.pen();
+    painter.setPen(QPen(color, 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawEllipse(surface.scale.toPixel(x, y), 4, 4);
+    painter.setPen(saved);
+}
+
 void drawTickMark(Surface& surface, int axis, double position, double axisAt)
 {
     const PlotScale& s = surface.scale;
@@ -208,6 +222,59 @@ QString piNumeratorText(long long numerator)
 }
 
 } // namespace
+
+void ComputeTangent(model::AppState& state, const model::ViewWindow& view,
+                    const model::GraphEntry& entry, model::GraphMark& mark, const eval::Report& report)
+{
+    const QString variable = state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
+    const QString label = QStringLiteral("f(%1)").arg(variable);
+    const eval::TangentLine line = eval::TangentLineText(state.evaluator, label, mark.x,
+                                                         entry.expression, state.sampleStep);
+    state.evaluator.Reset();
+    mark.text = line.variable;
+    mark.slope = line.slope;
+    mark.line = line.text;
+    // The point of tangency itself, unlifted, for the dot.
+    const int id = state.evaluator.DefineVariable(variable);
+    state.evaluator.SetVariable(id, mark.x);
+    mark.y = state.evaluator.EvaluateText(entry.expression);
+    state.evaluator.Reset();
+
+    eval::SampledCurve curve{line.text, {}};
+    mark.points.clear();
+    if (!(state.sampleStep > 0) || (view.XMax - view.XMin) / state.sampleStep > 1e6)
+        return;
+    eval::SizeCurvePoints(view.XMin, view.XMax, curve, state.sampleStep);
+    eval::SampleCurve(state.evaluator, view.XMin, view.XMax, label, curve, state.sampleStep, report);
+    for (const eval::PointD& p : curve.points)
+        if (std::isfinite(p.y))
+            mark.points.push_back(p);
+}
+
+bool PlaceTracePoint(model::AppState& state)
+{
+    model::AppState::Trace& trace = state.trace;
+    trace.found = false;
+    if (trace.entry < 0 || trace.entry >= int(state.graphs.size()))
+        return false;
+    const std::vector<eval::PointD>& points = state.graphs[std::size_t(trace.entry)].points;
+    const double tolerance = state.sampleStep / 2;
+    const auto at = std::lower_bound(points.begin(), points.end(), trace.x - tolerance,
+                                     [](const eval::PointD& p, double x) { return p.x < x; });
+    if (at == points.end())
+        return false;
+    trace.x = at->x;
+    trace.y = at->y;
+    trace.found = true;
+    return true;
+}
+
+QString TraceText(const model::AppState& state)
+{
+    auto text = [](double v) { return eval::numberText(eval::roundHalfEven(v, 7)); };
+    return QStringLiteral("(%1%2 %3)")
+        .arg(text(state.trace.x), state.coordinateSeparator, text(state.trace.y));
+}
 
 void ReplayFills(QImage& picture, const model::AppState& state)
 {
@@ -523,8 +590,11 @@ void PaintPlot(model::AppState& state, QPainter& painter, QSizeF logical, QImage
     const QColor tangentColor = colorFromValue(state.tangentColor);
     for (model::GraphEntry& entry : state.graphs) {
         ComputeCurvePoints(state, view, entry, std::nullopt, report);
-        for (const model::GraphMark& mark : entry.marks)
+        for (model::GraphMark& mark : entry.marks) {
+            ComputeTangent(state, view, entry, mark, report);
             DrawCurvePoints(surface, mark.points, tangentColor);
+            drawDot(surface, mark.x, mark.y, tangentColor);
+        }
         DrawCurvePoints(surface, entry.points, colorFromValue(entry.color));
     }
 
@@ -534,7 +604,14 @@ void PaintPlot(model::AppState& state, QPainter& painter, QSizeF logical, QImage
         DrawVerticalLine(surface, view, x, guideColor);
     for (double y : state.horizontalLines)
         DrawHorizontalLine(surface, view, y, guideColor);
-    // The trace point is drawn here once the trace tool exists.
+
+    if (state.trace.on && PlaceTracePoint(state)) {
+        const QColor traceColor = colorFromValue(state.tangentColor);
+        drawDot(surface, state.trace.x, state.trace.y, traceColor);
+        const QPointF at = surface.scale.toPixel(state.trace.x, state.trace.y);
+        painter.setPen(traceColor);
+        painter.drawText(at + QPointF(8, -8), TraceText(state));
+    }
 }
 
 void frmPicture1_Resize(model::AppState& state, QImage& picture, const RedrawOptions& options,

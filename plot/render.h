@@ -38,6 +38,19 @@ void frmPicture1_Resize(model::AppState& state, QImage& picture, const RedrawOpt
 void PaintPlot(model::AppState& state, QPainter& painter, QSizeF logical, QImage* raster,
                const RedrawOptions& options, const eval::Report& report = {});
 
+// Computes a tangent mark of an entry for the view: its formula through TangentLineText
+// (lifted by one sample step), its slope, and its points over the view.
+void ComputeTangent(model::AppState& state, const model::ViewWindow& view,
+                    const model::GraphEntry& entry, model::GraphMark& mark,
+                    const eval::Report& report = {});
+
+// The sampled point of the traced curve the trace stands on: the first defined point at or
+// after x (points where the function is undefined are passed over); false when none.
+bool PlaceTracePoint(model::AppState& state);
+
+// The trace read-out beside the point: "(x; y)" with the coordinate separator, 7 decimals.
+QString TraceText(const model::AppState& state);
+
 // Replays the fills in order of creation on a drawn picture, bounded by the function colour.
 void ReplayFills(QImage& picture, const model::AppState& state);
 

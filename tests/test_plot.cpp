@@ -190,7 +190,7 @@ void TestPlot::marksFollowTheAngleUnit()
     model::AppState state;
     QVERIFY(!plot::convertMarks(state, U::Radians, U::Degrees)); // empty list
     state.graphs.resize(2);
-    state.graphs[1].marks.push_back({QStringLiteral("x"), 1.5708, 0, {}});
+    state.graphs[1].marks.push_back({QStringLiteral("x"), 1.5708, 0, {}, {}, 0});
     QVERIFY(!plot::convertMarks(state, U::Degrees, U::Degrees)); // unit unchanged
     QCOMPARE(state.graphs[1].marks[0].x, 1.5708);
     QVERIFY(plot::convertMarks(state, U::Radians, U::Degrees));

@@ -10,6 +10,7 @@
 #include <QPainter>
 #include <QTest>
 
+#include <algorithm>
 #include <cmath>
 
 using namespace curvix;
@@ -108,6 +109,9 @@ private slots:
     void guideLinesOvershootByOneUnit();
     void floodFillStopsAtTheBoundary();
     void fillsAreReplayedInOrder();
+    void tangentIsLiftedByOneStep();
+    void traceStandsOnDefinedPoints_data();
+    void traceStandsOnDefinedPoints();
     void piMultiples_data();
     void piMultiples();
 };
@@ -411,6 +415,66 @@ void TestRender::fillsAreReplayedInOrder()
     QVERIFY(scene.is(scene.column(-1), scene.row(-1), kGreen));
     QVERIFY(scene.is(scene.column(0.5), scene.row(2), 0x00FFFFFF)); // outside stays clear
     QVERIFY(scene.is(scene.column(4), scene.row(-3), 0x00FFFFFF));
+}
+
+void TestRender::tangentIsLiftedByOneStep()
+{
+    Scene scene;
+    scene.add(QStringLiteral("x^2"));
+    model::GraphMark mark;
+    mark.x = 1;
+    scene.state.sampleStep = 0.001;
+    plot::ComputeTangent(scene.state, scene.state.view, scene.state.graphs[0], mark);
+    QCOMPARE(mark.slope, 2.001); // (1.001² − 1) / 0.001, to 4 decimals
+    QCOMPARE(mark.text, QStringLiteral("x"));
+    QCOMPARE(mark.y, 1.0);
+    const QString point = QLocale().decimalPoint();
+    QCOMPARE(mark.line, "2" + point + "001*x+1" + point + "001-2" + point + "001*1");
+    // The line passes one step above the point of tangency.
+    const auto at = std::find_if(mark.points.begin(), mark.points.end(),
+                                 [](const eval::PointD& p) { return std::abs(p.x - 1) < 5e-4; });
+    QVERIFY(at != mark.points.end());
+    QVERIFY(std::abs(at->y - (1.001 + 2.001 * (at->x - 1))) < 1e-9);
+    QCOMPARE(mark.points.size(), std::size_t(10001)); // the view at the fixed step
+
+    // Drawn by the redraw in the tangent colour, through the view.
+    scene.state.graphs[0].marks.push_back(mark);
+    scene.state.tangentColor = kGreen;
+    scene.options.grid = false;
+    scene.draw();
+    QVERIFY(scene.count(kGreen) > 400);
+    // At x = -1 the tangent is near y = 1 + 2·(-2) = -3; the parabola is far above.
+    const int top = scene.row(-2.9), bottom = scene.row(-3.1);
+    QVERIFY(scene.count(kGreen, QRect(scene.column(-1) - 1, top, 3, bottom - top + 1)) > 0);
+}
+
+void TestRender::traceStandsOnDefinedPoints_data()
+{
+    QTest::addColumn<QString>("formula");
+    QTest::addColumn<double>("x");
+    QTest::addColumn<bool>("found");
+    QTest::addColumn<double>("expectedX");
+    QTest::newRow("on the curve") << "x^2" << 1.0 << true << 1.0;
+    QTest::newRow("undefined part passed over") << "sqrt(x)" << -3.0 << true << 0.0;
+    QTest::newRow("nothing after the end") << "sqrt(-x)" << 1.0 << false << 0.0;
+}
+
+void TestRender::traceStandsOnDefinedPoints()
+{
+    QFETCH(QString, formula);
+    QFETCH(double, x);
+    QFETCH(bool, found);
+    QFETCH(double, expectedX);
+    Scene scene;
+    scene.add(formula);
+    scene.state.trace = {true, 0, x, 0, false};
+    scene.draw();
+    QCOMPARE(scene.state.trace.found, found);
+    if (!found)
+        return;
+    QVERIFY(std::abs(scene.state.trace.x - expectedX) <= scene.state.sampleStep);
+    scene.state.coordinateSeparator = QStringLiteral("|");
+    QVERIFY(plot::TraceText(scene.state).contains(QLatin1Char('|')));
 }
 
 void TestRender::piMultiples_data()

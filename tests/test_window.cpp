@@ -123,6 +123,10 @@ private slots:
     void yesSavesBeforeNewAndClose_data();
     void yesSavesBeforeNewAndClose();
     void deleteTakesTheSelectedItem();
+    void tangentModePutsTangents();
+    void traceWalksTheCurve();
+    void traceStopsWithItsFunction_data();
+    void traceStopsWithItsFunction();
 };
 
 void TestWindow::initTestCase()
@@ -551,7 +555,7 @@ void TestWindow::angleUnitConvertsMarks()
 {
     ShownWindow w;
     typeFunction(w.window, QStringLiteral("sin(x)"));
-    w.window.state().graphs[0].marks.push_back({QStringLiteral("x"), 1.5708, 1, {}});
+    w.window.state().graphs[0].marks.push_back({QStringLiteral("x"), 1.5708, 1, {}, {}, 0});
     const double& x = w.window.state().graphs[0].marks[0].x;
     w.option(0);
     QCOMPARE(x, 90.0);
@@ -1090,6 +1094,80 @@ void TestWindow::deleteTakesTheSelectedItem()
     w.get<QAction>(QStringLiteral("mnupop1"))->trigger();
     QCOMPARE(int(w.window.state().graphCount), 1);
     QCOMPARE(w.window.state().graphs[0].text, QStringLiteral("x"));
+}
+
+void TestWindow::tangentModePutsTangents()
+{
+    ShownWindow w;
+    typeFunction(w.window, QStringLiteral("x^2"));
+    w.get<QToolButton>(QStringLiteral("Command5_4"))->click();
+    QVERIFY(w.get<QAction>(QStringLiteral("mnutangent"))->isChecked());
+    const plot::PlotScale scale =
+        plot::SetPlotScale(QSizeF(w.window.plotArea()->size()), w.window.state().view);
+    QTest::mousePress(w.window.plotArea(), Qt::LeftButton, {}, scale.toPixel(1, 1).toPoint());
+    const model::GraphEntry& entry = w.window.state().graphs[0];
+    QCOMPARE(entry.marks.size(), std::size_t(1));
+    QVERIFY(std::abs(entry.marks[0].x - 1) < 0.05);
+    QVERIFY(std::abs(entry.marks[0].slope - 2) < 0.1);
+    QVERIFY(!entry.marks[0].points.empty());
+    QVERIFY2(w.status().contains(QStringLiteral("*x+")), qPrintable(w.status()));
+    // The function's popup removes its tangents.
+    w.get<QAction>(QStringLiteral("mnuremovetangents"))->trigger();
+    QVERIFY(w.window.state().graphs[0].marks.empty());
+}
+
+void TestWindow::traceWalksTheCurve()
+{
+    ShownWindow w;
+    typeFunction(w.window, QStringLiteral("sqrt(x)"));
+    w.get<QToolButton>(QStringLiteral("Command5_3"))->click();
+    QVERIFY(w.get<QAction>(QStringLiteral("mnutrace"))->isChecked());
+    QVERIFY(w.get<QWidget>(QStringLiteral("traceControls"))->isVisible());
+    // The curve starts at 0: the points left of it are passed over.
+    QCOMPARE(w.get<QLabel>(QStringLiteral("StatusBar1_1"))->text(), QStringLiteral("TRACE sqrt(x)"));
+    QCOMPARE(w.get<QLabel>(QStringLiteral("StatusBar1_2"))->text(), QStringLiteral("X = 0"));
+    QVERIFY(w.get<QLabel>(QStringLiteral("StatusBar1_3"))->text().startsWith(QStringLiteral("Y = 0")));
+    w.focus(w.get<QWidget>(QStringLiteral("Check2")));
+    for (int i = 0; i < 50; ++i) // 50 of the 200 steps across the view: to x = 2.5
+        QTest::keyClick(&w.window, Qt::Key_Right);
+    const double x = w.window.state().trace.x;
+    QVERIFY(std::abs(x - 2.5) < 0.01);
+    const QString point = QLocale().decimalPoint();
+    const QString xText = w.get<QLabel>(QStringLiteral("StatusBar1_2"))->text();
+    QVERIFY2(xText.startsWith("X = 2" + point + "5"), qPrintable(xText));
+    QVERIFY(xText.size() <= 4 + 1 + 1 + 7); // at most 7 decimals
+    w.get<QToolButton>(QStringLiteral("tracePlay"))->click();
+    QVERIFY(w.window.tracePlaying());
+    QTRY_VERIFY(w.window.state().trace.x > x + 0.1);
+    w.get<QToolButton>(QStringLiteral("tracePause"))->click();
+    QVERIFY(!w.window.tracePlaying());
+    w.get<QAction>(QStringLiteral("mnutrace"))->trigger();
+    QVERIFY(!w.window.state().trace.on);
+    QVERIFY(w.get<QLabel>(QStringLiteral("StatusBar1_1"))->text().isEmpty());
+}
+
+void TestWindow::traceStopsWithItsFunction_data()
+{
+    QTest::addColumn<bool>("byNew");
+    QTest::newRow("new") << true;
+    QTest::newRow("deleting the traced function") << false;
+}
+
+void TestWindow::traceStopsWithItsFunction()
+{
+    QFETCH(bool, byNew);
+    ShownWindow w;
+    w.prompter.answers.push_back(model::Prompter::Button::No);
+    typeFunction(w.window, QStringLiteral("x^2"));
+    w.get<QAction>(QStringLiteral("mnutrace"))->trigger();
+    w.get<QToolButton>(QStringLiteral("tracePlay"))->click();
+    if (byNew)
+        w.get<QAction>(QStringLiteral("mnunew"))->trigger();
+    else
+        w.get<QAction>(QStringLiteral("mnupop1"))->trigger();
+    QVERIFY(!w.window.state().trace.on);
+    QVERIFY(!w.window.tracePlaying());
+    QVERIFY(!w.get<QAction>(QStringLiteral("mnutrace"))->isChecked());
 }
 
 QTEST_MAIN(TestWindow)
