@@ -8,6 +8,7 @@
 #include "app/help_window.h"
 #include "app/pi_line_edit.h"
 #include "app/plot_frame.h"
+#include "app/plot_label.h"
 #include "app/plot_widget.h"
 #include "app/token_pad.h"
 #include "app/tool_icons.h"
@@ -22,6 +23,7 @@
 #include "plot/colors.h"
 #include "plot/coordinates.h"
 #include "plot/angles.h"
+#include "plot/formula_picture.h"
 #include "plot/picking.h"
 #include "plot/range_rows.h"
 #include "plot/render.h"
@@ -34,6 +36,7 @@
 #include <QCloseEvent>
 #include <QDrag>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QPrinter>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -140,6 +143,8 @@ void frmgraph::createWidgets()
     // The grip in the plot's lower right corner.
     lblGrip = named(new QLabel(Picture1), QStringLiteral("lblGrip"));
     lblGrip->setFixedSize(8, 8);
+    lblGrip->setCursor(Qt::SizeFDiagCursor);
+    lblGrip->installEventFilter(this);
     lblGrip->setAutoFillBackground(true);
     QPalette grip = lblGrip->palette();
     grip.setColor(QPalette::Window, QColor(128, 128, 128));
@@ -249,9 +254,17 @@ QWidget* frmgraph::createEntryPanel()
 
     auto* labelRow = new QHBoxLayout;
     Text2 = named(new QLineEdit, QStringLiteral("Text2"));
+    Text2->setToolTip(LoadResString(2072));
+    Text2->setDragEnabled(true);
     labelRow->addWidget(new QLabel(LoadResString(2026)));
     labelRow->addWidget(Text2, 1);
     side->addLayout(labelRow);
+    OLE1 = named(new QLabel, QStringLiteral("OLE1"));
+    OLE1->setToolTip(LoadResString(2073));
+    OLE1->setMinimumHeight(28);
+    OLE1->setCursor(Qt::OpenHandCursor);
+    OLE1->installEventFilter(this);
+    side->addWidget(OLE1);
 
     auto* pad = new QGridLayout;
     pad->setSpacing(2);
@@ -492,6 +505,14 @@ void frmgraph::connectHandlers()
     connect(mnuprimitive, &QAction::triggered, this, &frmgraph::mnupopprim_Click);
     connect(mnuprint, &QAction::triggered, this, &frmgraph::mnuprint_Click);
     connect(Picture1, &PlotWidget::leftButtonPressed, this, &frmgraph::Picture1_LeftButtonDown);
+    connect(Picture1, &PlotWidget::doubleClicked, this, &frmgraph::Picture1_DblClick);
+    // A dropped label shows π where its text has the character that stands for it.
+    connect(Picture1, &PlotWidget::textDropped, this, [this](const QString& text, QPointF at) {
+        addPlotLabel(1, QString(text).replace(eval::kPiChar, QChar(0x03C0)), at);
+    });
+    connect(Picture1, &PlotWidget::formulaDropped, this,
+            [this](const QString& formula, QPointF at) { addPlotPicture(formula, at); });
+    connect(imgcombfunc, &QComboBox::editTextChanged, this, &frmgraph::showFormulaObject);
     connect(mnuexit, &QAction::triggered, this, &QWidget::close);
     connect(mnucoord, &QAction::triggered, this, &frmgraph::openSettings);
 
@@ -528,6 +549,7 @@ void frmgraph::createKeyboardShortcuts()
             Check1_Click();
     });
     shortcut(Qt::ALT | Qt::Key_U, [this] { checkBoxClicked(); });
+    shortcut(Qt::ALT | Qt::Key_Q, [this] { editFormulaObject(); });
     // The arrow keys step the trace (text boxes keep them for their caret).
     shortcut(Qt::Key_Left, [this] { traceStep(-1); });
     shortcut(Qt::Key_Right, [this] { traceStep(1); });
@@ -561,6 +583,7 @@ void frmgraph::frmPicture1_Resize()
     plot::frmPicture1_Resize(m_state, image, redrawOptions(),
                              [this](const QString& text) { m_prompter.message(text); });
     lblGrip->move(Picture1->width() - lblGrip->width(), Picture1->height() - lblGrip->height());
+    placeLabels();
     ++m_redraws;
     Picture1->update();
     if (m_state.trace.on)
@@ -672,6 +695,27 @@ bool frmgraph::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == Text5 && event->type() == QEvent::FocusOut)
         Text5_Validate();
+    if (watched == OLE1 && event->type() == QEvent::MouseButtonPress && !m_formulaObjectText.isEmpty()) {
+        auto* drag = new QDrag(OLE1);
+        auto* data = new QMimeData;
+        data->setData(PlotWidget::formulaMimeType(), m_formulaObjectText.toUtf8());
+        drag->setMimeData(data);
+        drag->setPixmap(OLE1->pixmap());
+        drag->exec(Qt::CopyAction);
+        return true;
+    }
+    if (watched == lblGrip && (event->type() == QEvent::MouseButtonPress ||
+                               event->type() == QEvent::MouseMove)) {
+        // The grip resizes the plot from its lower right corner.
+        const auto* mouse = static_cast<QMouseEvent*>(event);
+        const QPoint global = mouse->globalPosition().toPoint();
+        if (event->type() == QEvent::MouseMove && (mouse->buttons() & Qt::LeftButton)) {
+            const QPoint delta = global - m_gripFrom;
+            m_plotFrame->resizePlotBy(delta.x(), delta.y());
+        }
+        m_gripFrom = global;
+        return true;
+    }
     return QMainWindow::eventFilter(watched, event);
 }
 
@@ -1046,6 +1090,11 @@ void frmgraph::mnunew_Click()
         return;
     mnutrace->setChecked(false);
     mnutangent->setChecked(false);
+    for (auto* array : {&m_textLabels1, &m_textLabels2, &m_formulaObjects}) {
+        for (const QPointer<PlotLabel>& label : *array)
+            delete label.data();
+        array->clear();
+    }
     model::clearDrawing(m_state); // also raises the set-up flag
     imgcombfunc->setItems({}, {});
     imgcombfunc->setEditText(QString());
@@ -1104,9 +1153,9 @@ void frmgraph::beginCapture()
 
 void frmgraph::burnLabels()
 {
-    auto texts = [](const std::vector<QPointer<QLabel>>& labels) {
+    auto texts = [](const std::vector<QPointer<PlotLabel>>& labels) {
         std::vector<std::optional<output::OverlayText>> list;
-        for (const QPointer<QLabel>& label : labels) {
+        for (const QPointer<PlotLabel>& label : labels) {
             if (label)
                 list.push_back(output::OverlayText{label->geometry(), label->text()});
             else
@@ -1115,7 +1164,7 @@ void frmgraph::burnLabels()
         return list;
     };
     std::vector<std::optional<output::OverlayPicture>> pictures;
-    for (const QPointer<QLabel>& object : m_formulaObjects) {
+    for (const QPointer<PlotLabel>& object : m_formulaObjects) {
         if (object)
             pictures.push_back(output::OverlayPicture{object->geometry(), object->pixmap().toImage()});
         else
@@ -1356,26 +1405,109 @@ void frmgraph::Picture1_LeftButtonDown(QPointF at)
     drag->exec(Qt::CopyAction);
 }
 
-QLabel* frmgraph::addPlotLabel(int array, const QString& text, QPoint at)
+PlotLabel* frmgraph::placeLabel(std::vector<QPointer<PlotLabel>>& array, QPointF at)
 {
-    auto* label = new QLabel(text, Picture1);
+    const plot::PlotScale scale = plot::SetPlotScale(QSizeF(Picture1->size()), m_state.view);
+    const QPointF world = scale.toWorld(at);
+    auto* label = new PlotLabel(world.x(), world.y(), Picture1);
     label->setFont(m_labelFont);
-    label->adjustSize();
-    label->move(at);
-    label->show();
-    (array == 1 ? m_textLabels1 : m_textLabels2).emplace_back(label);
+    label->move(at.toPoint());
+    connect(label, &PlotLabel::moved, this, [this, label](QPoint topLeft) {
+        const QPointF w = plot::SetPlotScale(QSizeF(Picture1->size()), m_state.view).toWorld(topLeft);
+        label->setWorld(w.x(), w.y());
+        m_state.documentChanged = true;
+    });
+    array.emplace_back(label);
+    m_state.documentChanged = true;
     return label;
 }
 
-QLabel* frmgraph::addPlotPicture(const QImage& picture, QRect at)
+QLabel* frmgraph::addPlotLabel(int array, const QString& text, QPointF at)
 {
-    auto* label = new QLabel(Picture1);
-    label->setPixmap(QPixmap::fromImage(picture));
-    label->setScaledContents(true);
-    label->setGeometry(at);
+    PlotLabel* label = placeLabel(array == 1 ? m_textLabels1 : m_textLabels2, at);
+    label->setText(text);
+    label->adjustSize();
     label->show();
-    m_formulaObjects.emplace_back(label);
     return label;
+}
+
+QLabel* frmgraph::addPlotPicture(const QString& formula, QPointF at)
+{
+    const QImage picture = plot::typesetFormula(formula, Text5->text(), m_labelFont,
+                                                devicePixelRatioF());
+    if (picture.isNull())
+        return nullptr;
+    PlotLabel* label = placeLabel(m_formulaObjects, at);
+    label->setPixmap(QPixmap::fromImage(picture));
+    label->setProperty("formula", formula);
+    label->adjustSize();
+    label->show();
+    return label;
+}
+
+void frmgraph::placeLabels()
+{
+    // Labels keep their world position: a zoom or a new range moves them with the plot.
+    const plot::PlotScale scale = plot::SetPlotScale(QSizeF(Picture1->size()), m_state.view);
+    for (const auto* array : {&m_textLabels1, &m_textLabels2, &m_formulaObjects})
+        for (const QPointer<PlotLabel>& label : *array)
+            if (label)
+                label->move(scale.toPixel(label->worldX(), label->worldY()).toPoint());
+}
+
+void frmgraph::Picture1_DblClick(QPointF at)
+{
+    const int curve = plot::nearestCurve(m_state, QSizeF(Picture1->size()), at, 6);
+    if (curve < 0)
+        return;
+    const plot::PlotScale scale = plot::SetPlotScale(QSizeF(Picture1->size()), m_state.view);
+    const eval::PointD* nearest = nullptr;
+    double best = 0;
+    for (const eval::PointD& p : m_state.graphs[std::size_t(curve)].points) {
+        const QPointF d = scale.toPixel(p.x, p.y) - at;
+        const double squared = d.x() * d.x() + d.y() * d.y();
+        if (!nearest || squared < best) {
+            nearest = &p;
+            best = squared;
+        }
+    }
+    auto text = [](double v) { return eval::numberText(eval::roundHalfEven(v, 4)); };
+    addPlotLabel(1, QStringLiteral("(%1%2 %3)").arg(text(nearest->x), m_state.coordinateSeparator,
+                                                   text(nearest->y)),
+                 scale.toPixel(nearest->x, nearest->y));
+}
+
+void frmgraph::showFormulaObject()
+{
+    const QImage picture = plot::typesetFormula(imgcombfunc->currentText(), Text5->text(),
+                                                m_labelFont, devicePixelRatioF());
+    m_formulaObjectText = picture.isNull() ? QString() : imgcombfunc->currentText();
+    OLE1->setPixmap(picture.isNull() ? QPixmap() : QPixmap::fromImage(picture));
+}
+
+void frmgraph::editFormulaObject()
+{
+    PlotLabel* object = nullptr;
+    for (const QPointer<PlotLabel>& candidate : m_formulaObjects)
+        if (candidate)
+            object = candidate;
+    const QString current = object ? object->property("formula").toString() : imgcombfunc->currentText();
+    const std::optional<QString> edited = m_prompter.inputText(LoadResString(2070), current);
+    if (!edited || edited->isEmpty())
+        return;
+    const QImage picture = plot::typesetFormula(*edited, Text5->text(), m_labelFont, devicePixelRatioF());
+    if (picture.isNull()) {
+        m_prompter.message(LoadResString(2071));
+        return;
+    }
+    if (object) {
+        object->setPixmap(QPixmap::fromImage(picture));
+        object->setProperty("formula", *edited);
+        object->adjustSize();
+        m_state.documentChanged = true;
+    } else {
+        imgcombfunc->setEditText(*edited);
+    }
 }
 
 void frmgraph::closeEvent(QCloseEvent* event)

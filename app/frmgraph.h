@@ -28,6 +28,7 @@ class FractionInput;
 class FunctionBox;
 class PiLineEdit;
 class PlotFrame;
+class PlotLabel;
 class PlotWidget;
 class ZoomBoxWidget;
 class frmsettings;
@@ -92,8 +93,12 @@ public:
     QMimeData* dragData();
     // Labels lying over the plot (text arrays 1 and 2, and formula pictures). Deleting one
     // leaves its place in the array empty.
-    QLabel* addPlotLabel(int array, const QString& text, QPoint at);
-    QLabel* addPlotPicture(const QImage& picture, QRect at);
+    QLabel* addPlotLabel(int array, const QString& text, QPointF at);
+    QLabel* addPlotPicture(const QString& formula, QPointF at);
+    // A double-click on a curve drops a label with the coordinates of its nearest point.
+    void Picture1_DblClick(QPointF at);
+    // Alt+Q: the formula of the last formula picture (or of the preview) is edited.
+    void editFormulaObject();
     QPointF fillAnchor() const { return m_fillAnchor; }
     // How many full redraws have run: lets tests see that a click redrew nothing.
     int redrawCount() const { return m_redraws; }
@@ -131,6 +136,9 @@ private:
     quint32 askColor(bool axisTitle);
     void recolorCurves();
     void openGuideLines(int mode);
+    PlotLabel* placeLabel(std::vector<QPointer<PlotLabel>>& array, QPointF at);
+    void placeLabels();
+    void showFormulaObject();
     void symbolicCommand(bool derivative);
     void addTangentAt(QPointF at);
     void showTraceReadout();
@@ -173,9 +181,13 @@ private:
     PlotWidget* Picture1 = nullptr;
     PlotFrame* m_plotFrame = nullptr;
     QLabel* lblGrip = nullptr;
-    std::vector<QPointer<QLabel>> m_textLabels1;
-    std::vector<QPointer<QLabel>> m_textLabels2;
-    std::vector<QPointer<QLabel>> m_formulaObjects;
+    std::vector<QPointer<PlotLabel>> m_textLabels1;
+    std::vector<QPointer<PlotLabel>> m_textLabels2;
+    std::vector<QPointer<PlotLabel>> m_formulaObjects;
+    // The formula object's source: the function of the box, typeset, to drag onto the plot.
+    QLabel* OLE1 = nullptr;
+    QString m_formulaObjectText;
+    QPoint m_gripFrom;
     QFont m_labelFont;
     QFont m_plotFontDuringCapture;
     ZoomBoxWidget* piczoombox = nullptr;

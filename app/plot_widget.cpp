@@ -1,6 +1,9 @@
 #include "app/plot_widget.h"
 
 #include <QPainter>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QResizeEvent>
 #include <QWheelEvent>
@@ -12,6 +15,7 @@ PlotWidget::PlotWidget(QWidget* parent) : QWidget(parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setMinimumSize(120, 90);
+    setAcceptDrops(true);
 }
 
 QSize PlotWidget::devicePixelSize() const
@@ -48,6 +52,31 @@ void PlotWidget::mousePressEvent(QMouseEvent* event)
     if (event->button() == Qt::LeftButton)
         emit leftButtonPressed(event->position());
     QWidget::mousePressEvent(event);
+}
+
+void PlotWidget::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        emit doubleClicked(event->position());
+}
+
+void PlotWidget::dragEnterEvent(QDragEnterEvent* event)
+{
+    // The plot's own picture is not taken back; texts and formulas are.
+    const QMimeData* data = event->mimeData();
+    if (event->source() != this &&
+        (data->hasFormat(formulaMimeType()) || (data->hasText() && !data->hasImage())))
+        event->acceptProposedAction();
+}
+
+void PlotWidget::dropEvent(QDropEvent* event)
+{
+    const QMimeData* data = event->mimeData();
+    if (data->hasFormat(formulaMimeType()))
+        emit formulaDropped(QString::fromUtf8(data->data(formulaMimeType())), event->position());
+    else if (data->hasText())
+        emit textDropped(data->text(), event->position());
+    event->acceptProposedAction();
 }
 
 void PlotWidget::resizeEvent(QResizeEvent* event)

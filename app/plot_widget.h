@@ -10,6 +10,8 @@ namespace curvix::app {
 class PlotWidget : public QWidget {
     Q_OBJECT
 public:
+    // The drag data of a formula picture: the formula's text.
+    static QString formulaMimeType() { return QStringLiteral("application/x-curvix-formula"); }
     explicit PlotWidget(QWidget* parent = nullptr);
 
     QImage& image() { return m_image; }
@@ -23,6 +25,10 @@ signals:
     void wheelTurned(double steps, QPointF at);
     void rightButtonReleased(QPointF at);
     void leftButtonPressed(QPointF at);
+    void doubleClicked(QPointF at);
+    // Text, or a formula for a formula picture, dropped on the plot.
+    void textDropped(const QString& text, QPointF at);
+    void formulaDropped(const QString& formula, QPointF at);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -30,6 +36,9 @@ protected:
     void wheelEvent(QWheelEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     QImage m_image;

@@ -93,9 +93,8 @@ void TestOutput::captureBurnsTheLabelsIn()
     QLabel* first = w.window.addPlotLabel(1, QStringLiteral("Vertex"), QPoint(20, 20));
     QLabel* removed = w.window.addPlotLabel(1, QStringLiteral("Gone"), QPoint(20, 80));
     QLabel* third = w.window.addPlotLabel(1, QStringLiteral("Root"), QPoint(20, 140));
-    QImage blob(10, 10, QImage::Format_ARGB32);
-    blob.fill(Qt::red);
-    QLabel* formula = w.window.addPlotPicture(blob, QRect(200, 20, 30, 30));
+    QLabel* formula = w.window.addPlotPicture(QStringLiteral("x^2/2"), QPoint(200, 20));
+    QVERIFY(formula);
     const QRect removedRect = removed->geometry();
     delete removed;
 
@@ -104,8 +103,7 @@ void TestOutput::captureBurnsTheLabelsIn()
     QVERIFY(differsWithin(exported, plain, first->geometry()));
     QVERIFY(differsWithin(exported, plain, third->geometry()));
     QVERIFY(!differsWithin(exported, plain, removedRect));
-    const double ratio = exported.devicePixelRatio();
-    QCOMPARE(exported.pixelColor(QPoint(215, 35) * ratio), QColor(Qt::red));
+    QVERIFY(differsWithin(exported, plain, formula->geometry()));
     // The plot itself is drawn again without them.
     QCOMPARE(w.picture(), plain);
     QCOMPARE(w.grip(), QColor(Qt::black));

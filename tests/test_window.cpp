@@ -2,6 +2,7 @@
 #include "app/frmgraph.h"
 #include "app/function_box.h"
 #include "app/pi_line_edit.h"
+#include "app/plot_label.h"
 #include "app/plot_widget.h"
 #include "eval/formula.h"
 #include "plot/coordinates.h"
@@ -127,6 +128,10 @@ private slots:
     void traceWalksTheCurve();
     void traceStopsWithItsFunction_data();
     void traceStopsWithItsFunction();
+    void labelsStayAtTheirWorldPosition();
+    void doubleClickDropsAPointLabel();
+    void formulaObjectIsTypesetAndEdited();
+    void gripResizesThePlot();
 };
 
 void TestWindow::initTestCase()
@@ -1168,6 +1173,98 @@ void TestWindow::traceStopsWithItsFunction()
     QVERIFY(!w.window.state().trace.on);
     QVERIFY(!w.window.tracePlaying());
     QVERIFY(!w.get<QAction>(QStringLiteral("mnutrace"))->isChecked());
+}
+
+void TestWindow::labelsStayAtTheirWorldPosition()
+{
+    ShownWindow w;
+    const plot::PlotScale scale =
+        plot::SetPlotScale(QSizeF(w.window.plotArea()->size()), w.window.state().view);
+    // A text dropped on the plot becomes a label there, π shown for ¶. (Without a real
+    // drag in progress the application holds drop events back, so the plot reports it.)
+    QVERIFY(w.window.plotArea()->acceptDrops());
+    emit w.window.plotArea()->textDropped(QStringLiteral("A = 2") + QChar(0x00B6), scale.toPixel(2, 3));
+    auto labels = w.window.plotArea()->findChildren<app::PlotLabel*>();
+    QCOMPARE(labels.size(), 1);
+    app::PlotLabel* label = labels[0];
+    QCOMPARE(label->text(), QStringLiteral("A = 2") + QChar(0x03C0));
+    QVERIFY(std::abs(label->worldX() - 2) < 0.05 && std::abs(label->worldY() - 3) < 0.05);
+
+    // It follows a zoom: the world point stays under it.
+    w.box("Text4_0")->setText(QStringLiteral("0"));
+    QTest::keyClick(w.box("Text4_0"), Qt::Key_Return);
+    const plot::PlotScale zoomed =
+        plot::SetPlotScale(QSizeF(w.window.plotArea()->size()), w.window.state().view);
+    QVERIFY((QPointF(label->pos()) - zoomed.toPixel(2, 3)).manhattanLength() <= 2);
+
+    // Dragged elsewhere, it keeps its new world position; Delete removes it.
+    QTest::mousePress(label, Qt::LeftButton, {}, QPoint(2, 2));
+    QTest::mouseMove(label, QPoint(42, 2));
+    QTest::mouseRelease(label, Qt::LeftButton, {}, QPoint(42, 2));
+    QVERIFY(label->worldX() > 2.2);
+    QTest::keyClick(label, Qt::Key_Delete);
+    QTRY_VERIFY(w.window.plotArea()->findChildren<app::PlotLabel*>().isEmpty());
+
+    // New removes every label.
+    w.window.addPlotLabel(1, QStringLiteral("kept?"), QPointF(10, 10));
+    w.prompter.answers.push_back(model::Prompter::Button::No);
+    w.get<QAction>(QStringLiteral("mnunew"))->trigger();
+    QTRY_VERIFY(w.window.plotArea()->findChildren<app::PlotLabel*>().isEmpty());
+}
+
+void TestWindow::doubleClickDropsAPointLabel()
+{
+    ShownWindow w;
+    typeFunction(w.window, QStringLiteral("x^2"));
+    w.window.state().coordinateSeparator = QStringLiteral("|");
+    const plot::PlotScale scale =
+        plot::SetPlotScale(QSizeF(w.window.plotArea()->size()), w.window.state().view);
+    QTest::mouseDClick(w.window.plotArea(), Qt::LeftButton, {}, scale.toPixel(2, 4).toPoint());
+    const auto labels = w.window.plotArea()->findChildren<app::PlotLabel*>();
+    QCOMPARE(labels.size(), 1);
+    const QString point = QLocale().decimalPoint();
+    QVERIFY2(labels[0]->text().startsWith(QStringLiteral("(2")) &&
+                 labels[0]->text().contains(QStringLiteral("| 4")),
+             qPrintable(labels[0]->text()));
+    // Far from every curve nothing is dropped.
+    QTest::mouseDClick(w.window.plotArea(), Qt::LeftButton, {}, scale.toPixel(-4, -4).toPoint());
+    QCOMPARE(w.window.plotArea()->findChildren<app::PlotLabel*>().size(), 1);
+}
+
+void TestWindow::formulaObjectIsTypesetAndEdited()
+{
+    ShownWindow w;
+    auto* preview = w.get<QLabel>(QStringLiteral("OLE1"));
+    w.get<QComboBox>(QStringLiteral("imgcombfunc"))->setEditText(QStringLiteral("x^2/2"));
+    QVERIFY(!preview->pixmap().isNull());
+    w.get<QComboBox>(QStringLiteral("imgcombfunc"))->setEditText(QStringLiteral("2x+"));
+    QVERIFY(preview->pixmap().isNull()); // nothing to show for a formula that does not parse
+
+    QLabel* object = w.window.addPlotPicture(QStringLiteral("sqrt(x)"), QPointF(30, 30));
+    QVERIFY(object);
+    const QSize before = object->pixmap().size();
+    w.prompter.inputs.push_back(QStringLiteral("sqrt(x)/(x^2+1)"));
+    w.focus(w.get<QWidget>(QStringLiteral("Check2")));
+    QTest::keyClick(&w.window, Qt::Key_Q, Qt::AltModifier);
+    QVERIFY(object->pixmap().size().height() > before.height()); // a fraction now
+    w.prompter.inputs.push_back(QStringLiteral("2x+"));
+    QTest::keyClick(&w.window, Qt::Key_Q, Qt::AltModifier);
+    QCOMPARE(w.prompter.messages.size(), 1);
+}
+
+void TestWindow::gripResizesThePlot()
+{
+    ShownWindow w;
+    auto* grip = w.get<QLabel>(QStringLiteral("lblGrip"));
+    const QSize full = w.window.plotArea()->size();
+    QTest::mousePress(grip, Qt::LeftButton, {}, QPoint(4, 4));
+    QMouseEvent move(QEvent::MouseMove, QPointF(4 - 60, 4 - 40), grip->mapToGlobal(QPointF(4 - 60, 4 - 40)),
+                     Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(grip, &move);
+    QTest::mouseRelease(grip, Qt::LeftButton, {}, QPoint(-56, -36));
+    QCOMPARE(w.window.plotArea()->size(), full - QSize(60, 40));
+    // The grip stays in the plot's corner.
+    QCOMPARE(grip->geometry().bottomRight(), w.window.plotArea()->rect().bottomRight());
 }
 
 QTEST_MAIN(TestWindow)
