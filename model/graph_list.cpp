@@ -99,16 +99,17 @@ AddResult addFunctionSteps(AppState& state, Prompter& prompter, const QString& t
     const int count = static_cast<int>(state.graphs.size());
     auto validSource = [count](int k) { return k >= 0 && k < count; };
 
+    // The window's own answer when it has one, the symbolic library's otherwise.
     const auto report = [&](const QString& m) { prompter.message(m); };
+    const auto linked = [&](const AppState::LinkCheck& check, auto symbolic, const QString& source) {
+        return check ? check(source, text)
+                     : symbolic(source, text, letter, report, state.symbolicOptions);
+    };
     const auto isDerivative = [&](const QString& source) {
-        return state.derivativeCheck
-                   ? state.derivativeCheck(source, text)
-                   : eval::IsDerivativeOf(source, text, letter, report, state.symbolicOptions);
+        return linked(state.derivativeCheck, eval::IsDerivativeOf, source);
     };
     const auto isPrimitive = [&](const QString& source) {
-        return state.primitiveCheck
-                   ? state.primitiveCheck(source, text)
-                   : eval::IsPrimitiveOf(source, text, letter, report, state.symbolicOptions);
+        return linked(state.primitiveCheck, eval::IsPrimitiveOf, source);
     };
     if (validSource(state.pendingDerivativeOf) &&
         isDerivative(state.graphs[state.pendingDerivativeOf].text)) {

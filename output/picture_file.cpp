@@ -64,6 +64,16 @@ void paintVector(model::AppState& state, const QImage& picture, const plot::Redr
         painter.drawImage(QRectF(QPointF(0, 0), logical), overlay);
 }
 
+bool paintOn(QPaintDevice& device, model::AppState& state, const QImage& picture,
+             const plot::RedrawOptions& options, QString* error)
+{
+    QPainter painter;
+    if (!painter.begin(&device))
+        return fail(error, QStringLiteral("The file could not be started."));
+    paintVector(state, picture, options, painter, picture.deviceIndependentSize());
+    return true;
+}
+
 bool writeVector(model::AppState& state, const QImage& picture, const plot::RedrawOptions& options,
                  QSaveFile& file, bool pdf, QString* error)
 {
@@ -75,25 +85,15 @@ bool writeVector(model::AppState& state, const QImage& picture, const plot::Redr
         writer.setPageSize(QPageSize(logical * 72.0 / kScreenDpi, QPageSize::Point, QString(),
                                      QPageSize::ExactMatch));
         writer.setCreator(QStringLiteral("Curvix"));
-        QPainter painter;
-        if (!painter.begin(&writer))
-            return fail(error, QStringLiteral("The PDF file could not be started."));
-        paintVector(state, picture, options, painter, logical);
-        painter.end();
-    } else {
-        QSvgGenerator svg;
-        svg.setOutputDevice(&file);
-        svg.setSize(logical.toSize());
-        svg.setViewBox(QRectF(QPointF(0, 0), logical));
-        svg.setResolution(int(kScreenDpi));
-        svg.setTitle(QStringLiteral("Curvix"));
-        QPainter painter;
-        if (!painter.begin(&svg))
-            return fail(error, QStringLiteral("The SVG file could not be started."));
-        paintVector(state, picture, options, painter, logical);
-        painter.end();
+        return paintOn(writer, state, picture, options, error);
     }
-    return true;
+    QSvgGenerator svg;
+    svg.setOutputDevice(&file);
+    svg.setSize(logical.toSize());
+    svg.setViewBox(QRectF(QPointF(0, 0), logical));
+    svg.setResolution(int(kScreenDpi));
+    svg.setTitle(QStringLiteral("Curvix"));
+    return paintOn(svg, state, picture, options, error);
 }
 
 } // namespace
