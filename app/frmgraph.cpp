@@ -3,8 +3,8 @@
 #include "app/fraction_input.h"
 #include "app/frmabout1.h"
 #include "app/frmsettings.h"
+#include "app/frmtangent.h"
 #include "app/function_box.h"
-#include "app/guide_lines_dialog.h"
 #include "app/help_window.h"
 #include "app/pi_line_edit.h"
 #include "app/plot_frame.h"
@@ -194,6 +194,23 @@ void frmgraph::createWidgets()
     }
     statusBar()->addPermanentWidget(m_traceControls);
     m_traceControls->hide();
+
+    m_demoControls = named(new QWidget, QStringLiteral("demoControls"));
+    auto* demoRow = new QHBoxLayout(m_demoControls);
+    demoRow->setContentsMargins(0, 0, 0, 0);
+    const int demoTips[4] = {4005, 4006, 4007, 4008};
+    for (int i = 0; i < 4; ++i) {
+        Command3[i] = named(new QToolButton, QStringLiteral("Command3_%1").arg(i));
+        Command3[i]->setIcon(demoIcon(i, palette().color(QPalette::ButtonText)));
+        Command3[i]->setToolTip(plainText(demoTips[i]));
+        Command3[i]->setFocusPolicy(Qt::NoFocus);
+        Command3[i]->setAutoRaise(true);
+        // No taller than the trace's buttons: the status bar keeps its height.
+        Command3[i]->setIconSize(QSize(14, 14));
+        demoRow->addWidget(Command3[i]);
+    }
+    m_demoControls->hide();
+    statusBar()->addPermanentWidget(m_demoControls);
 }
 
 QWidget* frmgraph::createEntryPanel()
@@ -317,6 +334,8 @@ void frmgraph::createMenus()
     mnufill = action(mnutool, "mnufill");
     mnuvertical = action(mnutool, "mnuvertical");
     menuhoriz = action(mnutool, "menuhoriz");
+    mnutool->addSeparator();
+    mnudemo = action(mnutool, "mnudemo");
 
     mnusettings = menuBar()->addMenu(QString());
     mnucolor = mnusettings->addMenu(QString());
@@ -348,6 +367,7 @@ void frmgraph::createMenus()
     mnupopprim = action(mnupop, "mnupopprim");
     mnupop->addAction(mnutangent);
     mnuremovetangents = action(mnupop, "mnuremovetangents");
+    mnupopdemo = action(mnupop, "mnupopdemo");
     mnupop->addSeparator();
     mnupop->addAction(mnudelete);
 
@@ -408,6 +428,8 @@ void frmgraph::loadCaptions()
     mnufill->setText(LoadResString(477));
     mnuvertical->setText(LoadResString(478));
     menuhoriz->setText(LoadResString(480));
+    mnudemo->setText(LoadResString(4000) + QStringLiteral("..."));
+    mnupopdemo->setText(LoadResString(4000) + QStringLiteral("..."));
     mnusettings->setTitle(LoadResString(2005));
     mnucolor->setTitle(LoadResString(431));
     mnucolgrid->setText(LoadResString(433));
@@ -498,7 +520,16 @@ void frmgraph::connectHandlers()
     connect(mnutangent, &QAction::toggled, this, &frmgraph::mnutangent_Click);
     connect(mnuremovetangents, &QAction::triggered, this, &frmgraph::removeTangents);
     connect(mnutrace, &QAction::toggled, this, &frmgraph::mnutrace_Click);
-    connect(m_timer, &QTimer::timeout, this, [this] { traceStep(1); });
+    connect(m_timer, &QTimer::timeout, this, &frmgraph::timerTick);
+    connect(mnudemo, &QAction::triggered, this, &frmgraph::openDemonstration);
+    connect(mnupopdemo, &QAction::triggered, this, &frmgraph::openDemonstration);
+    connect(Command3[DemoStart], &QToolButton::clicked, this, [this] { demoPlay(true); });
+    connect(Command3[DemoPause], &QToolButton::clicked, this, [this] { demoPlay(false); });
+    connect(Command3[DemoStep], &QToolButton::clicked, this, [this] {
+        demoPlay(false);
+        demoStep();
+    });
+    connect(Command3[DemoStop], &QToolButton::clicked, this, &frmgraph::demoStop);
     connect(mnupopderiv, &QAction::triggered, this, &frmgraph::mnupopderiv_Click);
     connect(mnupopprim, &QAction::triggered, this, &frmgraph::mnupopprim_Click);
     connect(mnuderivative, &QAction::triggered, this, &frmgraph::mnupopderiv_Click);
@@ -588,7 +619,7 @@ void frmgraph::frmPicture1_Resize()
     Picture1->update();
     if (m_state.trace.on)
         showTraceReadout();
-    if (m_tracePlaying)
+    if (m_tracePlaying || m_demo.playing)
         m_timer->start();
 }
 
@@ -969,17 +1000,251 @@ void frmgraph::mnufontsize_Click()
     }
 }
 
+frmtangent* frmgraph::tangentWindow()
+{
+    if (!m_tangent) {
+        m_tangent = new frmtangent(m_state, m_prompter, this);
+        connect(m_tangent, &frmtangent::guideLinesChanged, this, &frmgraph::frmPicture1_Resize);
+        // Start asks for the activation handler; it runs at once as well, so that the
+        // demonstration starts where no window manager hands the activation back.
+        connect(m_tangent, &frmtangent::startRequested, this, &frmgraph::Form_Activate);
+        connect(m_tangent, &frmtangent::pauseRequested, this, [this] { demoPlay(false); });
+        connect(m_tangent, &frmtangent::stepRequested, this, [this] {
+            demoPlay(false);
+            demoStep();
+        });
+        connect(m_tangent, &frmtangent::stopRequested, this, &frmgraph::demoStop);
+    }
+    return m_tangent;
+}
+
 void frmgraph::openGuideLines(int mode)
 {
-    const bool vertical = mode == 1;
-    auto* dialog = new GuideLinesDialog(vertical ? m_state.verticalLines : m_state.horizontalLines,
-                                        plainText(vertical ? 478 : 480),
-                                        vertical ? QStringLiteral("x") : QStringLiteral("y"), this);
-    connect(dialog, &GuideLinesDialog::changed, this, [this] {
-        m_state.documentChanged = true;
-        frmPicture1_Resize();
-    });
-    dialog->show();
+    frmtangent* window = tangentWindow();
+    window->currentusage(mode);
+    window->setValues(mode == 1 ? m_state.verticalLines : m_state.horizontalLines);
+    window->show();
+    window->raise();
+    window->activateWindow();
+}
+
+void frmgraph::openDemonstration()
+{
+    const QString text = imgcombfunc->currentText();
+    if (text.isEmpty() || model::findGraphByText(m_state, text) < 0) {
+        m_prompter.message(QStringLiteral("Ingen aktiv funktion"));
+        return;
+    }
+    frmtangent* window = tangentWindow();
+    if (window->usage() != 0)
+        window->setValues({});
+    window->currentusage(0);
+    window->setFunction(text);
+    window->show();
+    window->raise();
+    window->activateWindow();
+}
+
+void frmgraph::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        Form_Activate();
+}
+
+int frmgraph::demoEntry(qint32 tag) const
+{
+    for (std::size_t k = 0; k < m_state.graphs.size(); ++k)
+        if (m_state.graphs[k].tag == tag)
+            return int(k);
+    return -1;
+}
+
+void frmgraph::removeDemonstrationCurves()
+{
+    for (int k = int(m_state.graphs.size()) - 1; k >= 0; --k)
+        if (plot::isPointByPoint(m_state.graphs[std::size_t(k)]))
+            model::removeGraphAt(m_state, k);
+}
+
+void frmgraph::Form_Activate()
+{
+    if (!m_tangent || m_tangent->requestFlag != 1)
+        return;
+    // The request is answered once, whatever comes of it.
+    m_tangent->requestFlag = 0;
+    const int source = model::findGraphByText(m_state, m_tangent->function());
+    if (source < 0 || plot::isPointByPoint(m_state.graphs[std::size_t(source)])) {
+        m_prompter.message(QStringLiteral("Ingen aktiv funktion"));
+        return;
+    }
+    const model::GraphEntry sourceEntry = m_state.graphs[std::size_t(source)];
+    removeDemonstrationCurves();
+    const std::size_t added = m_tangent->drawDerivative() ? 2 : 1;
+    if (m_state.graphs.size() + added > std::size_t(std::numeric_limits<qint16>::max())) {
+        m_prompter.message(LoadResString(4025));
+        return;
+    }
+    m_tracePlaying = false;
+    if (mnutrace->isChecked())
+        mnutrace->setChecked(false);
+
+    for (QLabel* panel : statusPanels)
+        panel->clear();
+    statusPanels[2]->setText(QStringLiteral("Derivata/tangent"));
+    m_demoControls->show();
+
+    // The demonstrated curve, sampled once over the view: its points are its data.
+    const model::ViewWindow& view = m_state.view;
+    const QString variable = m_state.listVariable.isEmpty() ? QStringLiteral("x") : m_state.listVariable;
+    const QString label = QStringLiteral("f(%1)").arg(variable);
+    const auto report = [this](const QString& m) { m_prompter.message(m); };
+    eval::SampledCurve curve{sourceEntry.text, {}};
+    if (m_state.sampleStep > 0 && (view.XMax - view.XMin) / m_state.sampleStep <= 1e6) {
+        eval::SizeCurvePoints(view.XMin, view.XMax, curve, m_state.sampleStep);
+        // Slots the sampling does not reach stay undefined and are dropped below.
+        const double nan = std::numeric_limits<double>::quiet_NaN();
+        std::fill(curve.points.begin(), curve.points.end(), eval::PointD{nan, nan});
+        eval::SampleCurve(m_state.evaluator, view.XMin, view.XMax, label, curve,
+                          m_state.sampleStep, report);
+    }
+    model::GraphEntry demo;
+    demo.tag = plot::kDemoCurveTag;
+    demo.expression = sourceEntry.expression;
+    demo.text = sourceEntry.text;
+    demo.color = m_state.functionColor;
+    for (const eval::PointD& p : curve.points)
+        if (std::isfinite(p.x) && std::isfinite(p.y))
+            demo.points.push_back(p);
+    m_state.graphs.push_back(demo);
+    if (m_tangent->drawDerivative()) {
+        model::GraphEntry derivative;
+        derivative.tag = plot::kDemoDerivativeTag;
+        derivative.text = QStringLiteral("(%1)'").arg(sourceEntry.text);
+        derivative.color = m_state.functionColor;
+        m_state.graphs.push_back(derivative);
+    }
+    m_state.graphCount = qint16(m_state.graphs.size());
+    m_state.documentChanged = true;
+
+    m_demo = Demo{};
+    m_demo.running = true;
+    m_demo.xs = m_tangent->plannedXs();
+    m_demo.fromList = !m_tangent->values().empty();
+    demoStep();
+    demoPlay(true);
+}
+
+void frmgraph::timerTick()
+{
+    if (m_demo.playing)
+        demoStep();
+    else
+        traceStep(1);
+}
+
+void frmgraph::demoPlay(bool playing)
+{
+    m_demo.playing = playing && m_demo.running && m_demo.next < m_demo.xs.size();
+    if (m_demo.playing) {
+        m_tracePlaying = false;
+        m_timer->start();
+    } else if (!m_tracePlaying) {
+        m_timer->stop();
+    }
+}
+
+namespace {
+
+// The slope of a prepared expression at x by a central difference: far closer to the
+// derivative than the tangent's forward difference, so the derivative's graph is true.
+double slopeAt(eval::ExpressionEvaluator& evaluator, const QString& variable,
+               const QString& expression, double x)
+{
+    const double h = 1e-5 * std::max(1.0, std::abs(x));
+    const int id = evaluator.DefineVariable(variable);
+    const int e = evaluator.SetExpression(expression);
+    double slope = std::numeric_limits<double>::quiet_NaN();
+    if (!evaluator.HasError()) {
+        evaluator.SetVariable(id, x + h);
+        const double right = evaluator.Evaluate(e);
+        evaluator.SetVariable(id, x - h);
+        const double left = evaluator.Evaluate(e);
+        slope = (right - left) / (2 * h);
+    }
+    evaluator.Reset();
+    return slope;
+}
+
+} // namespace
+
+void frmgraph::demoStep()
+{
+    if (!m_demo.running)
+        return;
+    const int curve = demoEntry(plot::kDemoCurveTag);
+    if (curve < 0 || m_demo.next >= m_demo.xs.size()) {
+        // At the end the tangent and the derivative's graph stay where they are.
+        demoPlay(false);
+        return;
+    }
+    const double x = m_demo.xs[m_demo.next++];
+    const QString variable = m_state.listVariable.isEmpty() ? QStringLiteral("x") : m_state.listVariable;
+    const QString expression = m_state.graphs[std::size_t(curve)].expression;
+    const double slope = slopeAt(m_state.evaluator, variable, expression, x);
+
+    model::GraphMark mark;
+    mark.x = x;
+    m_state.graphs[std::size_t(curve)].marks = {mark};
+
+    const int derivative = demoEntry(plot::kDemoDerivativeTag);
+    if (derivative >= 0) {
+        // Along a range the graph grows from the last x to this one; a listed x that is
+        // not next to the last one gets a short piece of its own.
+        std::vector<eval::PointD>& points = m_state.graphs[std::size_t(derivative)].points;
+        const double pixel = (m_state.view.XMax - m_state.view.XMin) / 1000;
+        double a = x - 5 * pixel;
+        double b = x + 5 * pixel;
+        if (m_demo.hasLast && !m_demo.fromList)
+            a = std::min(m_demo.lastX, x), b = std::max(m_demo.lastX, x);
+        const double spacing = m_state.sampleStep > 0 ? std::min(pixel, m_state.sampleStep) : pixel;
+        for (double t = a; t < b && spacing > 0; t += spacing) {
+            const double s = slopeAt(m_state.evaluator, variable, expression, t);
+            if (std::isfinite(s))
+                points.push_back({t, s});
+        }
+        if (std::isfinite(slope))
+            points.push_back({x, slope});
+    }
+    m_demo.hasLast = true;
+    m_demo.lastX = x;
+
+    frmPicture1_Resize();
+    auto text = [](double v) { return eval::numberText(eval::roundHalfEven(v, 4)); };
+    statusPanels[0]->setText(m_state.graphs[std::size_t(curve)].text);
+    statusPanels[1]->setText(variable + QStringLiteral(" = ") + text(x));
+    statusPanels[3]->setText(std::isfinite(slope)
+                                 ? QStringLiteral("f'(%1) = %2").arg(variable, text(slope))
+                                 : QStringLiteral("f'(%1) = ?").arg(variable));
+    if (m_demo.next >= m_demo.xs.size())
+        demoPlay(false);
+}
+
+void frmgraph::demoStop()
+{
+    if (!m_demo.running)
+        return;
+    m_demo = Demo{};
+    demoPlay(false);
+    // The demonstrated curve and its tangent go; the derivative's graph stays drawn.
+    for (int k = int(m_state.graphs.size()) - 1; k >= 0; --k)
+        if (m_state.graphs[std::size_t(k)].tag == plot::kDemoCurveTag)
+            model::removeGraphAt(m_state, k);
+    m_state.graphCount = qint16(m_state.graphs.size());
+    m_demoControls->hide();
+    for (QLabel* panel : statusPanels)
+        panel->clear();
+    frmPicture1_Resize();
 }
 
 void frmgraph::showStatus(const QString& text)
@@ -1090,6 +1355,7 @@ void frmgraph::mnunew_Click()
         return;
     mnutrace->setChecked(false);
     mnutangent->setChecked(false);
+    demoStop();
     for (auto* array : {&m_textLabels1, &m_textLabels2, &m_formulaObjects}) {
         for (const QPointer<PlotLabel>& label : *array)
             delete label.data();
@@ -1256,6 +1522,8 @@ bool frmgraph::tracePlaying() const
 void frmgraph::tracePlay(bool playing)
 {
     m_tracePlaying = playing && m_state.trace.on;
+    if (m_tracePlaying)
+        m_demo.playing = false;
     if (m_tracePlaying)
         m_timer->start();
     else

@@ -32,6 +32,7 @@ class PlotLabel;
 class PlotWidget;
 class ZoomBoxWidget;
 class frmsettings;
+class frmtangent;
 
 // The main window: the function box, the range rows, the tool buttons, the menus and the
 // plot area. Its handlers are short; the work is done by the procedures of the core.
@@ -100,6 +101,22 @@ public:
     // Alt+Q: the formula of the last formula picture (or of the preview) is edited.
     void editFormulaObject();
     QPointF fillAnchor() const { return m_fillAnchor; }
+    // The derivative and tangent window, made on first use; also the guide-line editor.
+    frmtangent* tangentWindow();
+    // Opens the demonstration for the function in the function box ("Ingen aktiv
+    // funktion" when it is not drawn).
+    void openDemonstration();
+    // The activation handler: when the demonstration window has asked for it, clears the
+    // status bar, shows the demonstration buttons, builds the demonstration's curves and
+    // starts playing. Otherwise it does nothing.
+    void Form_Activate();
+    // One step of the demonstration: the tangent moves to the next x.
+    void demoStep();
+    void demoPlay(bool playing);
+    // Ends the demonstration: the tangent goes, the derivative's graph stays.
+    void demoStop();
+    bool demoPlaying() const { return m_demo.playing; }
+    bool demoRunning() const { return m_demo.running; }
     // How many full redraws have run: lets tests see that a click redrew nothing.
     int redrawCount() const { return m_redraws; }
 
@@ -107,6 +124,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void createWidgets();
@@ -136,6 +154,10 @@ private:
     quint32 askColor(bool axisTitle);
     void recolorCurves();
     void openGuideLines(int mode);
+    // The timer's one slot: the demonstration while it plays, otherwise the trace.
+    void timerTick();
+    void removeDemonstrationCurves();
+    int demoEntry(qint32 tag) const;
     PlotLabel* placeLabel(std::vector<QPointer<PlotLabel>>& array, QPointF at);
     void placeLabels();
     void showFormulaObject();
@@ -196,6 +218,21 @@ private:
     QTimer* m_timer = nullptr;
     bool m_tracePlaying = false;
     QWidget* m_traceControls = nullptr;
+    QPointer<frmtangent> m_tangent;
+    // The demonstration buttons in the status bar: start, pause, step, stop.
+    std::array<QToolButton*, 4> Command3{};
+    QWidget* m_demoControls = nullptr;
+    struct Demo {
+        bool running = false;
+        bool playing = false;
+        std::vector<double> xs;
+        std::size_t next = 0;
+        bool fromList = false; // the listed x values, not a range
+        bool hasLast = false;
+        double lastX = 0;
+    } m_demo;
+    QAction* mnudemo = nullptr;
+    QAction* mnupopdemo = nullptr;
     QAction* mnuremovetangents = nullptr;
     QMetaObject::Connection m_focusConnection;
     QMetaObject::Connection m_screenConnection;

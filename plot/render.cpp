@@ -589,7 +589,8 @@ void PaintPlot(model::AppState& state, QPainter& painter, QSizeF logical, QImage
 
     const QColor tangentColor = colorFromValue(state.tangentColor);
     for (model::GraphEntry& entry : state.graphs) {
-        ComputeCurvePoints(state, view, entry, std::nullopt, report);
+        if (!isPointByPoint(entry))
+            ComputeCurvePoints(state, view, entry, std::nullopt, report);
         for (model::GraphMark& mark : entry.marks) {
             ComputeTangent(state, view, entry, mark, report);
             DrawCurvePoints(surface, mark.points, tangentColor);

@@ -14,6 +14,15 @@
 
 namespace curvix::plot {
 
+// Values of GraphEntry::tag for curves built point by point by the demonstration window:
+// their points are the data, so the redraw draws them as they are and never recomputes them.
+inline constexpr qint32 kDemoCurveTag = 1;      // the demonstrated function, sampled once
+inline constexpr qint32 kDemoDerivativeTag = 2; // the derivative's graph, growing point by point
+inline bool isPointByPoint(const model::GraphEntry& entry)
+{
+    return entry.tag == kDemoCurveTag || entry.tag == kDemoDerivativeTag;
+}
+
 // The window's switches and choices that the full redraw reads.
 struct RedrawOptions {
     bool grid = true;         // the grid check box

@@ -5,6 +5,7 @@
 #include "app/plot_label.h"
 #include "app/plot_widget.h"
 #include "eval/formula.h"
+#include "eval/numtext.h"
 #include "plot/coordinates.h"
 #include "scripted_prompter.h"
 
@@ -115,6 +116,7 @@ private slots:
     void fillAtTheRightClick();
     void fontSizeDialog_data();
     void fontSizeDialog();
+    void guideLinesDialog_data();
     void guideLinesDialog();
     void derivativeAndPrimitiveAreLinked_data();
     void derivativeAndPrimitiveAreLinked();
@@ -945,26 +947,60 @@ void TestWindow::fontSizeDialog()
     QVERIFY(w.prompter.unexpected.isEmpty());
 }
 
+void TestWindow::guideLinesDialog_data()
+{
+    QTest::addColumn<QString>("menu");
+    QTest::addColumn<bool>("ok");
+    QTest::newRow("vertical, OK") << "mnuvertical" << true;
+    QTest::newRow("horizontal, OK") << "menuhoriz" << true;
+    QTest::newRow("vertical, Cancel") << "mnuvertical" << false;
+}
+
 void TestWindow::guideLinesDialog()
 {
+    QFETCH(QString, menu);
+    QFETCH(bool, ok);
+    const bool vertical = menu == QLatin1String("mnuvertical");
     ShownWindow w;
-    w.get<QAction>(QStringLiteral("mnuvertical"))->trigger();
-    auto* dialog = w.get<QWidget>(QStringLiteral("guidelines"));
-    auto* value = child<QLineEdit>(dialog, QStringLiteral("value"));
+    model::AppState& state = w.window.state();
+    (vertical ? state.verticalLines : state.horizontalLines) = {4};
+    w.get<QAction>(menu)->trigger();
+    auto* editor = w.get<QWidget>(QStringLiteral("frmtangent"));
+    QVERIFY(editor->isVisible());
+    auto* list = child<QListWidget>(editor, QStringLiteral("values"));
+    QCOMPARE(list->count(), 1); // the list's values are copied in
+    auto* value = child<QLineEdit>(editor, QStringLiteral("value"));
     for (const char* text : {"2", "p", "nonsense", "-1,5"}) {
         value->setText(QLatin1String(text));
         QTest::keyClick(value, Qt::Key_Return);
     }
-    QCOMPARE(w.window.state().verticalLines, (std::vector<double>{2, eval::kPiValue, -1.5}));
-    QCOMPARE(value->text(), QStringLiteral("")); // the last one was taken
-    auto* list = child<QListWidget>(dialog, QStringLiteral("values"));
-    list->item(1)->setSelected(true);
-    QTest::mouseClick(child<QPushButton>(dialog, QStringLiteral("remove")), Qt::LeftButton);
-    QCOMPARE(w.window.state().verticalLines, (std::vector<double>{2, -1.5}));
-    QVERIFY(w.window.state().horizontalLines.empty());
-    QTest::mouseClick(child<QPushButton>(dialog, QStringLiteral("removeAll")), Qt::LeftButton);
-    QVERIFY(w.window.state().verticalLines.empty());
-    QVERIFY(w.window.state().documentChanged);
+    QCOMPARE(w.prompter.messages.size(), 1); // the nonsense, named in the message
+    QVERIFY(w.prompter.messages[0].contains(QStringLiteral("nonsense")));
+    QCOMPARE(list->count(), 4);
+    list->item(2)->setSelected(true);
+    QTest::mouseClick(child<QPushButton>(editor, QStringLiteral("remove")), Qt::LeftButton);
+    QTest::mouseClick(child<QPushButton>(editor, QStringLiteral("sort")), Qt::LeftButton);
+    QCOMPARE(list->item(0)->text(), eval::numberText(-1.5));
+    QCOMPARE(list->item(2)->text(), QStringLiteral("4"));
+    // Nothing reaches the drawing before OK.
+    QCOMPARE(vertical ? state.verticalLines : state.horizontalLines, std::vector<double>{4});
+    const int redraws = w.window.redrawCount();
+
+    QTest::mouseClick(child<QPushButton>(editor, ok ? QStringLiteral("ok") : QStringLiteral("cancel")),
+                      Qt::LeftButton);
+    QVERIFY(!editor->isVisible());
+    const std::vector<double> expected = ok ? std::vector<double>{-1.5, 2, 4} : std::vector<double>{4};
+    QCOMPARE(vertical ? state.verticalLines : state.horizontalLines, expected);
+    QVERIFY((vertical ? state.horizontalLines : state.verticalLines).empty());
+    QCOMPARE(state.documentChanged, ok);
+    QCOMPARE(w.window.redrawCount() > redraws, ok);
+
+    // Opened again, it shows the lines as they are; remove all empties the copy only.
+    w.get<QAction>(menu)->trigger();
+    QCOMPARE(list->count(), int(expected.size()));
+    QTest::mouseClick(child<QPushButton>(editor, QStringLiteral("removeAll")), Qt::LeftButton);
+    QCOMPARE(list->count(), 0);
+    QCOMPARE(vertical ? state.verticalLines : state.horizontalLines, expected);
 }
 
 void TestWindow::derivativeAndPrimitiveAreLinked_data()

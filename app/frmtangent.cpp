@@ -1,0 +1,303 @@
+#include "app/frmtangent.h"
+
+#include "eval/numtext.h"
+#include "model/strings.h"
+#include "plot/coordinates.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPixmap>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <cmath>
+
+namespace curvix::app {
+
+using model::LoadResString;
+
+namespace {
+
+// More steps than a lesson can watch: a typing slip, not a wish.
+constexpr double kMaxDemoSteps = 10000;
+
+template <typename W>
+W* named(W* widget, const char* name)
+{
+    widget->setObjectName(QLatin1String(name));
+    return widget;
+}
+
+} // namespace
+
+QIcon demoIcon(int button, const QColor& ink)
+{
+    constexpr int side = 32;
+    QPixmap pixmap(side, side);
+    pixmap.fill(Qt::transparent);
+    QPainter p(&pixmap);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(Qt::NoPen);
+    p.setBrush(ink);
+    switch (button) {
+    case DemoStart: {
+        QPainterPath triangle;
+        triangle.moveTo(9, 6);
+        triangle.lineTo(26, 16);
+        triangle.lineTo(9, 26);
+        triangle.closeSubpath();
+        p.drawPath(triangle);
+        break;
+    }
+    case DemoPause:
+        p.drawRect(QRectF(8, 6, 6, 20));
+        p.drawRect(QRectF(18, 6, 6, 20));
+        break;
+    case DemoStep: {
+        QPainterPath triangle;
+        triangle.moveTo(6, 6);
+        triangle.lineTo(20, 16);
+        triangle.lineTo(6, 26);
+        triangle.closeSubpath();
+        p.drawPath(triangle);
+        p.drawRect(QRectF(21, 6, 5, 20));
+        break;
+    }
+    default:
+        p.drawRect(QRectF(7, 7, 18, 18));
+        break;
+    }
+    return QIcon(pixmap);
+}
+
+DemoPlan planDemonstration(double from, double to, double step, const std::vector<double>& list)
+{
+    if (!list.empty())
+        return {list, {}};
+    if (!(from < to))
+        return {{}, LoadResString(4021)};
+    if (!(step > 0))
+        return {{}, LoadResString(4022)};
+    const double steps = (to - from) / step;
+    if (!(steps <= kMaxDemoSteps))
+        return {{}, LoadResString(4023).arg(kMaxDemoSteps)};
+    // Multiplied, not accumulated, so that x to is met exactly when the step divides the
+    // range; the small margin keeps a last step lost to rounding.
+    const auto n = static_cast<long long>(std::floor(steps + 1e-9));
+    DemoPlan plan;
+    for (long long i = 0; i <= n; ++i)
+        plan.xs.push_back(std::min(to, from + double(i) * step));
+    return plan;
+}
+
+frmtangent::frmtangent(model::AppState& state, model::Prompter& prompter, QWidget* parent)
+    : QWidget(parent, Qt::Window), m_state(state), m_prompter(prompter)
+{
+    setObjectName(QStringLiteral("frmtangent"));
+    auto* layout = new QVBoxLayout(this);
+
+    m_demoPanel = named(new QGroupBox, "demoPanel");
+    auto* range = new QGridLayout(m_demoPanel);
+    m_from = named(new QLineEdit(QStringLiteral("-3")), "xfrom");
+    m_to = named(new QLineEdit(QStringLiteral("3")), "xto");
+    m_step = named(new QLineEdit(QStringLiteral("0.1")), "steplength");
+    const int captions[3] = {4001, 4002, 4003};
+    QLineEdit* fields[3] = {m_from, m_to, m_step};
+    for (int i = 0; i < 3; ++i) {
+        range->addWidget(new QLabel(LoadResString(captions[i])), 0, i);
+        fields[i]->setToolTip(LoadResString(2040));
+        range->addWidget(fields[i], 1, i);
+    }
+    m_step->setText(eval::numberText(0.1));
+    m_derivative = named(new QCheckBox(LoadResString(4004)), "derivative");
+    range->addWidget(m_derivative, 2, 0, 1, 3);
+    layout->addWidget(m_demoPanel);
+
+    auto* listLabel = new QLabel;
+    listLabel->setObjectName(QStringLiteral("listCaption"));
+    layout->addWidget(listLabel);
+    auto* entryRow = new QHBoxLayout;
+    m_entry = named(new QLineEdit, "value");
+    m_entry->setToolTip(LoadResString(2040));
+    auto* addButton = named(new QPushButton(LoadResString(2041)), "add");
+    addButton->setAutoDefault(false);
+    entryRow->addWidget(m_entry, 1);
+    entryRow->addWidget(addButton);
+    layout->addLayout(entryRow);
+
+    m_list = named(new QListWidget, "values");
+    m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    auto* listRow = new QHBoxLayout;
+    listRow->addWidget(m_list, 1);
+    auto* listButtons = new QVBoxLayout;
+    auto* remove = named(new QPushButton(LoadResString(2042)), "remove");
+    auto* removeAllButton = named(new QPushButton(LoadResString(2043)), "removeAll");
+    auto* sort = named(new QPushButton(LoadResString(4009)), "sort");
+    for (QPushButton* b : {remove, removeAllButton, sort}) {
+        b->setAutoDefault(false);
+        listButtons->addWidget(b);
+    }
+    listButtons->addStretch();
+    listRow->addLayout(listButtons);
+    layout->addLayout(listRow, 1);
+
+    m_demoButtons = named(new QWidget, "demoButtons");
+    auto* demoRow = new QHBoxLayout(m_demoButtons);
+    demoRow->setContentsMargins(0, 0, 0, 0);
+    const char* demoNames[4] = {"start", "pause", "step", "stop"};
+    const int demoCaptions[4] = {4005, 4006, 4007, 4008};
+    for (int i = 0; i < 4; ++i) {
+        auto* b = named(new QPushButton(LoadResString(demoCaptions[i])), demoNames[i]);
+        b->setIcon(demoIcon(i, palette().color(QPalette::ButtonText)));
+        b->setAutoDefault(false);
+        demoRow->addWidget(b);
+        connect(b, &QPushButton::clicked, this, [this, i] {
+            switch (i) {
+            case DemoStart: start(); break;
+            case DemoPause: emit pauseRequested(); break;
+            case DemoStep: emit stepRequested(); break;
+            default: emit stopRequested(); break;
+            }
+        });
+    }
+    layout->addWidget(m_demoButtons);
+
+    m_dialogButtons = named(new QWidget, "dialogButtons");
+    auto* dialogRow = new QHBoxLayout(m_dialogButtons);
+    dialogRow->setContentsMargins(0, 0, 0, 0);
+    auto* ok = named(new QPushButton(LoadResString(4010)), "ok");
+    auto* cancel = named(new QPushButton(LoadResString(4011)), "cancel");
+    dialogRow->addStretch();
+    dialogRow->addWidget(ok);
+    dialogRow->addWidget(cancel);
+    layout->addWidget(m_dialogButtons);
+
+    connect(addButton, &QPushButton::clicked, this, &frmtangent::add);
+    connect(m_entry, &QLineEdit::returnPressed, this, &frmtangent::add);
+    connect(remove, &QPushButton::clicked, this, &frmtangent::removeSelected);
+    connect(removeAllButton, &QPushButton::clicked, this, &frmtangent::removeAll);
+    connect(sort, &QPushButton::clicked, this, &frmtangent::sortValues);
+    connect(ok, &QPushButton::clicked, this, &frmtangent::accept);
+    connect(cancel, &QPushButton::clicked, this, &QWidget::close);
+    currentusage(0);
+}
+
+void frmtangent::currentusage(int mode)
+{
+    m_usage = std::clamp(mode, 0, 2);
+    const bool demo = m_usage == 0;
+    m_demoPanel->setVisible(demo);
+    m_demoButtons->setVisible(demo);
+    m_dialogButtons->setVisible(!demo);
+    auto* caption = findChild<QLabel*>(QStringLiteral("listCaption"));
+    caption->setText(LoadResString(demo ? 4012 : m_usage == 1 ? 4013 : 4014));
+    setWindowTitle(demo ? LoadResString(4026)
+                        : LoadResString(m_usage == 1 ? 478 : 480).remove(QLatin1Char('&')));
+}
+
+void frmtangent::setValues(const std::vector<double>& values)
+{
+    m_values = values;
+    showValues();
+}
+
+void frmtangent::setFunction(const QString& text)
+{
+    m_function = text;
+    m_demoPanel->setTitle(LoadResString(4015) + QStringLiteral(": ") + text);
+}
+
+bool frmtangent::drawDerivative() const
+{
+    return m_derivative->isChecked();
+}
+
+void frmtangent::add()
+{
+    const QString text = m_entry->text().trimmed();
+    if (text.isEmpty())
+        return;
+    const std::optional<double> value = plot::readRangeNumber(text);
+    if (!value) {
+        m_prompter.message(LoadResString(4024).arg(text));
+        m_entry->selectAll();
+        m_entry->setFocus();
+        return;
+    }
+    m_values.push_back(*value);
+    m_entry->clear();
+    showValues();
+}
+
+void frmtangent::removeSelected()
+{
+    std::vector<double> kept;
+    for (int row = 0; row < m_list->count(); ++row)
+        if (!m_list->item(row)->isSelected())
+            kept.push_back(m_values[std::size_t(row)]);
+    m_values = kept;
+    showValues();
+}
+
+void frmtangent::removeAll()
+{
+    m_values.clear();
+    showValues();
+}
+
+void frmtangent::sortValues()
+{
+    std::sort(m_values.begin(), m_values.end());
+    showValues();
+}
+
+void frmtangent::showValues()
+{
+    m_list->clear();
+    for (double v : m_values)
+        m_list->addItem(eval::numberText(v));
+}
+
+void frmtangent::accept()
+{
+    if (m_usage == 0)
+        return;
+    std::vector<double>& lines = m_usage == 1 ? m_state.verticalLines : m_state.horizontalLines;
+    if (lines != m_values) {
+        lines = m_values;
+        m_state.documentChanged = true;
+    }
+    close();
+    emit guideLinesChanged();
+}
+
+void frmtangent::start()
+{
+    const std::optional<double> from = plot::readRangeNumber(m_from->text().trimmed());
+    const std::optional<double> to = plot::readRangeNumber(m_to->text().trimmed());
+    const std::optional<double> step = plot::readRangeNumber(m_step->text().trimmed());
+    DemoPlan plan;
+    if (!m_values.empty())
+        plan = planDemonstration(0, 0, 0, m_values);
+    else if (!from || !to || !step)
+        plan.problem = LoadResString(4020);
+    else
+        plan = planDemonstration(*from, *to, *step, {});
+    if (!plan.problem.isEmpty()) {
+        m_prompter.message(plan.problem);
+        return;
+    }
+    m_planned = plan.xs;
+    requestFlag = 1;
+    emit startRequested();
+}
+
+} // namespace curvix::app
