@@ -107,21 +107,15 @@ private slots:
 
     void numberText_data();
     void numberText();
-    void roundTripText_data();
-    void roundTripText();
     void roundTripTextReadsBack();
 
-    void constantsAreTheRequiredDoubles();
     void textHelpers_data();
     void textHelpers();
     void prepareExpressionText_data();
     void prepareExpressionText();
-    void prepareExpressionTextError_data();
-    void prepareExpressionTextError();
     void sizeCurvePoints_data();
     void sizeCurvePoints();
     void sampleCurve();
-    void sampleCurveStaysInsideTheArray();
     void tangentLineText_data();
     void tangentLineText();
     void rewriteLog10_data();
@@ -142,34 +136,22 @@ void TestEval::values_data()
     QTest::newRow("blanks") << " 2 * x + 1 " << 3.0 << 7.0;
     QTest::newRow("precedence") << "1+2*3-4/2" << 0.0 << 5.0;
     QTest::newRow("left assoc minus") << "10-4-3" << 0.0 << 3.0;
-    QTest::newRow("left assoc divide") << "64/4/2" << 0.0 << 8.0;
     QTest::newRow("power right assoc") << "2^3^2" << 0.0 << 512.0;
     QTest::newRow("minus below power") << "-x^2" << 3.0 << -9.0;
     QTest::newRow("negative exponent") << "2^-1" << 0.0 << 0.5;
     QTest::newRow("variable exponent") << "2^-x" << 3.0 << 0.125;
     QTest::newRow("double minus") << "2--x" << 3.0 << 5.0;
-    QTest::newRow("unary plus") << "+x" << 3.0 << 3.0;
     QTest::newRow("times minus") << "2*-x" << 3.0 << -6.0;
     QTest::newRow("2x") << "2x" << 3.0 << 6.0;
     QTest::newRow("2x^2") << "2x^2" << 3.0 << 18.0;
     QTest::newRow("1/2x") << "1/2x" << 3.0 << 1.5;
     QTest::newRow("2sin(x)") << "2sin(x)" << 0.5 << 2 * std::sin(0.5);
     QTest::newRow("(x+1)(x-1)") << "(x+1)(x-1)" << 3.0 << 8.0;
-    QTest::newRow("3(x+1)") << "3(x+1)" << 3.0 << 12.0;
     QTest::newRow("x(x+1)") << "x(x+1)" << 3.0 << 12.0;
     QTest::newRow("2pi") << "2pi" << 0.0 << 2 * std::numbers::pi;
-    QTest::newRow("pi x") << "pi x" << 2.0 << 2 * std::numbers::pi;
     QTest::newRow("sin(x)cos(x)") << "sin(x)cos(x)" << 0.3 << std::sin(0.3) * std::cos(0.3);
     QTest::newRow("2^3x") << "2^3x" << 2.0 << 16.0;
-    QTest::newRow("polynomial") << "3x^3-2x^2+x-5" << 2.0 << 13.0;
-    QTest::newRow("x^5") << "x^5" << 3.0 << 243.0;
-    QTest::newRow("x^-2") << "x^-2" << 4.0 << 0.0625;
     QTest::newRow("x^0 of NaN") << "x^0" << kNaN << 1.0;
-    QTest::newRow("x^0.5") << "x^0.5" << 2.25 << 1.5;
-    QTest::newRow("c-(ax+b)") << "10-(2x+1)" << 3.0 << 3.0;
-    QTest::newRow("-(ax+b)") << "-(2x+1)" << 3.0 << -7.0;
-    QTest::newRow("x/4") << "x/4" << 3.0 << 0.75;
-    QTest::newRow("c/x") << "3/x" << 4.0 << 0.75;
     QTest::newRow("sqrt") << "sqrt(x)" << 2.0 << std::sqrt(2.0);
     QTest::newRow("sin") << "sin(x)" << 1.0 << std::sin(1.0);
     QTest::newRow("cos") << "cos(x)" << 1.0 << std::cos(1.0);
@@ -182,7 +164,6 @@ void TestEval::values_data()
     QTest::newRow("ln") << "ln(x)" << 2.0 << std::log(2.0);
     QTest::newRow("log10") << "log10(x)" << 1000.0 << 3.0;
     QTest::newRow("log") << "log(x)" << 0.01 << -2.0;
-    QTest::newRow("2log10") << "2log10(x)" << 100.0 << 4.0;
     QTest::newRow("abs") << "abs(x)" << -2.5 << 2.5;
     QTest::newRow("sign -") << "sign(x)" << -2.5 << -1.0;
     QTest::newRow("sign 0") << "sign(x)" << 0.0 << 0.0;
@@ -511,28 +492,12 @@ void TestEval::numberText()
              QString(expected).replace(u'.', u','));
 }
 
-void TestEval::roundTripText_data()
-{
-    QTest::addColumn<double>("value");
-    QTest::addColumn<QString>("expected");
-
-    QTest::newRow("short") << 0.1 << "0.1";
-    QTest::newRow("needs 17 digits") << 0.1 + 0.2 << "0.30000000000000004";
-    QTest::newRow("integer") << -3.0 << "-3";
-    QTest::newRow("nan") << kNaN << "nan";
-    QTest::newRow("inf") << kInf << "inf";
-    QTest::newRow("-inf") << -kInf << "-inf";
-}
-
-void TestEval::roundTripText()
-{
-    QFETCH(double, value);
-    QFETCH(QString, expected);
-    QCOMPARE(curvix::eval::roundTripText(value), expected);
-}
-
 void TestEval::roundTripTextReadsBack()
 {
+    QCOMPARE(roundTripText(0.1 + 0.2), QStringLiteral("0.30000000000000004"));
+    QCOMPARE(roundTripText(-3), QStringLiteral("-3"));
+    QCOMPARE(roundTripText(kNaN), QStringLiteral("nan"));
+    QCOMPARE(roundTripText(-kInf), QStringLiteral("-inf"));
     std::mt19937_64 random(7);
     for (int i = 0; i < 2000; ++i) {
         const double value = std::bit_cast<double>(random());
@@ -549,12 +514,6 @@ void TestEval::roundTripTextReadsBack()
 }
 
 // ---- formula texts -----------------------------------------------------------------------
-
-void TestEval::constantsAreTheRequiredDoubles()
-{
-    QCOMPARE(std::bit_cast<std::uint64_t>(kPiValue), std::uint64_t(0x400921FB54442D11));
-    QCOMPARE(std::bit_cast<std::uint64_t>(kEValue), std::uint64_t(0x4005BF0A8B4949CB));
-}
 
 void TestEval::textHelpers_data()
 {
@@ -612,18 +571,26 @@ void TestEval::prepareExpressionText_data()
     QTest::addColumn<QString>("formula");
     QTest::addColumn<QString>("label");
     QTest::addColumn<QString>("expected");
+    QTest::addColumn<QString>("message"); // reported when nothing is returned
 
-    const QString pi(kPiChar);
-    QTest::newRow("plain") << "2x^2+1" << "f(x)" << "2x^2+1";
-    QTest::newRow("2pi") << "2" + pi << "f(x)" << "2*3.14159265358979";
-    QTest::newRow("pi/2") << pi + "/2" << "f(x)" << "3.14159265358979/2";
-    QTest::newRow("first pi decides, no star") << "x+" + pi + "+2" + pi << "f(x)"
-                                               << "x+3.14159265358979+23.14159265358979";
-    QTest::newRow("exp and e") << "exp(x)+e" << "f(x)" << "Exp(x)+2.71828183";
-    QTest::newRow("2e") << "2e^x" << "f(x)" << "2*2.71828183^x";
-    QTest::newRow("comma") << "0,5x+1,25" << "f(x)" << "0.5x+1.25";
-    QTest::newRow("variable t") << "t^2" << "f(t)" << "t^2";
-    QTest::newRow("no label") << "x^2" << "" << "x^2";
+    const QString pi(kPiChar), fx("f(x)");
+    QTest::newRow("plain") << "2x^2+1" << fx << "2x^2+1" << "";
+    QTest::newRow("2pi") << "2" + pi << fx << "2*3.14159265358979" << "";
+    QTest::newRow("pi/2") << pi + "/2" << fx << "3.14159265358979/2" << "";
+    QTest::newRow("first pi decides, no star") << "x+" + pi + "+2" + pi << fx
+                                               << "x+3.14159265358979+23.14159265358979" << "";
+    QTest::newRow("exp and e") << "exp(x)+e" << fx << "Exp(x)+2.71828183" << "";
+    QTest::newRow("2e") << "2e^x" << fx << "2*2.71828183^x" << "";
+    QTest::newRow("comma") << "0,5x+1,25" << fx << "0.5x+1.25" << "";
+    QTest::newRow("variable t") << "t^2" << "f(t)" << "t^2" << "";
+    QTest::newRow("no label") << "x^2" << "" << "x^2" << "";
+    // A pi after a letter gets no "*", and the evaluator rejects the result.
+    QTest::newRow("x pi") << "x" + pi << fx << ""
+                          << "A number cannot follow the name 'x' at position 2";
+    QTest::newRow("first pi decides a star") << "3" + pi + "+" + pi << fx << ""
+                                             << "Unexpected '*' at position 20";
+    QTest::newRow("other variable") << "t+1" << fx << "" << "Unknown name 't' at position 1";
+    QTest::newRow("empty") << "" << fx << "" << "The formula is empty";
 }
 
 void TestEval::prepareExpressionText()
@@ -631,45 +598,17 @@ void TestEval::prepareExpressionText()
     QFETCH(QString, formula);
     QFETCH(QString, label);
     QFETCH(QString, expected);
-    ExpressionEvaluator evaluator;
-    QStringList messages;
-    const Report report = [&](const QString& m) { messages << m; };
-
-    for (const QLocale& locale : {QLocale(), QLocale::c(), QLocale(QLocale::Swedish)}) {
-        QCOMPARE(PrepareExpressionText(evaluator, formula, label, report, locale), expected);
-        QVERIFY(messages.isEmpty());
-        // The evaluator is reset: its variables are gone.
-        QCOMPARE(evaluator.DefineVariable(QStringLiteral("zz")), 0);
-    }
-}
-
-void TestEval::prepareExpressionTextError_data()
-{
-    QTest::addColumn<QString>("formula");
-    QTest::addColumn<QString>("message");
-
-    const QString pi(kPiChar);
-    // A pi after a letter gets no "*", and the evaluator rejects the result.
-    QTest::newRow("x pi") << "x" + pi << "A number cannot follow the name 'x' at position 2";
-    // The first pi decides: the second one gets a "*" as well.
-    QTest::newRow("first pi decides") << "3" + pi + "+" + pi << "Unexpected '*' at position 20";
-    QTest::newRow("other variable") << "t+1" << "Unknown name 't' at position 1";
-    QTest::newRow("empty") << "" << "The formula is empty";
-}
-
-void TestEval::prepareExpressionTextError()
-{
-    QFETCH(QString, formula);
     QFETCH(QString, message);
     ExpressionEvaluator evaluator;
-    QStringList messages;
-    const Report report = [&](const QString& m) { messages << m; };
-
-    QCOMPARE(PrepareExpressionText(evaluator, formula, "f(x)", report), QString());
-    QCOMPARE(messages, QStringList{message});
-    QVERIFY(!evaluator.HasError()); // reset after the report
-    QCOMPARE(evaluator.DefineVariable(QStringLiteral("zz")), 0);
-    QCOMPARE(PrepareExpressionText(evaluator, formula, "f(x)", nullptr), QString());
+    for (const QLocale& locale : {QLocale(), QLocale::c(), QLocale(QLocale::Swedish)}) {
+        QStringList messages;
+        const Report report = [&](const QString& m) { messages << m; };
+        QCOMPARE(PrepareExpressionText(evaluator, formula, label, report, locale), expected);
+        QCOMPARE(messages, message.isEmpty() ? QStringList() : QStringList{message});
+        QVERIFY(!evaluator.HasError());
+        QCOMPARE(evaluator.DefineVariable(QStringLiteral("zz")), 0); // reset: variables gone
+    }
+    QCOMPARE(PrepareExpressionText(evaluator, formula, label, nullptr), expected);
 }
 
 void TestEval::sizeCurvePoints_data()
@@ -708,11 +647,10 @@ void TestEval::sampleCurve()
     const Report report = [&](const QString& m) { messages << m; };
     SampledCurve curve{QStringLiteral("t^2+0,5"), {}};
     SizeCurvePoints(-1, 1, curve, 0.25);
-    QCOMPARE(curve.points.size(), std::size_t(9));
-
     SampleCurve(evaluator, -1, 1, "g(t)", curve, 0.25, report);
     QVERIFY(messages.isEmpty());
     QCOMPARE(curve.formula, QStringLiteral("t^2+0.5"));
+    QCOMPARE(curve.points.size(), std::size_t(9));
     for (std::size_t i = 0; i < curve.points.size(); ++i) {
         const double x = -1 + 0.25 * double(i);
         QCOMPARE(curve.points[i].x, x);
@@ -723,19 +661,13 @@ void TestEval::sampleCurve()
     // A formula that does not compile is reported; the points carry no numbers.
     curve.formula = QStringLiteral("t^");
     SampleCurve(evaluator, -1, 1, "g(t)", curve, 0.25, report);
-    QVERIFY(!messages.isEmpty());
-    QCOMPARE(messages.first(), QStringLiteral("Unexpected end of formula at position 3"));
+    QCOMPARE(messages.value(0), QStringLiteral("Unexpected end of formula at position 3"));
     QCOMPARE(curve.formula, QString());
     QVERIFY(std::isnan(curve.points[4].y));
-}
 
-void TestEval::sampleCurveStaysInsideTheArray()
-{
     // Sized for [0, 2.4] but sampled over [0, 3]: the loop stops at the array's end.
-    ExpressionEvaluator evaluator;
-    SampledCurve curve{QStringLiteral("x"), {}};
+    curve.formula = QStringLiteral("x");
     SizeCurvePoints(0, 2.4, curve, 1);
-    QCOMPARE(curve.points.size(), std::size_t(3));
     SampleCurve(evaluator, 0, 3, "f(x)", curve, 1, nullptr);
     QCOMPARE(curve.points.size(), std::size_t(3));
     QCOMPARE(curve.points[2].y, 2.0);
