@@ -25,11 +25,8 @@ private slots:
     void schoolProblems();
     void readableAnswers_data();
     void readableAnswers();
-    void requestsSent_data();
-    void requestsSent();
-    void answersRead_data();
-    void answersRead();
-    void tooLongFormula();
+    void throughTheLibrary_data();
+    void throughTheLibrary();
     void formulaFillingTheBuffer();
     void libraryRequests_data();
     void libraryRequests();
@@ -124,14 +121,13 @@ void TestSymbolic::readableAnswers_data()
     QTest::addColumn<QString>("variable");
     QTest::addColumn<QString>("answer");
 
-    auto d = [](const char* name, const char* formula, const char* answer, const char* v = "x") {
-        QTest::newRow(name) << true << QString::fromUtf8(formula) << QString::fromUtf8(v)
-                            << QString::fromUtf8(answer);
+    const auto row = [](bool derivative) {
+        return [derivative](const char* name, const char* formula, const char* answer, const char* v = "x") {
+            QTest::newRow(name) << derivative << QString::fromUtf8(formula) << QString::fromUtf8(v)
+                                << QString::fromUtf8(answer);
+        };
     };
-    auto p = [](const char* name, const char* formula, const char* answer, const char* v = "x") {
-        QTest::newRow(name) << false << QString::fromUtf8(formula) << QString::fromUtf8(v)
-                            << QString::fromUtf8(answer);
-    };
+    const auto d = row(true), p = row(false);
     d("terms collected", "x^3+2x^2", "3x^2+4x");
     d("root in a denominator", "sqrt(x)", "1/(2sqrt(x))");
     d("decimal kept as typed", "2,5x", "2.5");
@@ -173,67 +169,57 @@ void TestSymbolic::readableAnswers()
     QCOMPARE(messages.list, QStringList());
 }
 
-void TestSymbolic::requestsSent_data()
+void TestSymbolic::throughTheLibrary_data()
 {
     QTest::addColumn<bool>("derivative");
     QTest::addColumn<QString>("formula");
     QTest::addColumn<QString>("variable");
-    QTest::addColumn<QByteArray>("request");
-
-    QTest::newRow("decimal comma") << true << "2,5x" << "x" << QByteArray("DIFF(2.5x,x,1)");
-    QTest::newRow("pi sign") << true << QString::fromUtf8("¶x") << "x" << QByteArray("DIFF(pix,x,1)");
-    QTest::newRow("log10 rewritten")
-        << false << "log10(x^2)+1" << "x" << QByteArray("INT((ln(x^2)/ln(10))+1,x)");
-    QTest::newRow("label variable") << true << "t^2" << "t" << QByteArray("DIFF(t^2,t,1)");
-    QTest::newRow("no variable is x") << false << "3" << "" << QByteArray("INT(3,x)");
-    const QString long990 = QStringLiteral("x") + QStringLiteral("+x").repeated(494) + u'+';
-    QTest::newRow("cut at the buffer's end")
-        << true << long990 << "x" << (QByteArray("DIFF(") + long990.toLatin1() + ",x,1)").left(1000);
-}
-
-void TestSymbolic::requestsSent()
-{
-    QFETCH(bool, derivative);
-    QFETCH(QString, formula);
-    QFETCH(QString, variable);
-    QFETCH(QByteArray, request);
-    FakeLibrary library;
-    library.answer = QByteArray("1\0", 2);
-    Messages messages;
-    const QString answer = derivative
-                               ? SymbolicDerivative(formula, variable, 1, messages.report(), library.options())
-                               : SymbolicPrimitive(formula, variable, messages.report(), library.options());
-    QCOMPARE(library.calls, 1);
-    QCOMPARE(library.request.size(), kSymbolicRequestLength);
-    QCOMPARE(library.request, request.leftJustified(kSymbolicRequestLength, ' '));
-    QCOMPARE(answer, QStringLiteral("1"));
-}
-
-void TestSymbolic::answersRead_data()
-{
-    QTest::addColumn<bool>("derivative");
+    QTest::addColumn<QByteArray>("request"); // empty: the library is not called
     QTest::addColumn<QByteArray>("result");
     QTest::addColumn<int>("rc");
     QTest::addColumn<QString>("answer");
     QTest::addColumn<QStringList>("messages");
 
-    QTest::newRow("decimal point kept") << true << QByteArray("2.5\0", 4) << 1 << "2.5" << QStringList();
-    QTest::newRow("pi becomes the sign")
-        << true << QByteArray("pi*x+2pi\0", 9) << 1 << QString::fromUtf8("¶*x+2¶") << QStringList();
-    QTest::newRow("cut at the first NUL") << false << QByteArray("x^2\0junk\0", 9) << 7 << "x^2"
-                                          << QStringList();
-    QTest::newRow("no NUL: nothing") << true << QByteArray(kSymbolicResultSize, 'x') << 1 << ""
-                                     << QStringList();
-    QTest::newRow("derivative fails") << true << QByteArray("\0", 1) << 0 << "" << kDerivativeFailure;
-    QTest::newRow("primitive fails twice") << false << QByteArray("x\0", 2) << 0 << ""
+    const QByteArray one("1\0", 2);
+    const QStringList none;
+    QTest::newRow("decimal comma") << true << "2,5x" << "x" << QByteArray("DIFF(2.5x,x,1)") << one << 1 << "1" << none;
+    QTest::newRow("pi sign") << true << QString::fromUtf8("¶x") << "x" << QByteArray("DIFF(pix,x,1)") << one << 1 << "1" << none;
+    QTest::newRow("log10 rewritten") << false << "log10(x^2)+1" << "x"
+                                     << QByteArray("INT((ln(x^2)/ln(10))+1,x)") << one << 1 << "1" << none;
+    QTest::newRow("label variable") << true << "t^2" << "t" << QByteArray("DIFF(t^2,t,1)") << one << 1 << "1" << none;
+    QTest::newRow("no variable is x") << false << "3" << "" << QByteArray("INT(3,x)") << one << 1 << "1" << none;
+    const QString long990 = QStringLiteral("x") + QStringLiteral("+x").repeated(494) + u'+';
+    QTest::newRow("cut at the buffer's end") << true << long990 << "x"
+                                             << (QByteArray("DIFF(") + long990.toLatin1() + ",x,1)").left(1000)
+                                             << one << 1 << "1" << none;
+    const QString long1001 = QStringLiteral("x+").repeated(500) + u'1';
+    QTest::newRow("too long, derivative") << true << long1001 << "x" << QByteArray() << one << 1 << ""
+                                          << QStringList{"too long expression"};
+    QTest::newRow("too long, primitive") << false << long1001 << "x" << QByteArray() << one << 1 << ""
+                                         << QStringList{"too long expression"};
+
+    const QByteArray dx("DIFF(x,x,1)"), ix("INT(x,x)");
+    QTest::newRow("decimal point kept") << true << "x" << "x" << dx << QByteArray("2.5\0", 4) << 1 << "2.5" << none;
+    QTest::newRow("pi becomes the sign") << true << "x" << "x" << dx << QByteArray("pi*x+2pi\0", 9) << 1
+                                         << QString::fromUtf8("¶*x+2¶") << none;
+    QTest::newRow("cut at the first NUL") << false << "x" << "x" << ix << QByteArray("x^2\0junk\0", 9) << 7
+                                          << "x^2" << none;
+    QTest::newRow("no NUL: nothing") << true << "x" << "x" << dx << QByteArray(kSymbolicResultSize, 'x') << 1
+                                     << "" << none;
+    QTest::newRow("derivative fails") << true << "x" << "x" << dx << QByteArray("\0", 1) << 0 << ""
+                                      << kDerivativeFailure;
+    QTest::newRow("primitive fails twice") << false << "x" << "x" << ix << QByteArray("x\0", 2) << 0 << ""
                                            << kPrimitiveFailure;
-    QTest::newRow("negative is a failure") << false << QByteArray("x\0", 2) << -1 << ""
+    QTest::newRow("negative is a failure") << false << "x" << "x" << ix << QByteArray("x\0", 2) << -1 << ""
                                            << kPrimitiveFailure;
 }
 
-void TestSymbolic::answersRead()
+void TestSymbolic::throughTheLibrary()
 {
     QFETCH(bool, derivative);
+    QFETCH(QString, formula);
+    QFETCH(QString, variable);
+    QFETCH(QByteArray, request);
     QFETCH(QByteArray, result);
     QFETCH(int, rc);
     QFETCH(QString, answer);
@@ -243,23 +229,13 @@ void TestSymbolic::answersRead()
     library.rc = rc;
     Messages shown;
     const QString got = derivative
-                            ? SymbolicDerivative("x", "x", 1, shown.report(), library.options())
-                            : SymbolicPrimitive("x", "x", shown.report(), library.options());
+                            ? SymbolicDerivative(formula, variable, 1, shown.report(), library.options())
+                            : SymbolicPrimitive(formula, variable, shown.report(), library.options());
+    QCOMPARE(library.calls, request.isEmpty() ? 0 : 1);
+    if (!request.isEmpty())
+        QCOMPARE(library.request, request.leftJustified(kSymbolicRequestLength, ' '));
     QCOMPARE(got, answer);
     QCOMPARE(shown.list, messages);
-}
-
-void TestSymbolic::tooLongFormula()
-{
-    const QString formula = QStringLiteral("x+").repeated(500) + u'1'; // 1001 characters
-    FakeLibrary library;
-    Messages derivative;
-    QCOMPARE(SymbolicDerivative(formula, "x", 1, derivative.report(), library.options()), QString());
-    Messages primitive;
-    QCOMPARE(SymbolicPrimitive(formula, "x", primitive.report(), library.options()), QString());
-    QCOMPARE(library.calls, 0);
-    QCOMPARE(derivative.list, QStringList{"too long expression"});
-    QCOMPARE(primitive.list, QStringList{"too long expression"});
 }
 
 void TestSymbolic::formulaFillingTheBuffer()
