@@ -68,14 +68,6 @@ QStringList manualPages()
     return QDir(QStringLiteral(":/help")).entryList({QStringLiteral("*.html")}, QDir::Files);
 }
 
-QStringList resultTitles(QListWidget* results)
-{
-    QStringList titles;
-    for (int i = 0; i < results->count(); ++i)
-        titles << results->item(i)->text();
-    return titles;
-}
-
 struct HelpWidgets {
     app::HelpWindow* window = nullptr;
     QTabWidget* tabs = nullptr;
@@ -100,14 +92,12 @@ struct HelpWidgets {
 class TestAboutHelp : public QObject {
     Q_OBJECT
 private slots:
-    void aboutWindowTexts();
-    void okCloses();
+    void aboutWindow();
     void sysInfo_data();
     void sysInfo();
     void sysInfoButtonOnThisMachine();
     void manualLinksResolve();
-    void everyPageIsInTheContents();
-    void contentsEntriesOpenTheirPages();
+    void contentsListAndOpenEveryPage();
     void followingALinkSelectsItsTopic();
     void search_data();
     void search();
@@ -115,40 +105,26 @@ private slots:
     void showHelpOpensOneWindowOnTheAskedTab();
 };
 
-void TestAboutHelp::aboutWindowTexts()
+void TestAboutHelp::aboutWindow()
 {
     ScriptedPrompter prompter;
     app::frmAbout1 about(prompter);
-    QCOMPARE(about.objectName(), QStringLiteral("frmAbout1"));
-
     auto* version = about.findChild<QLabel*>(QStringLiteral("lblVersion"));
-    auto* title = about.findChild<QLabel*>(QStringLiteral("lblTitle"));
     auto* notice = about.findChild<QLabel*>(QStringLiteral("lblDisclaimer"));
     auto* icon = about.findChild<QLabel*>(QStringLiteral("picIcon"));
-    QVERIFY(version && title && notice && icon);
-
+    QVERIFY(version && notice && icon);
     QCOMPARE(version->text(), QStringLiteral("Version " CURVIX_EXPECTED_VERSION));
-    QCOMPARE(title->text(), QStringLiteral("Curvix"));
     QVERIFY(!icon->pixmap().isNull());
 
     // The rights notice comes first; the credit of the symbolic library follows after a
     // line break and names the library that really does the work.
     const QStringList lines = notice->text().split(QLatin1Char('\n'));
-    QVERIFY(lines.size() >= 2);
-    QVERIFY(lines.first().startsWith(QStringLiteral("Copyright")));
-    QVERIFY(lines.first().contains(QStringLiteral("The Curvix developers")));
+    QVERIFY(lines.size() >= 2 && lines.first().startsWith(QStringLiteral("Copyright")));
     QVERIFY(notice->text().contains(QStringLiteral("GPL-3.0-or-later")));
-    QVERIFY(notice->text().contains(QStringLiteral("NO WARRANTY")));
-    const QString credit = lines.last();
-    QVERIFY2(credit.startsWith(QStringLiteral("SYMBOLIC.DLL ")), qPrintable(credit));
-    QVERIFY(credit.contains(QStringLiteral("Giac")));
-    QVERIFY(credit.contains(QStringLiteral("Bernard Parisse")));
-}
+    QVERIFY2(lines.last().startsWith(QStringLiteral("SYMBOLIC.DLL ")) &&
+                 lines.last().contains(QStringLiteral("Giac")),
+             qPrintable(lines.last()));
 
-void TestAboutHelp::okCloses()
-{
-    ScriptedPrompter prompter;
-    app::frmAbout1 about(prompter);
     about.show();
     QVERIFY(QTest::qWaitForWindowExposed(&about));
     auto* ok = about.findChild<QPushButton*>(QStringLiteral("cmdOK"));
@@ -266,31 +242,19 @@ void TestAboutHelp::manualLinksResolve()
     QVERIFY(internal > pages.size());
 }
 
-void TestAboutHelp::everyPageIsInTheContents()
-{
-    app::HelpWindow window;
-    HelpWidgets w(&window);
-    QVERIFY(w.complete());
-    QStringList listed;
-    for (int i = 0; i < w.contents->topLevelItemCount(); ++i)
-        listed << w.contents->topLevelItem(i)->data(0, Qt::UserRole).toUrl().fileName();
-    QCOMPARE(listed.first(), model::LoadResString(3));
-    QStringList sortedListed = listed;
-    sortedListed.sort();
-    QCOMPARE(sortedListed, manualPages());
-}
-
-void TestAboutHelp::contentsEntriesOpenTheirPages()
+void TestAboutHelp::contentsListAndOpenEveryPage()
 {
     app::HelpWindow window;
     HelpWidgets w(&window);
     QVERIFY(w.complete());
     window.show();
+    QStringList listed;
     int sections = 0;
     for (int i = 0; i < w.contents->topLevelItemCount(); ++i) {
         QTreeWidgetItem* topic = w.contents->topLevelItem(i);
+        listed << topic->data(0, Qt::UserRole).toUrl().fileName();
         w.contents->setCurrentItem(topic);
-        QCOMPARE(w.page->source().fileName(), topic->data(0, Qt::UserRole).toUrl().fileName());
+        QCOMPARE(w.page->source().fileName(), listed.last());
         QVERIFY2(w.page->toPlainText().trimmed().size() > 200, qPrintable(topic->text(0)));
         QCOMPARE(w.page->documentTitle(), topic->text(0));
         for (int k = 0; k < topic->childCount(); ++k) {
@@ -304,6 +268,9 @@ void TestAboutHelp::contentsEntriesOpenTheirPages()
         }
     }
     QVERIFY(sections > w.contents->topLevelItemCount());
+    QCOMPARE(listed.first(), model::LoadResString(3));
+    listed.sort();
+    QCOMPARE(listed, manualPages());
 }
 
 void TestAboutHelp::followingALinkSelectsItsTopic()
@@ -361,7 +328,9 @@ void TestAboutHelp::search()
         if (all)
             expected << facts.title;
     }
-    QStringList found = resultTitles(w.results);
+    QStringList found;
+    for (int i = 0; i < w.results->count(); ++i)
+        found << w.results->item(i)->text();
     if (!firstTopic.isEmpty())
         QCOMPARE(found.value(0), firstTopic);
     found.sort();
