@@ -11,14 +11,9 @@ namespace {
 
 const QString kLabel = QStringLiteral("f(x)");
 
-QFont testFont()
-{
-    return QFont(QStringLiteral("DejaVu Sans"), 14);
-}
-
 QImage picture(const QString& typed, const QString& label = kLabel, qreal ratio = 1.0)
 {
-    return typesetFormula(typed, label, testFont(), ratio);
+    return typesetFormula(typed, label, QFont(QStringLiteral("DejaVu Sans"), 14), ratio);
 }
 
 bool isInk(QRgb pixel)
@@ -65,41 +60,15 @@ private slots:
     {
         QTest::addColumn<QString>("typed");
         QTest::addColumn<bool>("stacked"); // a fraction at full size
-        const auto row = [](const char* typed, bool stacked = false) {
-            QTest::newRow(typed) << QString::fromUtf8(typed) << stacked;
-        };
-        row("2x+1");
-        row("-3x+5");
-        row("x^2");
-        row("x^2-4x+3");
-        row("2x^2+3x-1");
-        row("(x-2)^2+1");
-        row("x^3-3x");
-        row("(x+1)(x-2)");
-        row("sqrt(x)");
-        row("sqrt(x^2+1)");
-        row("2^x");
-        row("e^x");
-        row("e^(-x)");
-        row("3*0,5^x");
-        row("5*1.05^x");
-        row("x*e^(-x^2)");
-        row("ln(x)");
-        row("log(x)");
-        row("log10(x+1)");
-        row("sin(x)");
-        row("2sin(3x)");
-        row("sin(x)+cos(x)");
-        row("sin(¶x)");
-        row("asin(x)");
-        row("abs(x-1)");
-        row("sign(x)*x^2");
-        row("1/x", true);
-        row("(x+1)/(x-1)", true);
-        row("3/(x^2+1)", true);
-        row("1/(1+e^(-x))", true);
-        row("x/sqrt(x^2+1)", true);
-        row("tan(x/2)", true);
+        for (const char* typed :
+             {"2x+1", "-3x+5", "x^2", "x^2-4x+3", "2x^2+3x-1", "(x-2)^2+1", "x^3-3x", "(x+1)(x-2)",
+              "sqrt(x)", "sqrt(x^2+1)", "2^x", "e^x", "e^(-x)", "3*0,5^x", "5*1.05^x", "x*e^(-x^2)",
+              "ln(x)", "log(x)", "log10(x+1)", "sin(x)", "2sin(3x)", "sin(x)+cos(x)", "sin(¶x)",
+              "asin(x)", "abs(x-1)", "sign(x)*x^2"})
+            QTest::newRow(typed) << QString::fromUtf8(typed) << false;
+        for (const char* typed :
+             {"1/x", "(x+1)/(x-1)", "3/(x^2+1)", "1/(1+e^(-x))", "x/sqrt(x^2+1)", "tan(x/2)"})
+            QTest::newRow(typed) << QString::fromUtf8(typed) << true;
     }
 
     // Every school formula becomes black ink on transparency, kept clear of the edges (nothing
@@ -207,13 +176,9 @@ private slots:
         if (relation == u"same")
             QVERIFY(a == b);
         else if (relation == u"wider")
-            QVERIFY2(a.width() > b.width(), qPrintable(QStringLiteral("%1 <= %2")
-                                                           .arg(a.width())
-                                                           .arg(b.width())));
+            QCOMPARE_GT(a.width(), b.width());
         else
-            QVERIFY2(a.height() > b.height(), qPrintable(QStringLiteral("%1 <= %2")
-                                                             .arg(a.height())
-                                                             .arg(b.height())));
+            QCOMPARE_GT(a.height(), b.height());
     }
 
     void rules_data()
@@ -259,10 +224,8 @@ private slots:
     void deviceRatio_data()
     {
         QTest::addColumn<qreal>("ratio");
-        QTest::newRow("1.25") << 1.25;
-        QTest::newRow("1.5") << 1.5;
-        QTest::newRow("2") << 2.0;
-        QTest::newRow("3") << 3.0;
+        for (qreal ratio : {1.25, 1.5, 2.0, 3.0})
+            QTest::addRow("%g", ratio) << ratio;
     }
 
     // The same logical picture at every ratio, drawn with ratio times as many pixels.
