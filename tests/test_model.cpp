@@ -7,16 +7,6 @@ using namespace curvix::model;
 
 namespace {
 
-// Adds each text with the label f(x); returns the last result.
-AddResult addAll(AppState& state, ScriptedPrompter& prompter, const QStringList& texts,
-                 const QString& label = QStringLiteral("f(x)"))
-{
-    AddResult last = AddResult::Ignored;
-    for (const QString& text : texts)
-        last = addFunction(state, prompter, text, label);
-    return last;
-}
-
 QStringList entryTexts(const AppState& state)
 {
     QStringList texts;
@@ -303,7 +293,8 @@ void TestModel::lookups()
     ScriptedPrompter prompter;
     QCOMPARE(findGraphByText(state, QStringLiteral("x")), -1);
     QVERIFY(!graphExists(state, QStringLiteral("x")));
-    addAll(state, prompter, {QStringLiteral("x"), QStringLiteral("X"), QStringLiteral("x^2")});
+    for (const char* text : {"x", "X", "x^2"})
+        addFunction(state, prompter, QString::fromLatin1(text), QStringLiteral("f(x)"));
     QCOMPARE(findGraphByText(state, QStringLiteral("x^2")), 1);
     QCOMPARE(findItemByText(state, QStringLiteral("x^2")), 2);
     QCOMPARE(findItemByText(state, QStringLiteral("X")), -1);
