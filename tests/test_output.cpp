@@ -65,8 +65,8 @@ private slots:
     void captureBurnsTheLabelsIn();
     void savingWritesTheFile_data();
     void savingWritesTheFile();
-    void cancellingTheSaveWritesNothing();
-    void anUnwritableFileIsReported();
+    void aSaveThatDoesNotHappenKeepsTheChanges_data();
+    void aSaveThatDoesNotHappenKeepsTheChanges();
     void copyPutsThePictureOnTheClipboard();
     void printingPutsThePictureAtItsOwnSize();
     void printRectIsNeverFittedToThePage_data();
@@ -157,28 +157,31 @@ void TestOutput::savingWritesTheFile()
     QCOMPARE(QDir(folder).entryList(QDir::Files), QStringList{written}); // no temporary left
 }
 
-void TestOutput::cancellingTheSaveWritesNothing()
+void TestOutput::aSaveThatDoesNotHappenKeepsTheChanges_data()
 {
-    Window w;
-    w.prompter.fileNames.push_back(QString());
-    const int redraws = w.window.redrawCount();
-    QVERIFY(!w.window.mnusaveas_Click());
-    QCOMPARE(w.window.redrawCount(), redraws + 1);
-    QVERIFY(w.window.state().saveCancelled);
-    QVERIFY(w.window.state().documentChanged);
-    QCOMPARE(w.grip(), QColor(Qt::black));
+    QTest::addColumn<QString>("name"); // empty: the dialog is cancelled
+    QTest::newRow("cancelled") << QString();
+    QTest::newRow("unwritable") << QStringLiteral("no/such/folder/plot.png");
 }
 
-void TestOutput::anUnwritableFileIsReported()
+void TestOutput::aSaveThatDoesNotHappenKeepsTheChanges()
 {
+    QFETCH(QString, name);
     Window w;
-    const QString name = m_home.filePath(QStringLiteral("no/such/folder/plot.png"));
-    w.prompter.fileNames.push_back(name);
+    const QString path = name.isEmpty() ? name : m_home.filePath(name);
+    w.prompter.fileNames.push_back(path);
+    const int redraws = w.window.redrawCount();
     QVERIFY(!w.window.mnusaveas_Click());
-    QCOMPARE(w.prompter.messages.size(), 1);
-    QVERIFY(!w.prompter.messages[0].isEmpty());
-    QVERIFY(!QFile::exists(name));
     QVERIFY(w.window.state().documentChanged);
+    QCOMPARE(w.grip(), QColor(Qt::black));
+    if (name.isEmpty()) {
+        QCOMPARE(w.window.redrawCount(), redraws + 1);
+        QVERIFY(w.window.state().saveCancelled);
+    } else {
+        QCOMPARE(w.prompter.messages.size(), 1);
+        QVERIFY(!w.prompter.messages[0].isEmpty());
+        QVERIFY(!QFile::exists(path));
+    }
 }
 
 void TestOutput::copyPutsThePictureOnTheClipboard()
