@@ -104,6 +104,8 @@ private slots:
     void compiledMatchesTreeAndBatchMatchesPointwise();
     void batchEdges();
     void evaluatorState();
+    void longTextsFinish_data();
+    void longTextsFinish();
 
     void numberText_data();
     void numberText();
@@ -449,6 +451,62 @@ void TestEval::evaluatorState()
     QCOMPARE(evaluator.LastError().code, Code::UnknownName);
     QCOMPARE(evaluator.DefineVariable(QStringLiteral("t")), 0);
     QCOMPARE(evaluator.EvaluateText(QStringLiteral("t+1")), 1.0); // a new variable starts at 0
+}
+
+// Texts of 100,000 characters in the shapes that could make a parser or compiler slow
+// (deep nesting, long chains, long names and numbers) finish: compiled or refused. Their
+// time is bounded by CTest's timeout, not asserted here; the fuzz targets look for slow
+// texts with a per-input time limit.
+void TestEval::longTextsFinish_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("compiles");
+    QTest::addColumn<double>("atTwo");
+
+    constexpr int n = 100000;
+    const auto repeated = [](const char* piece, int count) {
+        return QString::fromLatin1(piece).repeated(count);
+    };
+    // 400 terms spread out by blanks: every blank is read, the tree stays small.
+    QString spread = QStringLiteral("x");
+    for (int i = 1; i < 400; ++i)
+        spread += QString(n / 400 - 4, u' ') + QStringLiteral(" + x");
+
+    QTest::newRow("blanks around a few terms") << spread << true << 800.0;
+    QTest::newRow("blanks then x") << QString(n, u' ') + u'x' << true << 2.0;
+    QTest::newRow("flat sum") << repeated("x+", n / 2) + u'x' << false << kNaN;
+    QTest::newRow("flat product") << repeated("x*", n / 2) + u'x' << false << kNaN;
+    QTest::newRow("implicit products") << repeated("2(x)", n / 4) << false << kNaN;
+    QTest::newRow("power tower") << repeated("x^", n / 2) + u'x' << false << kNaN;
+    QTest::newRow("nested parentheses")
+        << repeated("(", n / 2) + u'x' + repeated(")", n / 2) << false << kNaN;
+    QTest::newRow("open parentheses") << repeated("(", n) << false << kNaN;
+    QTest::newRow("close parentheses") << u'x' + repeated(")", n) << false << kNaN;
+    QTest::newRow("nested calls")
+        << repeated("sin(", n / 4) + u'x' + repeated(")", n / 4) << false << kNaN;
+    QTest::newRow("signs") << repeated("-", n) + u'x' << false << kNaN;
+    QTest::newRow("long name") << repeated("x", n) << false << kNaN;
+    QTest::newRow("long number") << repeated("1", n) << true << kInf;
+    QTest::newRow("long fraction") << QStringLiteral("0.") + repeated("5", n) << true << 5.0 / 9;
+    QTest::newRow("decimal points") << repeated(".", n) << false << kNaN;
+}
+
+void TestEval::longTextsFinish()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, compiles);
+    QFETCH(double, atTwo);
+    ExpressionEvaluator evaluator;
+    const int x = evaluator.DefineVariable(QStringLiteral("x"));
+    const int id = evaluator.SetExpression(text);
+    QCOMPARE(id >= 0, compiles);
+    if (!compiles) {
+        QVERIFY(!evaluator.ErrorText().isEmpty());
+        return;
+    }
+    evaluator.SetVariable(x, 2);
+    QVERIFY2(close(evaluator.Evaluate(id), atTwo, 1e-12),
+             qPrintable(QString::number(evaluator.Evaluate(id), 'g', 17)));
 }
 
 // ---- numbers as text ---------------------------------------------------------------------
