@@ -88,6 +88,32 @@ bool StartSysInfo(model::Prompter& prompter, const SysInfoSearch& search)
     return false;
 }
 
+void paintCurvixIcon(QPainter& p, int side)
+{
+    p.save();
+    p.setRenderHint(QPainter::Antialiasing);
+    p.scale(side / 64.0, side / 64.0);
+    p.setPen(QPen(QColor(90, 90, 90), 2));
+    p.setBrush(Qt::white);
+    p.drawRoundedRect(QRectF(3, 3, 58, 58), 9, 9);
+    p.setPen(QPen(QColor(40, 40, 40), 2.5));
+    p.drawLine(QPointF(9, 44), QPointF(55, 44));
+    p.drawLine(QPointF(24, 9), QPointF(24, 55));
+    QPainterPath parabola;
+    for (int i = 0; i <= 40; ++i) {
+        const double x = -1.6 + 3.2 * i / 40.0;
+        const QPointF point(33 + 14 * x, 48 - 14 * x * x);
+        if (i == 0)
+            parabola.moveTo(point);
+        else
+            parabola.lineTo(point);
+    }
+    p.setPen(QPen(QColor(0, 102, 204), 4, Qt::SolidLine, Qt::RoundCap));
+    p.setBrush(Qt::NoBrush);
+    p.drawPath(parabola);
+    p.restore();
+}
+
 QIcon curvixIcon()
 {
     QIcon icon;
@@ -95,26 +121,8 @@ QIcon curvixIcon()
         QPixmap pixmap(side, side);
         pixmap.fill(Qt::transparent);
         QPainter p(&pixmap);
-        p.setRenderHint(QPainter::Antialiasing);
-        p.scale(side / 64.0, side / 64.0);
-        p.setPen(QPen(QColor(90, 90, 90), 2));
-        p.setBrush(Qt::white);
-        p.drawRoundedRect(QRectF(3, 3, 58, 58), 9, 9);
-        p.setPen(QPen(QColor(40, 40, 40), 2.5));
-        p.drawLine(QPointF(9, 44), QPointF(55, 44));
-        p.drawLine(QPointF(24, 9), QPointF(24, 55));
-        QPainterPath parabola;
-        for (int i = 0; i <= 40; ++i) {
-            const double x = -1.6 + 3.2 * i / 40.0;
-            const QPointF point(33 + 14 * x, 48 - 14 * x * x);
-            if (i == 0)
-                parabola.moveTo(point);
-            else
-                parabola.lineTo(point);
-        }
-        p.setPen(QPen(QColor(0, 102, 204), 4, Qt::SolidLine, Qt::RoundCap));
-        p.setBrush(Qt::NoBrush);
-        p.drawPath(parabola);
+        paintCurvixIcon(p, side);
+        p.end();
         icon.addPixmap(pixmap);
     }
     return icon;

@@ -10,6 +10,7 @@
 #include <optional>
 
 class QLabel;
+class QPainter;
 class QPushButton;
 
 namespace curvix::app {
@@ -47,6 +48,10 @@ std::optional<QString> GetKeyValue(const QString& hive, const QString& keyName,
 
 // The program's icon, drawn here so that it needs no picture file: a parabola over axes.
 QIcon curvixIcon();
+
+// Paints that icon into the square (0, 0, side, side) of any paint device, so that the
+// installed icon files (PNG in every size, SVG) are the same picture as the window's.
+void paintCurvixIcon(QPainter& painter, int side);
 
 // The version of this build as major.minor.revision.
 QString curvixVersion();
