@@ -242,6 +242,9 @@ void ComputeTangent(model::AppState& state, const model::ViewWindow& view,
 
     eval::SampledCurve curve{line.text, {}};
     mark.points.clear();
+    // Outside the function's domain there is no tangent: nothing to draw, nothing to say.
+    if (!std::isfinite(mark.slope) || !std::isfinite(mark.y))
+        return;
     if (!(state.sampleStep > 0) || (view.XMax - view.XMin) / state.sampleStep > 1e6)
         return;
     eval::SizeCurvePoints(view.XMin, view.XMax, curve, state.sampleStep);
