@@ -1,10 +1,12 @@
 #include "output/settings_store.h"
 
+#include "model/strings.h"
+
 #include <QSettings>
 
 namespace curvix::output {
 
-void writeColorSettings(const model::AppState& state)
+bool writeColorSettings(const model::AppState& state, QString* error)
 {
     QSettings settings(QStringLiteral("Curvix"), QStringLiteral("Curvix"));
     settings.beginGroup(QStringLiteral("colors"));
@@ -14,6 +16,13 @@ void writeColorSettings(const model::AppState& state)
     settings.setValue(QStringLiteral("funccolor"), text(state.functionColor));
     settings.endGroup();
     settings.sync();
+    if (settings.status() == QSettings::NoError)
+        return true;
+    if (error) {
+        const int reason = settings.status() == QSettings::AccessError ? 5090 : 5091;
+        *error = model::LoadResString(reason).arg(settings.fileName());
+    }
+    return false;
 }
 
 } // namespace curvix::output
