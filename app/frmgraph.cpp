@@ -51,6 +51,7 @@
 #include <QShortcut>
 #include <QTimer>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <QStatusBar>
@@ -287,8 +288,9 @@ QWidget* frmgraph::createEntryPanel()
     pad->setSpacing(2);
     for (std::size_t i = 0; i < cmdtoken.size(); ++i) {
         cmdtoken[i] = named(new QToolButton, QStringLiteral("cmdtoken_%1").arg(i));
-        // The keys never take the focus, so that they type into the box that had it.
-        cmdtoken[i]->setFocusPolicy(Qt::NoFocus);
+        // A click never gives a key the focus, so that it types into the box that had it;
+        // the Tab key reaches the keys, and Space presses one.
+        cmdtoken[i]->setFocusPolicy(Qt::TabFocus);
         cmdtoken[i]->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         cmdtoken[i]->setText(QLatin1String(kTokens[i].caption));
         pad->addWidget(cmdtoken[i], kTokenPlaces[i][0], kTokenPlaces[i][1]);
@@ -454,6 +456,85 @@ void frmgraph::loadCaptions()
         Command5[i]->setToolTip(plainText(tips[i]));
         Command5[i]->setIcon(toolIcon(int(i), palette().color(QPalette::ButtonText)));
     }
+    // Every menu command has a letter of its own for the keyboard.
+    mnutrace->setText(LoadResString(5070));
+    mnuderivative->setText(LoadResString(5071));
+    mnuprimitive->setText(LoadResString(5072));
+    mnuzoomin->setText(LoadResString(5073));
+    mnuzoomout->setTitle(LoadResString(5074));
+    mnuzoominc->setText(LoadResString(5075));
+    mnuzoombeg->setText(LoadResString(5076));
+    mnudemo->setText(LoadResString(5077) + QStringLiteral("..."));
+    mnupopdemo->setText(LoadResString(5077) + QStringLiteral("..."));
+    describeWidgets();
+}
+
+void frmgraph::describeWidgets()
+{
+    auto describe = [](QWidget* widget, const QString& name, const QString& tip) {
+        widget->setAccessibleName(name);
+        if (!tip.isEmpty())
+            widget->setToolTip(tip);
+    };
+    describe(Text5, LoadResString(5040), QString());
+    describe(imgcombfunc, LoadResString(5041), QString());
+    describe(Command1, LoadResString(710), LoadResString(5042));
+    for (int c = 0; c < 4; ++c) {
+        const int tip = c == 3 ? 465 : 5051 + c;
+        describe(Text4[c], LoadResString(5043 + c), LoadResString(tip));
+        describe(Text6[c], LoadResString(5047 + c), LoadResString(tip));
+    }
+    for (int c = 0; c < 3; ++c)
+        describe(fracinput[c], LoadResString(5054).arg(LoadResString(5043 + c)), LoadResString(5055));
+    for (int i = 0; i < 3; ++i)
+        describe(Option1[i], plainText(452 + i), LoadResString(5056 + i));
+    describe(Check1, plainText(456), LoadResString(5059));
+    describe(Check2, Check2->text(), LoadResString(5060));
+    describe(Check3, LoadResString(2024), QString());
+    describe(Check4, LoadResString(2025), QString());
+    describe(Text2, LoadResString(5061), QString());
+    describe(OLE1, LoadResString(5062), QString());
+    describe(Picture1, LoadResString(5063), LoadResString(5064));
+    describe(lblGrip, LoadResString(5065), LoadResString(5065));
+    for (std::size_t i = 0; i < cmdtoken.size(); ++i)
+        describe(cmdtoken[i], LoadResString(5000 + int(i)),
+                 LoadResString(5067).arg(LoadResString(5000 + int(i))));
+    for (QToolButton* button : Command5)
+        describe(button, button->toolTip(), QString());
+    for (QToolButton* button : Command3)
+        describe(button, button->toolTip(), QString());
+    for (QToolButton* button : m_traceControls->findChildren<QToolButton*>())
+        describe(button, button->toolTip(), QString());
+    for (std::size_t i = 0; i < statusPanels.size(); ++i)
+        describe(statusPanels[i], LoadResString(5066).arg(i + 1), QString());
+
+    // The tab order follows the layout: the entry row, the range rows, the angle options,
+    // the check boxes, the label text and the keypad. The tool bar's buttons repeat menu
+    // commands and stay out of it.
+    std::vector<QWidget*> chain{Text5, imgcombfunc, Command1};
+    for (int c = 0; c < 4; ++c) {
+        chain.push_back(Text4[c]);
+        if (c < 3)
+            chain.push_back(fracinput[c]);
+    }
+    for (PiLineEdit* box : Text6)
+        chain.push_back(box);
+    for (QRadioButton* option : Option1)
+        chain.push_back(option);
+    for (QWidget* w : std::initializer_list<QWidget*>{Check1, Check2, Check3, Check4, Text2})
+        chain.push_back(w);
+    std::array<std::size_t, 32> pad{};
+    for (std::size_t i = 0; i < pad.size(); ++i)
+        pad[i] = i;
+    std::sort(pad.begin(), pad.end(), [](std::size_t a, std::size_t b) {
+        return kTokenPlaces[a] < kTokenPlaces[b];
+    });
+    for (std::size_t i : pad)
+        chain.push_back(cmdtoken[i]);
+    for (std::size_t i = 1; i < chain.size(); ++i)
+        setTabOrder(chain[i - 1], chain[i]);
+    for (QToolButton* button : Command5)
+        button->setFocusPolicy(Qt::NoFocus);
 }
 
 void frmgraph::connectHandlers()
@@ -1389,8 +1470,13 @@ void frmgraph::mnupop1_Click()
     const int position = selected >= 0 && imgcombfunc->itemText(selected) == text
                              ? selected + 1
                              : model::findItemByText(m_state, text);
+    // The traced curve keeps the trace when an entry before it goes and its index moves.
+    const QString traced = m_state.trace.on ? m_state.graphs[std::size_t(m_state.trace.entry)].text
+                                            : QString();
     if (!model::deleteFunctionItem(m_state, position))
         return;
+    if (m_state.trace.on)
+        m_state.trace.entry = model::findGraphByText(m_state, traced);
     showFunctionItems();
     imgcombfunc->setEditText(QString());
     frmPicture1_Resize();
@@ -1786,7 +1872,10 @@ void frmgraph::closeEvent(QCloseEvent* event)
     }
     if (m_settings)
         m_settings->close();
-    output::writeColorSettings(m_state);
+    // A store that cannot be written is reported; the program closes all the same.
+    QString error;
+    if (!output::writeColorSettings(m_state, &error))
+        m_prompter.message(error);
     event->accept();
 }
 

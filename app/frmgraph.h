@@ -131,6 +131,8 @@ private:
     QWidget* createEntryPanel();
     void createMenus();
     void loadCaptions();
+    // Accessible names, tooltips and the tab order of the window's widgets.
+    void describeWidgets();
     void connectHandlers();
     void createKeyboardShortcuts();
     void showFunctionItems();
