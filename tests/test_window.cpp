@@ -20,12 +20,16 @@
 #include <QTemporaryDir>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QListWidget>
 #include <QWheelEvent>
 #include <QMenu>
+#include <QMenuBar>
 #include <QTest>
+
+#include <map>
 #include <QToolButton>
 
 using namespace curvix;
@@ -92,6 +96,7 @@ private slots:
     void checkBoxesRedrawOnlyAfterSetUp();
     void closing_data();
     void closing();
+    void anUnwritableSettingsStoreIsReported();
     void settingsWindow_data();
     void settingsWindow();
     void keypadTypesIntoItsTarget_data();
@@ -134,6 +139,10 @@ private slots:
     void doubleClickDropsAPointLabel();
     void formulaObjectIsTypesetAndEdited();
     void gripResizesThePlot();
+    void everyWidgetIsNamedAndExplained_data();
+    void everyWidgetIsNamedAndExplained();
+    void tabFollowsTheLayout();
+    void everyMenuCommandHasALetter();
 };
 
 void TestWindow::initTestCase()
@@ -341,6 +350,27 @@ void TestWindow::closing()
         QCOMPARE(colourSettings(), (QStringList{"-2147483632", "255", "16744448"}));
     else
         QCOMPARE(colourSettings(), (QStringList{"", "", ""}));
+}
+
+void TestWindow::anUnwritableSettingsStoreIsReported()
+{
+    // A folder where the settings file should be: no one, not even root, writes it.
+    const QString file = QSettings(QStringLiteral("Curvix"), QStringLiteral("Curvix")).fileName();
+    QFile::remove(file);
+    QVERIFY(QDir().mkpath(file));
+    ScriptedPrompter prompter;
+    prompter.answers.push_back(model::Prompter::Button::No);
+    frmgraph window(prompter);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    typeFunction(window, QStringLiteral("x^2"));
+
+    const bool closed = window.close();
+    QDir(file).removeRecursively();
+    QVERIFY(closed);
+    QCOMPARE(prompter.messages.size(), 1);
+    QVERIFY2(prompter.messages[0].contains(file), qPrintable(prompter.messages[0]));
+    QVERIFY(prompter.unexpected.isEmpty());
 }
 
 void TestWindow::settingsWindow_data()
@@ -1305,3 +1335,107 @@ void TestWindow::gripResizesThePlot()
 
 QTEST_MAIN(TestWindow)
 #include "test_window.moc"
+
+void TestWindow::everyWidgetIsNamedAndExplained_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("accessible"); // "" when any name will do
+    QTest::addColumn<QString>("tooltip");    // "" when any tooltip will do
+
+    const std::map<int, QString> tokens{{16, "pi"},
+                                        {20, "square root"},
+                                        {21, "sine"},
+                                        {28, "natural logarithm"},
+                                        {29, "logarithm base 10"},
+                                        {31, "clear"},
+                                        {15, "power"}};
+    for (int i = 0; i < 32; ++i) {
+        const QString spoken = tokens.count(i) ? tokens.at(i) : QString();
+        QTest::addRow("cmdtoken_%d", i) << QStringLiteral("cmdtoken_%1").arg(i) << spoken
+                                        << (spoken.isEmpty() ? QString() : QStringLiteral("Keypad: ") + spoken);
+    }
+    QTest::newRow("label box") << "Text5" << "Function label" << "";
+    QTest::newRow("function box") << "imgcombfunc" << "Function" << "";
+    QTest::newRow("draw") << "Command1_0" << "Draw" << "";
+    QTest::newRow("x min") << "Text4_0" << "x minimum" << "";
+    QTest::newRow("y ticks") << "Text6_3" << "y ticks" << "0 for no ticks";
+    QTest::newRow("plot") << "Picture1" << "Plot area" << "";
+    QStringList others{"Text4_1", "Text4_2", "Text4_3", "Text6_0", "Text6_1", "Text6_2",
+                       "fracinput_0", "fracinput_1", "fracinput_2", "Option1_0", "Option1_1",
+                       "Option1_2", "Check1", "Check2", "Check3", "Check4", "Text2", "OLE1",
+                       "lblGrip", "tracePlay", "tracePause", "traceStep"};
+    for (int i = 0; i < 11; ++i)
+        others << QStringLiteral("Command5_%1").arg(i);
+    for (int i = 0; i < 4; ++i)
+        others << QStringLiteral("Command3_%1").arg(i);
+    for (const QString& name : others)
+        QTest::newRow(qPrintable(name)) << name << QString() << QString();
+}
+
+void TestWindow::everyWidgetIsNamedAndExplained()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, accessible);
+    QFETCH(QString, tooltip);
+    ScriptedPrompter prompter;
+    frmgraph window(prompter);
+    QWidget* widget = child<QWidget>(&window, name);
+    QVERIFY(!widget->accessibleName().isEmpty());
+    QVERIFY(!widget->toolTip().isEmpty());
+    QVERIFY(!widget->accessibleName().contains(QLatin1Char('&')));
+    if (!accessible.isEmpty())
+        QCOMPARE(widget->accessibleName(), accessible);
+    if (!tooltip.isEmpty())
+        QCOMPARE(widget->toolTip(), tooltip);
+}
+
+void TestWindow::tabFollowsTheLayout()
+{
+    ShownWindow w;
+    QStringList expected{"Text5", "imgcombfunc", "Command1_0"};
+    for (const char* row : {"Text4", "Text6"})
+        for (int i = 0; i < 4; ++i)
+            expected << QStringLiteral("%1_%2").arg(QLatin1String(row)).arg(i);
+    // Tab enters the angle options once; the arrow keys move among them.
+    expected << "Option1_0" << "Check1" << "Check2" << "Check3" << "Check4" << "Text2";
+    // The keypad row by row: 7 8 9 / ^ C sqrt Exp, then 4 5 6 * p ln sin asin, ...
+    const int pad[32] = {7, 8, 9, 14, 15, 31, 20, 27, 4, 5, 6, 13, 16, 28, 21, 24,
+                         1, 2, 3, 12, 17, 29, 22, 25, 0, 10, 30, 11, 18, 19, 23, 26};
+    for (int token : pad)
+        expected << QStringLiteral("cmdtoken_%1").arg(token);
+    expected << "Text5"; // and round again
+
+    w.focus(w.get<QWidget>(QStringLiteral("Text5")));
+    QStringList visited{QApplication::focusWidget()->objectName()};
+    for (int i = 1; i < expected.size(); ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QWidget* now = QApplication::focusWidget();
+        // The function box's own line edit stands for it.
+        while (now && now->objectName().isEmpty())
+            now = now->parentWidget();
+        visited << (now ? now->objectName() : QStringLiteral("(none)"));
+    }
+    QCOMPARE(visited.join(QLatin1Char(' ')), expected.join(QLatin1Char(' ')));
+}
+
+void TestWindow::everyMenuCommandHasALetter()
+{
+    ScriptedPrompter prompter;
+    frmgraph window(prompter);
+    for (QAction* menu : window.menuBar()->actions()) {
+        QVERIFY2(menu->text().contains(QLatin1Char('&')), qPrintable(menu->text()));
+        QStringList letters;
+        const QList<QAction*> items = menu->menu()->actions();
+        for (QAction* item : items) {
+            if (item->isSeparator())
+                continue;
+            const QString text = item->menu() ? item->menu()->title() : item->text();
+            const qsizetype mark = text.indexOf(QLatin1Char('&'));
+            QVERIFY2(mark >= 0 && mark + 1 < text.size(), qPrintable(text));
+            const QString letter = text.mid(mark + 1, 1).toLower();
+            // No two commands of one menu share a letter.
+            QVERIFY2(!letters.contains(letter), qPrintable(text));
+            letters << letter;
+        }
+    }
+}
