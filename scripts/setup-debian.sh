@@ -9,7 +9,8 @@ packages=(
   libgl-dev
   libgiac-dev libgmp-dev libmpfr-dev libntl-dev
   libmuparser-dev libbenchmark-dev
-  xvfb xauth imagemagick
+  xvfb xauth imagemagick xdotool
+  dpkg-dev appstream desktop-file-utils
   fonts-dejavu-core
   locales
 )
