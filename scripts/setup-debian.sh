@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that building, testing and benchmarking Curvix need.
+# Installs the Debian packages that building, testing, benchmarking and fuzzing (clang and
+# its sanitizer runtimes for libFuzzer) Curvix need.
 # Only missing packages are installed, so a second run is quick.
 set -euo pipefail
 
@@ -9,6 +10,7 @@ packages=(
   libgl-dev
   libgiac-dev libgmp-dev libmpfr-dev libntl-dev
   libmuparser-dev libbenchmark-dev
+  clang libclang-rt-14-dev
   xvfb xauth imagemagick xdotool
   dpkg-dev appstream desktop-file-utils
   fonts-dejavu-core
