@@ -6,6 +6,7 @@
 #include "model/strings.h"
 #include "plot/render.h"
 #include "scripted_prompter.h"
+#include "widget_lookup.h"
 
 #include <QAction>
 #include <QApplication>
@@ -29,15 +30,6 @@ using app::frmtangent;
 Q_DECLARE_METATYPE(std::vector<double>)
 
 namespace {
-
-template <typename W>
-W* child(QObject* parent, const QString& name)
-{
-    W* w = parent->findChild<W*>(name);
-    if (!w)
-        qFatal("no widget %s", qPrintable(name));
-    return w;
-}
 
 // The main window with one drawn function, and the demonstration window opened for it.
 struct Demo {

@@ -9,6 +9,7 @@
 #include "model/graph_list.h"
 #include "model/strings.h"
 #include "scripted_prompter.h"
+#include "widget_lookup.h"
 
 #include <QAction>
 #include <QApplication>
@@ -169,15 +170,6 @@ void typeText(QWidget* widget, const QString& text)
         else
             QTest::sendKeyEvent(QTest::Click, widget, Qt::Key_unknown, QString(c), Qt::NoModifier);
     }
-}
-
-template <typename W>
-W* child(QObject* parent, const QString& name)
-{
-    W* w = parent->findChild<W*>(name);
-    if (!w)
-        qFatal("no widget %s", qPrintable(name));
-    return w;
 }
 
 const QStringList kSymbolicFailures{

@@ -8,6 +8,7 @@
 #include "eval/numtext.h"
 #include "plot/coordinates.h"
 #include "scripted_prompter.h"
+#include "widget_lookup.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -36,15 +37,6 @@ using namespace curvix;
 using app::frmgraph;
 
 namespace {
-
-template <typename W>
-W* child(QObject* parent, const QString& name)
-{
-    W* w = parent->findChild<W*>(name);
-    if (!w)
-        qFatal("no widget %s", qPrintable(name));
-    return w;
-}
 
 // Types a function into the function box the way a user does, then presses Enter.
 void typeFunction(frmgraph& window, const QString& text)
