@@ -302,8 +302,7 @@ int runExport(const QStringList& args, QTextStream& out, QTextStream& err)
     options.grid = request->grid;
     options.exactTrig = request->exactTrig;
     options.font = QGuiApplication::font();
-    plot::frmPicture1_Resize(state, picture, options,
-                             [&](const QString& m) { prompter.message(m); });
+    plot::redraw(state, picture, options, [&](const QString& m) { prompter.message(m); });
     QString error;
     if (!output::writePlotFile(state, picture, options, request->file, &error)) {
         err << "curvix: " << error << "\n";

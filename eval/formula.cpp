@@ -102,53 +102,17 @@ QString PrepareExpressionText(ExpressionEvaluator& evaluator, const QString& for
     return text;
 }
 
-void SizeCurvePoints(double a, double b, SampledCurve& curve, double step)
-{
-    // Rounded half to even, as a 32-bit count; a range that gives no such count has no points.
-    const double n = std::nearbyint((b - a) / step);
-    if (!(n >= 0 && n < double(std::numeric_limits<qint32>::max()))) {
-        curve.points.clear();
-        return;
-    }
-    curve.points.assign(std::size_t(n) + 1, PointD{});
-}
-
-void SampleCurve(ExpressionEvaluator& evaluator, double a, double b, const QString& label,
-                 SampledCurve& curve, double sampleStep, const Report& report,
-                 const QLocale& locale)
-{
-    const QString name = variableOrX(label);
-    evaluator.DefineVariable(name);
-    curve.formula = PrepareExpressionText(evaluator, curve.formula, label, report, locale);
-    // Preparing resets the evaluator, which forgets the variable: define it again.
-    const int variable = evaluator.DefineVariable(name);
-    const int expression = evaluator.SetExpression(curve.formula);
-    if (evaluator.HasError())
-        show(report, evaluator.ErrorText());
-
-    if (sampleStep > 0) {
-        std::size_t i = 0;
-        for (double x = a; x <= b && i < curve.points.size(); x += sampleStep, ++i) {
-            evaluator.SetVariable(variable, x);
-            curve.points[i] = {x, evaluator.Evaluate(expression)};
-        }
-    }
-    evaluator.Reset();
-}
-
-TangentLine TangentLineText(ExpressionEvaluator& evaluator, const QString& label, double x0,
-                            const QString& expression, double sampleStep, const QLocale& locale)
+TangentLine TangentLineText(const CompiledFormula& curve, const QString& variable, double x0,
+                            double sampleStep, const QLocale& locale)
 {
     TangentLine line;
-    line.variable = variableOrX(label);
-    const int variable = evaluator.DefineVariable(line.variable);
-    evaluator.SetVariable(variable, x0);
-    const double y0Exact = evaluator.EvaluateText(expression);
-    evaluator.SetVariable(variable, x0 + sampleStep);
-    const double y1Exact = evaluator.EvaluateText(expression);
+    line.variable = variable;
+    const double y0Exact = curve.evaluate(x0);
+    const double y1Exact = curve.evaluate(x0 + sampleStep);
     const double k = round4((y1Exact - y0Exact) / sampleStep);
     const double y0 = round4(y0Exact);
     line.slope = k;
+    line.y = y0Exact;
 
     // k*x + (y0 + step) - k*x0: the line is lifted one step above the point of tangency.
     QString text = numberText(k, locale) + u'*' + line.variable;

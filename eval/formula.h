@@ -1,5 +1,6 @@
 #pragma once
 
+#include "eval/compiled_formula.h"
 #include "eval/evaluator.h"
 #include "eval/point.h"
 
@@ -33,29 +34,16 @@ QString PrepareExpressionText(ExpressionEvaluator& evaluator, const QString& for
                               const QString& label, const Report& report,
                               const QLocale& locale = QLocale());
 
-// A curve of the demonstration window: its formula followed by its points.
-struct SampledCurve {
-    QString formula;
-    std::vector<PointD> points;
-};
-
-// Sizes the point array to indices 0..n, n = (b - a) / step rounded to the nearest integer.
-void SizeCurvePoints(double a, double b, SampledCurve& curve, double step);
-// Replaces the formula by its prepared form and fills the points for x from a to b.
-void SampleCurve(ExpressionEvaluator& evaluator, double a, double b, const QString& label,
-                 SampledCurve& curve, double sampleStep, const Report& report,
-                 const QLocale& locale = QLocale());
-
 struct TangentLine {
     QString text;     // the tangent's formula, e.g. "2*x+1,001-2*1"
     QString variable; // the variable name used
     double slope = 0; // rounded to 4 decimals
+    double y = 0;     // the curve's value at x0, the point of tangency
 };
-// The tangent at x0 of a prepared expression, by a forward difference over sampleStep,
-// lifted by one sampleStep above the point of tangency.
-TangentLine TangentLineText(ExpressionEvaluator& evaluator, const QString& label, double x0,
-                            const QString& expression, double sampleStep,
-                            const QLocale& locale = QLocale());
+// The tangent at x0 of a compiled curve in a variable, by a forward difference over
+// sampleStep, lifted by one sampleStep above the point of tangency.
+TangentLine TangentLineText(const CompiledFormula& curve, const QString& variable, double x0,
+                            double sampleStep, const QLocale& locale = QLocale());
 
 // log10(u) becomes (ln(u)/ln(10)) for the first log10 and those nested in its argument.
 QString RewriteLog10(const QString& text);

@@ -2,6 +2,7 @@
 
 #include "eval/evaluator.h"
 #include "eval/symbolic.h"
+#include "model/demonstration.h"
 #include "model/graph.h"
 #include "model/view_window.h"
 
@@ -86,6 +87,8 @@ struct AppState {
         double y = 0;     // where the point was last drawn
         bool found = false;
     } trace;
+
+    Demonstration demonstration;
 
     // Set once at start-up from the string table.
     AxisArrowSwitches arrows;

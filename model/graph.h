@@ -1,10 +1,12 @@
 #pragma once
 
+#include "eval/compiled_formula.h"
 #include "eval/point.h"
 
 #include <QString>
 #include <QtGlobal>
 
+#include <memory>
 #include <vector>
 
 namespace curvix::model {
@@ -22,8 +24,9 @@ struct GraphMark {
 
 // One drawn function. The typed text is the key; links are list indexes, -1 for none.
 struct GraphEntry {
-    qint32 tag = 0;     // free for the demonstration window; copied, never interpreted here
     QString expression; // the prepared text the evaluator compiles
+    // The expression compiled once when the entry is made; every redraw samples it.
+    std::shared_ptr<const eval::CompiledFormula> formula;
     QString text;       // the function as typed
     std::vector<eval::PointD> points;
     std::vector<GraphMark> marks;

@@ -92,6 +92,7 @@ AddResult addFunctionSteps(AppState& state, Prompter& prompter, const QString& t
     GraphEntry& entry = state.newEntry;
     entry = GraphEntry{};
     entry.expression = expression;
+    entry.formula = eval::CompiledFormula::compile(expression, letter);
     entry.text = text;
     entry.color = state.functionColor;
 
@@ -195,6 +196,7 @@ void clearDrawing(AppState& state)
     state.verticalLines.clear();
     state.horizontalLines.clear();
     state.fills.clear();
+    state.demonstration = Demonstration{};
     state.pendingDerivativeOf = -1;
     state.pendingPrimitiveOf = -1;
     state.angleUnit = AngleUnit::Radians;

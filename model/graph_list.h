@@ -30,8 +30,9 @@ void removeGraphAt(AppState& state, int k);
 // Returns false (and changes nothing) when there is no such item.
 bool deleteFunctionItem(AppState& state, int position);
 
-// Empties the drawing for a new one: the list, its items, the variable, the guide lines
-// and the fills. Raises the set-up flag and lowers the document-changed flag.
+// Empties the drawing for a new one: the list, its items, the variable, the guide lines,
+// the fills and the demonstration. Raises the set-up flag and lowers the document-changed
+// flag.
 void clearDrawing(AppState& state);
 
 // Index of the first entry whose text equals text exactly, -1 when none.

@@ -26,14 +26,14 @@ bool fail(QString* error, const QString& message)
 
 // What the picture holds beyond the plain plot: fills and burnt-in labels, on a clear
 // background, for laying over a vector drawing.
-QImage overlayOf(model::AppState& state, const QImage& picture, const plot::RedrawOptions& options)
+QImage overlayOf(const model::AppState& state, const QImage& picture, const plot::RedrawOptions& options)
 {
     QImage plain(picture.size(), QImage::Format_ARGB32_Premultiplied);
     plain.setDevicePixelRatio(picture.devicePixelRatio());
     plain.fill(options.background);
     {
         QPainter painter(&plain);
-        plot::PaintPlot(state, painter, plain.deviceIndependentSize(), &plain, options);
+        plot::paintPlot(state, painter, plain.deviceIndependentSize(), &plain, options);
     }
     const QImage drawn = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
     QImage overlay(picture.size(), QImage::Format_ARGB32_Premultiplied);
@@ -54,17 +54,17 @@ QImage overlayOf(model::AppState& state, const QImage& picture, const plot::Redr
     return any ? overlay : QImage();
 }
 
-void paintVector(model::AppState& state, const QImage& picture, const plot::RedrawOptions& options,
+void paintVector(const model::AppState& state, const QImage& picture, const plot::RedrawOptions& options,
                  QPainter& painter, QSizeF logical)
 {
     const QImage overlay = overlayOf(state, picture, options);
     painter.fillRect(QRectF(QPointF(0, 0), logical), options.background);
-    plot::PaintPlot(state, painter, logical, nullptr, options);
+    plot::paintPlot(state, painter, logical, nullptr, options);
     if (!overlay.isNull())
         painter.drawImage(QRectF(QPointF(0, 0), logical), overlay);
 }
 
-bool paintOn(QPaintDevice& device, model::AppState& state, const QImage& picture,
+bool paintOn(QPaintDevice& device, const model::AppState& state, const QImage& picture,
              const plot::RedrawOptions& options, QString* error)
 {
     QPainter painter;
@@ -74,7 +74,7 @@ bool paintOn(QPaintDevice& device, model::AppState& state, const QImage& picture
     return true;
 }
 
-bool writeVector(model::AppState& state, const QImage& picture, const plot::RedrawOptions& options,
+bool writeVector(const model::AppState& state, const QImage& picture, const plot::RedrawOptions& options,
                  QSaveFile& file, bool pdf, QString* error)
 {
     const QSizeF logical = picture.deviceIndependentSize();
@@ -120,7 +120,7 @@ QString saveFilter(const QString& tableFilter)
     return QStringLiteral("Bitmap %1;;PNG (*.png);;PDF (*.pdf);;SVG (*.svg)").arg(bmp);
 }
 
-bool writePlotFile(model::AppState& state, const QImage& picture,
+bool writePlotFile(const model::AppState& state, const QImage& picture,
                    const plot::RedrawOptions& options, const QString& fileName, QString* error)
 {
     QString target = fileName;

@@ -15,11 +15,11 @@ QString graphsFolder(const QString& folderName);
 QString saveFilter(const QString& tableFilter);
 
 // Writes the plot to a file chosen by its ending: .bmp as a device-independent bitmap, .png
-// losslessly, .pdf and .svg as vector drawings of the same plot (drawn again from the state,
-// with the fills and whatever was burnt into the picture laid over it); a name without an
-// ending gets .bmp. The file appears only when it was written whole; false with a message
+// losslessly, .pdf and .svg as vector drawings of the same plot (painted again from the
+// sampled state, with the fills and whatever was burnt into the picture laid over it); a
+// name without an ending gets .bmp. The file appears only when it was written whole; false with a message
 // if not.
-bool writePlotFile(model::AppState& state, const QImage& picture,
+bool writePlotFile(const model::AppState& state, const QImage& picture,
                    const plot::RedrawOptions& options, const QString& fileName, QString* error);
 
 // Where a printout puts the picture, in the printer's pixels: its corner 100 twips in from

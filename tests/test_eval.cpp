@@ -9,6 +9,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <numbers>
 #include <random>
@@ -115,9 +116,8 @@ private slots:
     void textHelpers();
     void prepareExpressionText_data();
     void prepareExpressionText();
-    void sizeCurvePoints_data();
-    void sizeCurvePoints();
-    void sampleCurve();
+    void compiledFormulaMatchesTheEvaluator_data();
+    void compiledFormulaMatchesTheEvaluator();
     void tangentLineText_data();
     void tangentLineText();
     void rewriteLog10_data();
@@ -663,72 +663,48 @@ void TestEval::prepareExpressionText()
     QCOMPARE(PrepareExpressionText(evaluator, formula, label, nullptr), expected);
 }
 
-void TestEval::sizeCurvePoints_data()
+void TestEval::compiledFormulaMatchesTheEvaluator_data()
 {
-    QTest::addColumn<double>("a");
-    QTest::addColumn<double>("b");
-    QTest::addColumn<double>("step");
-    QTest::addColumn<int>("size");
-
-    QTest::newRow("exact") << 0.0 << 10.0 << 1.0 << 11;
-    QTest::newRow("half to even down") << 0.0 << 2.5 << 1.0 << 3;
-    QTest::newRow("half to even up") << 0.0 << 3.5 << 1.0 << 5;
-    QTest::newRow("rounds up") << 0.0 << 2.6 << 1.0 << 4;
-    QTest::newRow("view") << -10.0 << 10.0 << 20.0 / 7000 << 7001;
-    QTest::newRow("single") << 1.0 << 1.0 << 0.001 << 1;
-    QTest::newRow("reversed") << 1.0 << 0.0 << 0.25 << 0;
-    QTest::newRow("zero step") << 0.0 << 1.0 << 0.0 << 0;
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("variable");
+    QTest::addColumn<QString>("message"); // empty when it compiles
+    QTest::newRow("polynomial") << "3x^3-2x^2+x-5" << "x" << "";
+    QTest::newRow("poles and domains") << "ln(x)+1/(x-1)+sqrt(x)" << "x" << "";
+    QTest::newRow("other variable") << "sin(2t)*Exp(-t)" << "t" << "";
+    QTest::newRow("constant") << "2^10" << "x" << "";
+    QTest::newRow("wrong variable") << "x+1" << "t" << "Unknown name 'x' at position 1";
+    QTest::newRow("unfinished") << "t^" << "t" << "Unexpected end of formula at position 3";
 }
 
-void TestEval::sizeCurvePoints()
+void TestEval::compiledFormulaMatchesTheEvaluator()
 {
-    QFETCH(double, a);
-    QFETCH(double, b);
-    QFETCH(double, step);
-    QFETCH(int, size);
-    SampledCurve curve;
-    curve.points.resize(3);
-    SizeCurvePoints(a, b, curve, step);
-    QCOMPARE(int(curve.points.size()), size);
-}
+    QFETCH(QString, text);
+    QFETCH(QString, variable);
+    QFETCH(QString, message);
+    CompileError error;
+    QString said;
+    const auto formula = CompiledFormula::compile(text, variable, &error, &said);
+    QCOMPARE(said, message);
+    QCOMPARE(formula == nullptr, !message.isEmpty());
+    QCOMPARE(error.code == CompileError::Code::None, message.isEmpty());
+    if (!formula)
+        return;
 
-void TestEval::sampleCurve()
-{
     ExpressionEvaluator evaluator;
-    QStringList messages;
-    const Report report = [&](const QString& m) { messages << m; };
-    SampledCurve curve{QStringLiteral("t^2+0,5"), {}};
-    SizeCurvePoints(-1, 1, curve, 0.25);
-    SampleCurve(evaluator, -1, 1, "g(t)", curve, 0.25, report);
-    QVERIFY(messages.isEmpty());
-    QCOMPARE(curve.formula, QStringLiteral("t^2+0.5"));
-    QCOMPARE(curve.points.size(), std::size_t(9));
-    for (std::size_t i = 0; i < curve.points.size(); ++i) {
-        const double x = -1 + 0.25 * double(i);
-        QCOMPARE(curve.points[i].x, x);
-        QCOMPARE(curve.points[i].y, x * x + 0.5);
+    const int x = evaluator.DefineVariable(variable);
+    const int id = evaluator.SetExpression(text);
+    std::vector<double> xs;
+    for (int i = -300; i <= 300; ++i)
+        xs.push_back(i / 37.0);
+    std::vector<double> expected(xs.size()), batch(xs.size());
+    evaluator.EvaluateBatch(id, x, xs, expected);
+    formula->evaluateBatch(xs, batch);
+    // Bit for bit, NaN included: a redraw must not move a single pixel.
+    QCOMPARE(std::memcmp(batch.data(), expected.data(), xs.size() * sizeof(double)), 0);
+    for (std::size_t i = 0; i < xs.size(); i += 7) {
+        const double one = formula->evaluate(xs[i]);
+        QCOMPARE(std::memcmp(&one, &expected[i], sizeof one), 0);
     }
-    QCOMPARE(evaluator.SetExpression(QStringLiteral("t")), -1); // reset afterwards
-
-    // A formula that does not compile is reported; the points carry no numbers.
-    curve.formula = QStringLiteral("t^");
-    SampleCurve(evaluator, -1, 1, "g(t)", curve, 0.25, report);
-    QCOMPARE(messages.value(0), QStringLiteral("Unexpected end of formula at position 3"));
-    QCOMPARE(curve.formula, QString());
-    QVERIFY(std::isnan(curve.points[4].y));
-
-    // Sized for [0, 2.4] but sampled over [0, 3]: the loop stops at the array's end.
-    curve.formula = QStringLiteral("x");
-    SizeCurvePoints(0, 2.4, curve, 1);
-    SampleCurve(evaluator, 0, 3, "f(x)", curve, 1, nullptr);
-    QCOMPARE(curve.points.size(), std::size_t(3));
-    QCOMPARE(curve.points[2].y, 2.0);
-
-    // The floating loop includes b when the sum of steps lands just below it.
-    SizeCurvePoints(0, 1, curve, 0.1);
-    SampleCurve(evaluator, 0, 1, "f(x)", curve, 0.1, nullptr);
-    QCOMPARE(curve.points.size(), std::size_t(11));
-    QVERIFY(std::fabs(curve.points[10].x - 1) < 1e-12);
 }
 
 void TestEval::tangentLineText_data()
@@ -755,14 +731,15 @@ void TestEval::tangentLineText()
     QFETCH(double, step);
     QFETCH(QString, text);
     QFETCH(double, slope);
-    ExpressionEvaluator evaluator;
+    const auto curve = CompiledFormula::compile(expression, QStringLiteral("x"));
+    QVERIFY(curve);
 
-    const TangentLine line = TangentLineText(evaluator, "f(x)", x0, expression, step);
+    const TangentLine line = TangentLineText(*curve, QStringLiteral("x"), x0, step);
     QCOMPARE(line.text, inLocale(text));
     QCOMPARE(line.variable, QStringLiteral("x"));
     QCOMPARE(line.slope, slope);
     const QLocale swedish(QLocale::Swedish);
-    QCOMPARE(TangentLineText(evaluator, "f(x)", x0, expression, step, swedish).text,
+    QCOMPARE(TangentLineText(*curve, QStringLiteral("x"), x0, step, swedish).text,
              QString(text).replace(u'.', u','));
 
     // The line passes one step above the curve's (rounded) value at x0.
@@ -770,6 +747,7 @@ void TestEval::tangentLineText()
     const int x = check.DefineVariable(QStringLiteral("x"));
     check.SetVariable(x, x0);
     const double y0 = check.EvaluateText(expression);
+    QCOMPARE(line.y, y0);
     const double lifted = check.EvaluateText(QString(line.text).replace(u',', u'.'));
     QVERIFY2(std::fabs(lifted - (y0 + step)) < 1e-4, qPrintable(QString::number(lifted)));
 }

@@ -1,0 +1,40 @@
+#include "eval/compiled_formula.h"
+
+#include "eval/parser.h"
+
+namespace curvix::eval {
+
+namespace {
+// The formula's one variable has id 0; its stored value is never read by a batch and is
+// what a fresh evaluator holds.
+constexpr double kUnsetVariable = 0;
+} // namespace
+
+std::shared_ptr<const CompiledFormula> CompiledFormula::compile(const QString& preparedText,
+                                                                const QString& variable,
+                                                                CompileError* error,
+                                                                QString* message)
+{
+    const ParseResult parsed = parseFormula(preparedText, QStringList{variable});
+    if (error)
+        *error = parsed.error;
+    if (message)
+        *message = parsed.message;
+    if (!parsed.ok())
+        return nullptr;
+    return std::shared_ptr<const CompiledFormula>(new CompiledFormula(Program::compile(parsed.tree)));
+}
+
+double CompiledFormula::evaluate(double x) const
+{
+    const double variables[1] = {x};
+    return m_program.evaluate(variables);
+}
+
+void CompiledFormula::evaluateBatch(std::span<const double> xs, std::span<double> ys) const
+{
+    const double variables[1] = {kUnsetVariable};
+    m_program.evaluateBatch(variables, 0, xs, ys);
+}
+
+} // namespace curvix::eval

@@ -1,0 +1,69 @@
+#pragma once
+
+// Shared by the painting code of plot/: the surface of one paint and the arithmetic that
+// places grid lines and ticks. Not for use outside plot/.
+
+#include "plot/coordinates.h"
+
+#include <QImage>
+#include <QPainter>
+
+#include <cmath>
+#include <QtGlobal>
+
+namespace curvix::plot {
+
+// The surface for one paint: a painter in logical pixels and the world scales for it
+// and for the picture's device pixels.
+struct Surface {
+    QImage* picture; // none on a vector medium
+    QPainter& painter;
+    PlotScale scale;       // logical pixels, for the painter
+    PlotScale deviceScale; // device pixels, for single-pixel points
+};
+
+// Where an axis crosses the other: at 0 when the range holds it, else at the lower end.
+inline double AxisPosition(double min, double max)
+{
+    return (min <= 0 && 0 <= max) ? 0.0 : min;
+}
+
+inline double LargerOf(double a, double b)
+{
+    return a >= b ? a : b;
+}
+
+// Multiples k of `interval` with k * interval inside [from, to]: the positions of grid
+// lines and ticks counted outwards from 0.
+struct MultipleRange {
+    double first = 1;
+    double last = 0;
+    bool empty() const { return first > last; }
+};
+
+inline MultipleRange multiplesWithin(double interval, double from, double to)
+{
+    if (!(interval > 0) || !std::isfinite(interval) || !(from <= to))
+        return {};
+    return {std::ceil(from / interval), std::floor(to / interval)};
+}
+
+// More lines or labels than pixels would only smear the surface (and take long): none then.
+inline bool tooDense(const MultipleRange& range, double pixels)
+{
+    return !range.empty() && !(range.last - range.first <= pixels);
+}
+
+// Calls draw(k · interval) for the multiples of a range. The count is an integer: far from
+// zero, k + 1 can equal k in floating point, and a floating counter would never end.
+template <typename Draw>
+void forEachMultiple(double interval, const MultipleRange& range, Draw draw)
+{
+    if (range.empty())
+        return;
+    const qint64 count = qint64(range.last - range.first);
+    for (qint64 i = 0; i <= count; ++i)
+        draw((range.first + double(i)) * interval);
+}
+
+} // namespace curvix::plot
