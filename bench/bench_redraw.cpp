@@ -1,8 +1,9 @@
 // Milliseconds of a full redraw of a 1600x1000 plot with 0, 1, 10 and 50 curves, and its two
-// curve phases apart: evaluating the points and drawing them.
+// phases apart: sampling the drawing and painting the sampled state.
 
 #include "model/graph_list.h"
 #include "plot/colors.h"
+#include "plot/coordinates.h"
 #include "plot/flood_fill.h"
 #include "plot/render.h"
 
@@ -52,7 +53,7 @@ struct Scene {
             model::addFunction(state, prompter, text, QStringLiteral("f(x)"));
         }
         options.font = QGuiApplication::font();
-        plot::frmPicture1_Resize(state, picture, options);
+        plot::redraw(state, picture, options);
     }
 };
 
@@ -60,7 +61,7 @@ void fullRedraw(benchmark::State& s)
 {
     Scene scene(int(s.range(0)));
     for (auto _ : s) {
-        plot::frmPicture1_Resize(scene.state, scene.picture, scene.options);
+        plot::redraw(scene.state, scene.picture, scene.options);
         benchmark::DoNotOptimize(scene.picture.constBits());
     }
 }
@@ -74,7 +75,7 @@ void fills(benchmark::State& s)
     model::addFunction(scene.state, prompter, QStringLiteral("x^2-4"), QStringLiteral("f(x)"));
     scene.state.fills = {{-3, 3, 0x0000FF}, {3, -3, 0x00FF00}, {0.5, -1, 0xFF0000}};
     scene.options.grid = false;
-    plot::frmPicture1_Resize(scene.state, scene.picture, scene.options);
+    plot::redraw(scene.state, scene.picture, scene.options);
     const QImage drawn = scene.picture;
     for (auto _ : s) {
         s.PauseTiming();
@@ -88,24 +89,20 @@ void fills(benchmark::State& s)
     }
 }
 
-void evaluation(benchmark::State& s)
+void sampling(benchmark::State& s)
 {
     Scene scene(int(s.range(0)));
     for (auto _ : s)
-        for (model::GraphEntry& entry : scene.state.graphs)
-            plot::ComputeCurvePoints(scene.state, scene.state.view, entry);
+        plot::sampleDrawing(scene.state);
 }
 
-void drawingPoints(benchmark::State& s)
+void painting(benchmark::State& s)
 {
     Scene scene(int(s.range(0)));
-    QPainter painter;
-    plot::Surface surface{&scene.picture, painter,
-                          plot::SetPlotScale(QSizeF(kSize), scene.state.view),
-                          plot::SetPlotScale(QSizeF(kSize), scene.state.view)};
     for (auto _ : s) {
-        for (const model::GraphEntry& entry : scene.state.graphs)
-            plot::DrawCurvePoints(surface, entry.points, Qt::black);
+        QPainter painter(&scene.picture);
+        plot::paintPlot(scene.state, painter, QSizeF(kSize), &scene.picture, scene.options);
+        painter.end();
         benchmark::DoNotOptimize(scene.picture.constBits());
     }
 }
@@ -128,8 +125,8 @@ public:
 
 BENCHMARK(fullRedraw)->Arg(0)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
 BENCHMARK(fills)->Unit(benchmark::kNanosecond);
-BENCHMARK(evaluation)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
-BENCHMARK(drawingPoints)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
+BENCHMARK(sampling)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
+BENCHMARK(painting)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
 
 int main(int argc, char** argv)
 {
@@ -143,10 +140,10 @@ int main(int argc, char** argv)
         const auto it = reporter.medianMs.find(std::string(name) + "/" + std::to_string(curves));
         return it == reporter.medianMs.end() ? -1.0 : it->second;
     };
-    std::printf("\n%-8s %12s %14s %12s\n", "curves", "redraw ms", "evaluate ms", "draw ms");
+    std::printf("\n%-8s %12s %14s %12s\n", "curves", "redraw ms", "sample ms", "paint ms");
     for (int curves : {0, 1, 10, 50}) {
         std::printf("%-8d %12.3f %14.3f %12.3f\n", curves, ms("fullRedraw", curves),
-                    curves ? ms("evaluation", curves) : 0.0, curves ? ms("drawingPoints", curves) : 0.0);
+                    curves ? ms("sampling", curves) : 0.0, curves ? ms("painting", curves) : 0.0);
     }
     std::printf("redraw 10 curves 1600x1000 median ms = %.3f\n", ms("fullRedraw", 10));
     const auto fill = reporter.medianMs.find("fills");

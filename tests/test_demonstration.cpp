@@ -1,0 +1,223 @@
+#include "model/graph_list.h"
+#include "model/strings.h"
+#include "plot/colors.h"
+#include "plot/coordinates.h"
+#include "plot/demonstration.h"
+#include "plot/render.h"
+#include "scripted_prompter.h"
+
+#include <QGuiApplication>
+#include <QTest>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace curvix;
+using model::ViewWindow;
+
+namespace {
+
+constexpr quint32 kBlue = 0x00FF0000;  // the graph list's curve
+constexpr quint32 kGreen = 0x0000FF00; // the demonstration
+
+struct Drawing {
+    model::AppState state;
+    ScriptedPrompter prompter;
+
+    explicit Drawing(const QString& formula)
+    {
+        plot::InitPlotDefaults(state);
+        state.view = ViewWindow{-5, 5, 1, 1, -5, 5, 1, 1};
+        state.functionColor = kBlue;
+        model::addFunction(state, prompter, formula, QStringLiteral("f(x)"));
+        state.functionColor = kGreen;
+    }
+    bool start(const plot::DemoPlan& plan, bool fromList, bool withDerivative = true)
+    {
+        return plot::startDemonstration(state, 0, plan.xs, fromList, withDerivative,
+                                        [this](const QString& m) { prompter.messages << m; });
+    }
+};
+
+// The true derivative from its formula text, in x.
+double valueOf(const QString& formula, double x)
+{
+    eval::ExpressionEvaluator evaluator;
+    const QString prepared = eval::PrepareExpressionText(evaluator, formula, "f(x)", {});
+    return eval::CompiledFormula::compile(prepared, QStringLiteral("x"))->evaluate(x);
+}
+
+} // namespace
+
+class TestDemonstration : public QObject {
+    Q_OBJECT
+
+private slots:
+    void plan_data();
+    void plan();
+    void walkFollowsTheDerivative_data();
+    void walkFollowsTheDerivative();
+    void stopKeepsOnlyTheDerivative();
+    void startRefusesWithoutAFunction();
+};
+
+void TestDemonstration::plan_data()
+{
+    QTest::addColumn<double>("from");
+    QTest::addColumn<double>("to");
+    QTest::addColumn<double>("step");
+    QTest::addColumn<QList<double>>("list");
+    QTest::addColumn<int>("count");   // of x values; 0 with a problem
+    QTest::addColumn<int>("problem"); // string number, 0 for none
+    QTest::newRow("step divides the range") << 0.0 << 1.0 << 0.1 << QList<double>{} << 11 << 0;
+    QTest::newRow("last step shorter") << -1.0 << 1.0 << 0.3 << QList<double>{} << 7 << 0;
+    QTest::newRow("list wins over a bad range") << 2.0 << 2.0 << 0.0 << QList<double>{3, -1} << 2 << 0;
+    QTest::newRow("from equals to") << 2.0 << 2.0 << 0.5 << QList<double>{} << 0 << 4021;
+    QTest::newRow("from above to") << 3.0 << 1.0 << 0.5 << QList<double>{} << 0 << 4021;
+    QTest::newRow("zero step") << 0.0 << 1.0 << 0.0 << QList<double>{} << 0 << 4022;
+    QTest::newRow("too many steps") << 0.0 << 1.0 << 1e-5 << QList<double>{} << 0 << 4023;
+}
+
+void TestDemonstration::plan()
+{
+    QFETCH(double, from);
+    QFETCH(double, to);
+    QFETCH(double, step);
+    QFETCH(QList<double>, list);
+    QFETCH(int, count);
+    QFETCH(int, problem);
+    const plot::DemoPlan plan =
+        plot::planDemonstration(from, to, step, std::vector<double>(list.begin(), list.end()));
+    QCOMPARE(int(plan.xs.size()), count);
+    QCOMPARE(plan.problem.isEmpty(), problem == 0);
+    if (problem)
+        QVERIFY(plan.problem.startsWith(model::LoadResString(problem).left(10)));
+    if (!list.isEmpty())
+        QCOMPARE(QList<double>(plan.xs.begin(), plan.xs.end()), list);
+    else if (count)
+        QCOMPARE(plan.xs.back(), from + (count - 1) * step); // the last whole step
+}
+
+void TestDemonstration::walkFollowsTheDerivative_data()
+{
+    QTest::addColumn<QString>("formula");
+    QTest::addColumn<QString>("derivative");
+    QTest::addColumn<QList<double>>("list"); // empty: from -2 to 2 in steps of 0.5
+    QTest::newRow("cubic") << "x^3-2x" << "3x^2-2" << QList<double>{};
+    QTest::newRow("sine") << "sin(x)" << "cos(x)" << QList<double>{};
+    QTest::newRow("exponential, listed") << "exp(x/2)" << "exp(x/2)/2" << QList<double>{1.5, -2, 0};
+    QTest::newRow("root, listed") << "sqrt(x)" << "1/(2sqrt(x))" << QList<double>{0.5, 3, -1};
+}
+
+void TestDemonstration::walkFollowsTheDerivative()
+{
+    QFETCH(QString, formula);
+    QFETCH(QString, derivative);
+    QFETCH(QList<double>, list);
+    Drawing d(formula);
+    const plot::DemoPlan plan =
+        plot::planDemonstration(-2, 2, 0.5, std::vector<double>(list.begin(), list.end()));
+    QVERIFY(d.start(plan, !list.isEmpty()));
+    const model::Demonstration& demo = d.state.demonstration;
+    QVERIFY(!demo.curve.empty());
+
+    for (std::size_t i = 0; i < plan.xs.size(); ++i) {
+        const plot::DemoStepResult step = plot::demonstrationStep(d.state);
+        QVERIFY(step.stepped);
+        QCOMPARE(step.x, plan.xs[i]);
+        QCOMPARE(step.finished, i + 1 == plan.xs.size());
+        const double truth = valueOf(derivative, step.x);
+        QCOMPARE(std::isfinite(step.slope), std::isfinite(truth));
+        if (std::isfinite(truth))
+            QVERIFY2(std::abs(step.slope - truth) < 1e-3, qPrintable(QString::number(step.x)));
+        QVERIFY(demo.tangent && demo.tangent->x == step.x);
+    }
+    QVERIFY(!plot::demonstrationStep(d.state).stepped); // the walk is over
+    QVERIFY(demo.running);
+
+    // Every point of the derivative's graph is true; along a range the graph has no gaps,
+    // a listed x gets only a short piece around it.
+    QVERIFY(!demo.derivative.empty());
+    const double pieceHalf = 5 * 10.0 / 1000 + 1e-9;
+    for (const eval::PointD& p : demo.derivative) {
+        QVERIFY2(std::abs(p.y - valueOf(derivative, p.x)) < 1e-3, qPrintable(QString::number(p.x)));
+        if (!list.isEmpty())
+            QVERIFY(std::any_of(list.begin(), list.end(), [&](double x) { return std::abs(p.x - x) <= pieceHalf; }));
+    }
+    if (list.isEmpty()) {
+        auto xs = demo.derivative;
+        std::sort(xs.begin(), xs.end(), [](auto a, auto b) { return a.x < b.x; });
+        // The first x gets a piece of its own, the rest grow from the last x.
+        QVERIFY(std::abs(xs.front().x - (-2 - pieceHalf)) < 1e-3);
+        QCOMPARE(xs.back().x, 2.0);
+        for (std::size_t i = 1; i < xs.size(); ++i)
+            QVERIFY(xs[i].x - xs[i - 1].x <= 10.0 / 7000 * 1.01);
+    }
+    // The graph list is never touched.
+    QCOMPARE(d.state.graphs.size(), std::size_t(1));
+    QCOMPARE(d.state.graphCount, qint16(1));
+}
+
+void TestDemonstration::stopKeepsOnlyTheDerivative()
+{
+    Drawing d(QStringLiteral("x^3-2x"));
+    QVERIFY(d.start(plot::planDemonstration(-2, 2, 1, {}), false));
+    const std::vector<eval::PointD> curve = d.state.demonstration.curve;
+    while (plot::demonstrationStep(d.state).stepped) {
+    }
+    // A redraw of another view resamples the list, never the demonstrated curve.
+    QImage picture(500, 500, QImage::Format_ARGB32_Premultiplied);
+    plot::RedrawOptions options;
+    d.state.view = ViewWindow{-3, 3, 1, 1, -3, 3, 1, 1};
+    plot::redraw(d.state, picture, options);
+    QCOMPARE(d.state.demonstration.curve.size(), curve.size());
+    QCOMPARE(d.state.demonstration.curve.front().x, curve.front().x);
+
+    plot::stopDemonstration(d.state);
+    const model::Demonstration& demo = d.state.demonstration;
+    QVERIFY(!demo.running && demo.curve.empty() && !demo.tangent);
+    QVERIFY(!plot::demonstrationStep(d.state).stepped);
+    QVERIFY(!demo.derivative.empty());
+
+    // Drawn in the demonstration's colour: the derivative at x = 1 is 1, the curve -1.
+    d.state.graphs.clear();
+    d.state.graphCount = 0;
+    plot::redraw(d.state, picture, options);
+    const plot::PlotScale scale = plot::SetPlotScale(QSizeF(picture.size()), d.state.view);
+    auto greenNear = [&](double x, double y) {
+        const QPoint at = scale.toPixel(x, y).toPoint();
+        for (int dy = -2; dy <= 2; ++dy)
+            for (int dx = -2; dx <= 2; ++dx)
+                if (picture.pixelColor(at + QPoint(dx, dy)) == plot::colorFromValue(kGreen))
+                    return true;
+        return false;
+    };
+    QVERIFY(greenNear(1, 1));
+    QVERIFY(!greenNear(1.8, 1.8 * 1.8 * 1.8 - 3.6)); // where only the curve was
+
+    model::clearDrawing(d.state);
+    QVERIFY(d.state.demonstration.derivative.empty());
+}
+
+void TestDemonstration::startRefusesWithoutAFunction()
+{
+    Drawing d(QStringLiteral("x^2"));
+    QVERIFY(d.start(plot::planDemonstration(0, 1, 0.5, {}), false));
+    plot::demonstrationStep(d.state);
+    const std::size_t derivative = d.state.demonstration.derivative.size();
+    for (int entry : {-1, 1}) {
+        QVERIFY(!plot::startDemonstration(d.state, entry, {0.0}, false, true,
+                                          [&](const QString& m) { d.prompter.messages << m; }));
+    }
+    QCOMPARE(d.prompter.messages, QStringList(2, QStringLiteral("Ingen aktiv funktion")));
+    // A refused start leaves the running demonstration as it was.
+    QVERIFY(d.state.demonstration.running);
+    QCOMPARE(d.state.demonstration.derivative.size(), derivative);
+    // Without the derivative nothing grows.
+    QVERIFY(d.start(plot::planDemonstration(0, 1, 0.5, {}), false, false));
+    QVERIFY(plot::demonstrationStep(d.state).stepped);
+    QVERIFY(d.state.demonstration.derivative.empty());
+}
+
+QTEST_MAIN(TestDemonstration)
+#include "test_demonstration.moc"
