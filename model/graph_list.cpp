@@ -61,8 +61,8 @@ void placeItem(AppState& state, const QString& text, int derivativeSource, int p
     state.functionItems.push_back({text, 0});
 }
 
-AddResult addFunctionSteps(AppState& state, Prompter& prompter, const QString& text,
-                           const QString& label, int keyCode)
+AddResult addFunctionSteps(AppState& state, Prompter& prompter, LinkCheck& links,
+                           const QString& text, const QString& label, int keyCode)
 {
     if (keyCode != kEnterKey || text.isEmpty())
         return AddResult::Ignored;
@@ -99,17 +99,11 @@ AddResult addFunctionSteps(AppState& state, Prompter& prompter, const QString& t
     const int count = static_cast<int>(state.graphs.size());
     auto validSource = [count](int k) { return k >= 0 && k < count; };
 
-    // The window's own answer when it has one, the symbolic library's otherwise.
-    const auto report = [&](const QString& m) { prompter.message(m); };
-    const auto linked = [&](const AppState::LinkCheck& check, auto symbolic, const QString& source) {
-        return check ? check(source, text)
-                     : symbolic(source, text, letter, report, state.symbolicOptions);
-    };
     const auto isDerivative = [&](const QString& source) {
-        return linked(state.derivativeCheck, eval::IsDerivativeOf, source);
+        return links.isDerivativeOf(source, text, letter);
     };
     const auto isPrimitive = [&](const QString& source) {
-        return linked(state.primitiveCheck, eval::IsPrimitiveOf, source);
+        return links.isPrimitiveOf(source, text, letter);
     };
     if (validSource(state.pendingDerivativeOf) &&
         isDerivative(state.graphs[state.pendingDerivativeOf].text)) {
@@ -135,10 +129,10 @@ AddResult addFunctionSteps(AppState& state, Prompter& prompter, const QString& t
 
 } // namespace
 
-AddResult addFunction(AppState& state, Prompter& prompter, const QString& text,
+AddResult addFunction(AppState& state, Prompter& prompter, LinkCheck& links, const QString& text,
                       const QString& label, int keyCode)
 {
-    const AddResult result = addFunctionSteps(state, prompter, text, label, keyCode);
+    const AddResult result = addFunctionSteps(state, prompter, links, text, label, keyCode);
     state.pendingDerivativeOf = -1;
     state.pendingPrimitiveOf = -1;
     return result;
@@ -198,7 +192,6 @@ void clearDrawing(AppState& state)
     state.pendingDerivativeOf = -1;
     state.pendingPrimitiveOf = -1;
     state.angleUnit = AngleUnit::Radians;
-    state.settingUp = true;
     state.documentChanged = false;
 }
 

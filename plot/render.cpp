@@ -621,17 +621,14 @@ void PaintPlot(model::AppState& state, QPainter& painter, QSizeF logical, QImage
 void frmPicture1_Resize(model::AppState& state, QImage& picture, const RedrawOptions& options,
                         const eval::Report& report)
 {
-    if (picture.isNull() || picture.width() == 0 || picture.height() == 0) {
-        state.settingUp = false;
+    if (picture.isNull() || picture.width() == 0 || picture.height() == 0)
         return;
-    }
     picture.fill(options.background);
     {
         QPainter painter(&picture);
         PaintPlot(state, painter, picture.deviceIndependentSize(), &picture, options, report);
     }
     ReplayFills(picture, state);
-    state.settingUp = false;
 }
 
 } // namespace curvix::plot
