@@ -4,6 +4,7 @@
 #include "model/strings.h"
 
 #include <limits>
+#include <optional>
 
 namespace curvix::model {
 
@@ -61,6 +62,16 @@ void placeItem(AppState& state, const QString& text, int derivativeSource, int p
     state.functionItems.push_back({text, 0});
 }
 
+// The link question for a pending source, none when that is no entry.
+std::optional<LinkQuestion> pendingQuestion(const AppState& state, LinkKind kind,
+                                            const QString& text, const QString& letter)
+{
+    const int k = kind == LinkKind::Derivative ? state.pendingDerivativeOf : state.pendingPrimitiveOf;
+    if (k < 0 || k >= static_cast<int>(state.graphs.size()))
+        return std::nullopt;
+    return LinkQuestion{kind, state.graphs[std::size_t(k)].text, text, letter};
+}
+
 AddResult addFunctionSteps(AppState& state, Prompter& prompter, LinkCheck& links,
                            const QString& text, const QString& label, int keyCode)
 {
@@ -96,24 +107,15 @@ AddResult addFunctionSteps(AppState& state, Prompter& prompter, LinkCheck& links
     entry.color = state.functionColor;
 
     const int newIndex = state.graphCount;
-    const int count = static_cast<int>(state.graphs.size());
-    auto validSource = [count](int k) { return k >= 0 && k < count; };
-
-    const auto isDerivative = [&](const QString& source) {
-        return links.isDerivativeOf(source, text, letter);
-    };
-    const auto isPrimitive = [&](const QString& source) {
-        return links.isPrimitiveOf(source, text, letter);
-    };
-    if (validSource(state.pendingDerivativeOf) &&
-        isDerivative(state.graphs[state.pendingDerivativeOf].text)) {
+    if (const auto q = pendingQuestion(state, LinkKind::Derivative, text, letter);
+        q && askLink(links, *q)) {
         entry.primitiveIndex = state.pendingDerivativeOf;
         state.graphs[state.pendingDerivativeOf].derivativeIndex = newIndex;
     } else {
         state.pendingDerivativeOf = -1;
     }
-    if (validSource(state.pendingPrimitiveOf) &&
-        isPrimitive(state.graphs[state.pendingPrimitiveOf].text)) {
+    if (const auto q = pendingQuestion(state, LinkKind::Primitive, text, letter);
+        q && askLink(links, *q)) {
         entry.derivativeIndex = state.pendingPrimitiveOf;
         state.graphs[state.pendingPrimitiveOf].primitiveIndex = newIndex;
     } else {
@@ -136,6 +138,25 @@ AddResult addFunction(AppState& state, Prompter& prompter, LinkCheck& links, con
     state.pendingDerivativeOf = -1;
     state.pendingPrimitiveOf = -1;
     return result;
+}
+
+std::vector<LinkQuestion> linkQuestions(AppState& state, const QString& text,
+                                        const QString& label, int keyCode)
+{
+    // addFunction's rules before its questions, checked without messages, compiling with
+    // the same evaluator so that the same texts pass.
+    const QString letter = labelVariable(label);
+    if (keyCode != kEnterKey || text.isEmpty() ||
+        (!state.listVariable.isEmpty() && state.listVariable != letter))
+        return {};
+    if (eval::PrepareExpressionText(state.evaluator, text, label, {}).isEmpty() ||
+        graphExists(state, text) || state.graphCount == std::numeric_limits<qint16>::max())
+        return {};
+    std::vector<LinkQuestion> questions;
+    for (LinkKind kind : {LinkKind::Derivative, LinkKind::Primitive})
+        if (auto q = pendingQuestion(state, kind, text, letter))
+            questions.push_back(std::move(*q));
+    return questions;
 }
 
 void removeGraphAt(AppState& state, int k)

@@ -24,6 +24,14 @@ inline constexpr int kEnterKey = 13;
 AddResult addFunction(AppState& state, Prompter& prompter, LinkCheck& links, const QString& text,
                       const QString& label, int keyCode = kEnterKey);
 
+// The questions addFunction would ask its link check for this text, in its order, without
+// asking them or showing anything: none when nothing is pending or when the text would be
+// refused first. Only the evaluator is used, and left reset as addFunction leaves it. A
+// window answers them off the GUI thread (askLink on a SymbolicLinkCheck), then calls
+// addFunction with an AnsweredLinkCheck holding the answers.
+std::vector<LinkQuestion> linkQuestions(AppState& state, const QString& text,
+                                        const QString& label, int keyCode = kEnterKey);
+
 // Removes entry k. Only the first derivative link and the first primitive link that point
 // at k are cleared; links to later entries keep their old numbers after the shift.
 void removeGraphAt(AppState& state, int k);

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <utility>
+#include <vector>
 
 namespace curvix::model {
 
@@ -43,6 +44,54 @@ public:
 private:
     eval::Report m_report;
     eval::SymbolicOptions m_options;
+};
+
+enum class LinkKind { Derivative, Primitive };
+
+// One question addFunction asks of its link check.
+struct LinkQuestion {
+    LinkKind kind = LinkKind::Derivative;
+    QString source;
+    QString candidate;
+    QString variable;
+
+    friend bool operator==(const LinkQuestion&, const LinkQuestion&) = default;
+};
+
+inline bool askLink(LinkCheck& check, const LinkQuestion& q)
+{
+    return q.kind == LinkKind::Derivative ? check.isDerivativeOf(q.source, q.candidate, q.variable)
+                                          : check.isPrimitiveOf(q.source, q.candidate, q.variable);
+}
+
+// Answers worked out beforehand, e.g. by a SymbolicLinkCheck off the GUI thread; a
+// question it was not given is answered "no link".
+class AnsweredLinkCheck : public LinkCheck {
+public:
+    void add(const LinkQuestion& question, bool linked) { m_answers.push_back({question, linked}); }
+
+    bool isDerivativeOf(const QString& sourceText, const QString& candidate,
+                        const QString& variable) override
+    {
+        return answer({LinkKind::Derivative, sourceText, candidate, variable});
+    }
+
+    bool isPrimitiveOf(const QString& sourceText, const QString& candidate,
+                       const QString& variable) override
+    {
+        return answer({LinkKind::Primitive, sourceText, candidate, variable});
+    }
+
+private:
+    bool answer(const LinkQuestion& question) const
+    {
+        for (const auto& [asked, linked] : m_answers)
+            if (asked == question)
+                return linked;
+        return false;
+    }
+
+    std::vector<std::pair<LinkQuestion, bool>> m_answers;
 };
 
 } // namespace curvix::model

@@ -163,6 +163,11 @@ void TestModel::pendingIndexesLastOneCall()
     addFunction(state, prompter, links, QStringLiteral("x^2"), QStringLiteral("f(x)"));
     state.pendingDerivativeOf = 0;
     state.pendingPrimitiveOf = 0;
+    // Worked out beforehand, the questions are those addFunction then asks.
+    FakeLinks beforehand(false);
+    for (const LinkQuestion& q : linkQuestions(state, text, label, key))
+        askLink(beforehand, q);
+    QCOMPARE(beforehand.asked, asked);
     QCOMPARE(addFunction(state, prompter, links, text, label, key), expected);
     QCOMPARE(links.asked, asked);
     QCOMPARE(state.pendingDerivativeOf, -1);
@@ -234,18 +239,17 @@ void TestModel::linkedEntriesFormATree()
 
     AppState state;
     ScriptedPrompter prompter;
-    FakeLinks links;
     for (const QString& step : steps) {
         const QStringList parts = step.split(QLatin1Char(':'));
-        if (parts.size() == 3) {
+        if (parts.size() == 3)
             (parts[0] == QLatin1String("d") ? state.pendingDerivativeOf
                                             : state.pendingPrimitiveOf) = parts[1].toInt();
-            QCOMPARE(addFunction(state, prompter, links, parts[2], QStringLiteral("f(x)")),
-                     AddResult::Added);
-        } else {
-            QCOMPARE(addFunction(state, prompter, links, step, QStringLiteral("f(x)")),
-                     AddResult::Added);
-        }
+        const QString text = parts.last();
+        // As the window does it: the questions answered first, then the entry added.
+        AnsweredLinkCheck links;
+        for (const LinkQuestion& q : linkQuestions(state, text, QStringLiteral("f(x)")))
+            links.add(q, true);
+        QCOMPARE(addFunction(state, prompter, links, text, QStringLiteral("f(x)")), AddResult::Added);
     }
     QCOMPARE(itemTree(state), expectedTree);
     QVERIFY(prompter.messages.isEmpty());
