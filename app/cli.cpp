@@ -294,8 +294,10 @@ int runExport(const QStringList& args, QTextStream& out, QTextStream& err)
     state.angleUnit = request->angle;
     state.view = request->view.value_or(presetView(state, *request));
     StreamPrompter prompter(err);
+    // Nothing is pending here, so the link check is never asked.
+    model::SymbolicLinkCheck links([&](const QString& m) { prompter.message(m); });
     for (const QString& formula : request->formulas)
-        model::addFunction(state, prompter, formula, QStringLiteral("f(x)"));
+        model::addFunction(state, prompter, links, formula, QStringLiteral("f(x)"));
 
     QImage picture(request->size, QImage::Format_ARGB32_Premultiplied);
     plot::RedrawOptions options;

@@ -3,6 +3,7 @@
 #include "eval/numtext.h"
 #include "model/strings.h"
 #include "plot/coordinates.h"
+#include "plot/demonstration.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -25,9 +26,6 @@ namespace curvix::app {
 using model::LoadResString;
 
 namespace {
-
-// More steps than a lesson can watch: a typing slip, not a wish.
-constexpr double kMaxDemoSteps = 10000;
 
 template <typename W>
 W* named(W* widget, const char* name)
@@ -76,26 +74,6 @@ QIcon demoIcon(int button, const QColor& ink)
         break;
     }
     return QIcon(pixmap);
-}
-
-DemoPlan planDemonstration(double from, double to, double step, const std::vector<double>& list)
-{
-    if (!list.empty())
-        return {list, {}};
-    if (!(from < to))
-        return {{}, LoadResString(4021)};
-    if (!(step > 0))
-        return {{}, LoadResString(4022)};
-    const double steps = (to - from) / step;
-    if (!(steps <= kMaxDemoSteps))
-        return {{}, LoadResString(4023).arg(kMaxDemoSteps)};
-    // Multiplied, not accumulated, so that x to is met exactly when the step divides the
-    // range; the small margin keeps a last step lost to rounding.
-    const auto n = static_cast<long long>(std::floor(steps + 1e-9));
-    DemoPlan plan;
-    for (long long i = 0; i <= n; ++i)
-        plan.xs.push_back(std::min(to, from + double(i) * step));
-    return plan;
 }
 
 frmtangent::frmtangent(model::AppState& state, model::Prompter& prompter, QWidget* parent)
@@ -187,20 +165,21 @@ frmtangent::frmtangent(model::AppState& state, model::Prompter& prompter, QWidge
     connect(sort, &QPushButton::clicked, this, &frmtangent::sortValues);
     connect(ok, &QPushButton::clicked, this, &frmtangent::accept);
     connect(cancel, &QPushButton::clicked, this, &QWidget::close);
-    currentusage(0);
+    setUsage(Usage::Demonstration);
 }
 
-void frmtangent::currentusage(int mode)
+void frmtangent::setUsage(Usage usage)
 {
-    m_usage = std::clamp(mode, 0, 2);
-    const bool demo = m_usage == 0;
+    m_usage = usage;
+    const bool demo = m_usage == Usage::Demonstration;
+    const bool vertical = m_usage == Usage::VerticalLines;
     m_demoPanel->setVisible(demo);
     m_demoButtons->setVisible(demo);
     m_dialogButtons->setVisible(!demo);
     auto* caption = findChild<QLabel*>(QStringLiteral("listCaption"));
-    caption->setText(LoadResString(demo ? 4012 : m_usage == 1 ? 4013 : 4014));
+    caption->setText(LoadResString(demo ? 4012 : vertical ? 4013 : 4014));
     setWindowTitle(demo ? LoadResString(4026)
-                        : LoadResString(m_usage == 1 ? 478 : 480).remove(QLatin1Char('&')));
+                        : LoadResString(vertical ? 478 : 480).remove(QLatin1Char('&')));
 }
 
 void frmtangent::setValues(const std::vector<double>& values)
@@ -213,11 +192,6 @@ void frmtangent::setFunction(const QString& text)
 {
     m_function = text;
     m_demoPanel->setTitle(LoadResString(4015) + QStringLiteral(": ") + text);
-}
-
-bool frmtangent::drawDerivative() const
-{
-    return m_derivative->isChecked();
 }
 
 void frmtangent::add()
@@ -268,9 +242,9 @@ void frmtangent::showValues()
 
 void frmtangent::accept()
 {
-    if (m_usage == 0)
+    if (m_usage == Usage::Demonstration)
         return;
-    std::vector<double>& lines = m_usage == 1 ? m_state.verticalLines : m_state.horizontalLines;
+    std::vector<double>& lines = m_usage == Usage::VerticalLines ? m_state.verticalLines : m_state.horizontalLines;
     if (lines != m_values) {
         lines = m_values;
         m_state.documentChanged = true;
@@ -284,20 +258,18 @@ void frmtangent::start()
     const std::optional<double> from = plot::readRangeNumber(m_from->text().trimmed());
     const std::optional<double> to = plot::readRangeNumber(m_to->text().trimmed());
     const std::optional<double> step = plot::readRangeNumber(m_step->text().trimmed());
-    DemoPlan plan;
+    plot::DemoPlan plan;
     if (!m_values.empty())
-        plan = planDemonstration(0, 0, 0, m_values);
+        plan = plot::planDemonstration(0, 0, 0, m_values);
     else if (!from || !to || !step)
         plan.problem = LoadResString(4020);
     else
-        plan = planDemonstration(*from, *to, *step, {});
+        plan = plot::planDemonstration(*from, *to, *step, {});
     if (!plan.problem.isEmpty()) {
         m_prompter.message(plan.problem);
         return;
     }
-    m_planned = plan.xs;
-    requestFlag = 1;
-    emit startRequested();
+    emit startRequested(m_function, plan.xs, !m_values.empty(), m_derivative->isChecked());
 }
 
 } // namespace curvix::app

@@ -46,11 +46,12 @@ struct Scene {
     {
         plot::InitPlotDefaults(state);
         NullPrompter prompter;
+        model::SymbolicLinkCheck links({});
         for (int i = 0; i < curves; ++i) {
             QString text = QString::fromLatin1(kFormulas[i % 10]);
             if (i >= 10)
                 text += QStringLiteral("+%1").arg(i / 10);
-            model::addFunction(state, prompter, text, QStringLiteral("f(x)"));
+            model::addFunction(state, prompter, links, text, QStringLiteral("f(x)"));
         }
         options.font = QGuiApplication::font();
         plot::redraw(state, picture, options);
@@ -72,7 +73,8 @@ void fills(benchmark::State& s)
 {
     Scene scene(0);
     NullPrompter prompter;
-    model::addFunction(scene.state, prompter, QStringLiteral("x^2-4"), QStringLiteral("f(x)"));
+    model::SymbolicLinkCheck links({});
+    model::addFunction(scene.state, prompter, links, QStringLiteral("x^2-4"), QStringLiteral("f(x)"));
     scene.state.fills = {{-3, 3, 0x0000FF}, {3, -3, 0x00FF00}, {0.5, -1, 0xFF0000}};
     scene.options.grid = false;
     plot::redraw(scene.state, scene.picture, scene.options);

@@ -29,8 +29,8 @@ using namespace std::chrono_literals;
 
 // Runs every computation on one long-lived thread: Giac keeps global state, so two
 // computations must never overlap, and a computation that timed out must have stopped
-// before the next one starts. The caller waits in slices of 10 ms and may run its event
-// loop in between.
+// before the next one starts. Callers on any thread block until their answer, the time
+// limit or their cancel flag.
 class CasWorker {
 public:
     static CasWorker& instance()
@@ -39,9 +39,11 @@ public:
         return *worker;
     }
 
-    // The answer, or nothing when the time ran out.
+    // The answer, or nothing when the time ran out or the caller gave up.
     std::optional<cas::Answer> run(cas::Problem problem, const SymbolicOptions& options)
     {
+        if (wasCancelled(options))
+            return std::nullopt;
         const auto deadline = std::chrono::steady_clock::now() + options.timeout;
         auto job = std::make_shared<Job>();
         job->problem = std::move(problem);
@@ -50,25 +52,22 @@ public:
             m_queue.push_back(job);
         }
         m_work.notify_one();
+        std::unique_lock lock(m_mutex);
         for (;;) {
-            {
-                std::unique_lock lock(m_mutex);
-                const auto sliceEnd = std::min<std::chrono::steady_clock::time_point>(
-                    deadline, std::chrono::steady_clock::now() + 10ms);
-                m_finished.wait_until(lock, sliceEnd, [&] { return job->done; });
-                if (job->done)
-                    return std::move(job->answer);
-                if (std::chrono::steady_clock::now() >= deadline) {
-                    const auto queued = std::find(m_queue.begin(), m_queue.end(), job);
-                    if (queued != m_queue.end())
-                        m_queue.erase(queued);
-                    else if (m_running == job)
-                        cas::interrupt();
-                    return std::nullopt;
-                }
+            // Slices of 10 ms, so that a raised cancel flag is seen promptly.
+            const auto sliceEnd = std::min<std::chrono::steady_clock::time_point>(
+                deadline, std::chrono::steady_clock::now() + 10ms);
+            m_finished.wait_until(lock, sliceEnd, [&] { return job->done; });
+            if (job->done)
+                return std::move(job->answer);
+            if (wasCancelled(options) || std::chrono::steady_clock::now() >= deadline) {
+                const auto queued = std::find(m_queue.begin(), m_queue.end(), job);
+                if (queued != m_queue.end())
+                    m_queue.erase(queued);
+                else if (m_running == job)
+                    cas::interrupt();
+                return std::nullopt;
             }
-            if (options.whileWaiting)
-                options.whileWaiting();
         }
     }
 
@@ -295,7 +294,7 @@ std::optional<QString> bestForm(const cas::Answer& answer, const QString& variab
 
 // --- the requests of the procedures -------------------------------------------------------
 
-enum class Outcome { Answer, Failed, NoEnd };
+enum class Outcome { Answer, Failed, NoEnd, Cancelled };
 
 // Request steps 2-6 and the reading of the answer.
 Outcome callLibrary(QString formula, const QString& framedPrefix, const QString& framedSuffix,
@@ -316,7 +315,7 @@ Outcome callLibrary(QString formula, const QString& framedPrefix, const QString&
             : symbolic_calculate(requestBuffer.constData(), resultBuffer.data(),
                                  kSymbolicResultSize, options);
     if (rc < 1)
-        return Outcome::Failed;
+        return wasCancelled(options) ? Outcome::Cancelled : Outcome::Failed;
     const QString result = QString::fromLatin1(resultBuffer.constData(), resultBuffer.size());
     const qint32 p = NulPosition(result);
     if (p == 0)
@@ -337,6 +336,11 @@ QString variableOrX(const QString& variable)
 }
 
 } // namespace
+
+bool wasCancelled(const SymbolicOptions& options)
+{
+    return options.cancel && options.cancel->load();
+}
 
 std::int32_t symbolic_calculate(const char* request, char* result, std::int32_t size,
                                 const SymbolicOptions& options)
@@ -390,7 +394,8 @@ QString SymbolicDerivative(const QString& formula, const QString& variable, qint
     switch (callLibrary(formula, QStringLiteral("DIFF("),
                         QStringLiteral(",%1,%2)").arg(v).arg(order), options, answer)) {
     case Outcome::Answer: return answer;
-    case Outcome::NoEnd: return {};
+    case Outcome::NoEnd:
+    case Outcome::Cancelled: return {};
     case Outcome::Failed: break;
     }
     show(report, QStringLiteral("Error in derivative calculation"));
@@ -409,7 +414,8 @@ QString SymbolicPrimitive(const QString& formula, const QString& variable, const
     switch (callLibrary(formula, QStringLiteral("INT("), QStringLiteral(",%1)").arg(v), options,
                         answer)) {
     case Outcome::Answer: return answer;
-    case Outcome::NoEnd: return {};
+    case Outcome::NoEnd:
+    case Outcome::Cancelled: return {};
     case Outcome::Failed: break;
     }
     // Two boxes for one failure, deliberately.

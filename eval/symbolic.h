@@ -7,9 +7,11 @@
 
 #include <QString>
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <memory>
 
 namespace curvix::eval {
 
@@ -25,20 +27,30 @@ using SymbolicLibrary = std::function<std::int32_t(const char*, char*, std::int3
 struct SymbolicOptions {
     // How long one computation may take; then the CAS is interrupted and the call fails.
     std::chrono::milliseconds timeout{3000};
-    // Called about every 10 ms on the calling thread while the CAS works, so that a window
-    // can stay responsive, e.g. [] { QCoreApplication::processEvents(
-    // QEventLoop::ExcludeUserInputEvents); }. It must not start another computation that it
-    // then waits for.
-    std::function<void()> whileWaiting;
+    // Raised by the caller (from any thread) to give up: the waiting call interrupts the CAS
+    // as a time-out would, within about 10 ms, and fails without reporting anything. A
+    // caller that raised it simply drops whatever comes back; see wasCancelled.
+    std::shared_ptr<const std::atomic_bool> cancel;
     // Stands in for symbolic_calculate when set (to watch requests or fake answers).
     SymbolicLibrary library;
 };
+
+// Whether the call's cancel flag is up. A call that ends without an answer while it is up
+// was cancelled and reported nothing about the calculation; one that ends without an answer
+// while it is down failed and said why through its Report.
+bool wasCancelled(const SymbolicOptions& options);
+
+// The functions below block the calling thread, waiting for the CAS, for at most
+// options.timeout. They touch no GUI object and may run on any thread (QtConcurrent, for
+// one); their messages go only to the Report, called on the calling thread. Computations
+// from several threads are queued and run one at a time.
 
 // The library call. The request is "DIFF(formula,variable,order)" or "INT(formula,variable)",
 // padded with blanks; formula is in the evaluator's language with "pi" for pi (and "pix" for
 // pi times x). On success the result holds the answer in that language ("pi" for pi, "." as
 // decimal point) followed by a NUL; an answer that does not fit in size characters fails.
-// The computation runs on a worker thread, one at a time, for at most options.timeout.
+// The computation runs on a worker thread, one at a time, for at most options.timeout;
+// a time-out or a cancel returns 0.
 std::int32_t symbolic_calculate(const char* request, char* result, std::int32_t size,
                                 const SymbolicOptions& options = {});
 

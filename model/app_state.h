@@ -1,14 +1,12 @@
 #pragma once
 
 #include "eval/evaluator.h"
-#include "eval/symbolic.h"
 #include "model/demonstration.h"
 #include "model/graph.h"
 #include "model/view_window.h"
 
 #include <QString>
 
-#include <functional>
 #include <vector>
 
 namespace curvix::model {
@@ -49,20 +47,7 @@ struct AppState {
     qint32 pendingDerivativeOf = -1;
     qint32 pendingPrimitiveOf = -1;
 
-    // Whether a typed text is the derivative (or a primitive) of a source entry's text.
-    // Empty: the symbolic library decides. Tests put their own answers here.
-    using LinkCheck = std::function<bool(const QString& sourceText, const QString& candidate)>;
-    LinkCheck derivativeCheck;
-    LinkCheck primitiveCheck;
-    // How the symbolic library is called: its time limit, and what the window does while
-    // it waits.
-    eval::SymbolicOptions symbolicOptions;
-
     bool documentChanged = false;
-    bool saveCancelled = false;
-    // Raised at start and by New, lowered by the next full redraw: meanwhile the check-box
-    // and option-button handlers do nothing, so setting widgets from code has no effect.
-    bool settingUp = true;
 
     ViewWindow view;
     ViewWindow startView;

@@ -4,6 +4,7 @@
 #include "model/strings.h"
 
 #include <limits>
+#include <optional>
 
 namespace curvix::model {
 
@@ -61,8 +62,18 @@ void placeItem(AppState& state, const QString& text, int derivativeSource, int p
     state.functionItems.push_back({text, 0});
 }
 
-AddResult addFunctionSteps(AppState& state, Prompter& prompter, const QString& text,
-                           const QString& label, int keyCode)
+// The link question for a pending source, none when that is no entry.
+std::optional<LinkQuestion> pendingQuestion(const AppState& state, LinkKind kind,
+                                            const QString& text, const QString& letter)
+{
+    const int k = kind == LinkKind::Derivative ? state.pendingDerivativeOf : state.pendingPrimitiveOf;
+    if (k < 0 || k >= static_cast<int>(state.graphs.size()))
+        return std::nullopt;
+    return LinkQuestion{kind, state.graphs[std::size_t(k)].text, text, letter};
+}
+
+AddResult addFunctionSteps(AppState& state, Prompter& prompter, LinkCheck& links,
+                           const QString& text, const QString& label, int keyCode)
 {
     if (keyCode != kEnterKey || text.isEmpty())
         return AddResult::Ignored;
@@ -97,30 +108,15 @@ AddResult addFunctionSteps(AppState& state, Prompter& prompter, const QString& t
     entry.color = state.functionColor;
 
     const int newIndex = state.graphCount;
-    const int count = static_cast<int>(state.graphs.size());
-    auto validSource = [count](int k) { return k >= 0 && k < count; };
-
-    // The window's own answer when it has one, the symbolic library's otherwise.
-    const auto report = [&](const QString& m) { prompter.message(m); };
-    const auto linked = [&](const AppState::LinkCheck& check, auto symbolic, const QString& source) {
-        return check ? check(source, text)
-                     : symbolic(source, text, letter, report, state.symbolicOptions);
-    };
-    const auto isDerivative = [&](const QString& source) {
-        return linked(state.derivativeCheck, eval::IsDerivativeOf, source);
-    };
-    const auto isPrimitive = [&](const QString& source) {
-        return linked(state.primitiveCheck, eval::IsPrimitiveOf, source);
-    };
-    if (validSource(state.pendingDerivativeOf) &&
-        isDerivative(state.graphs[state.pendingDerivativeOf].text)) {
+    if (const auto q = pendingQuestion(state, LinkKind::Derivative, text, letter);
+        q && askLink(links, *q)) {
         entry.primitiveIndex = state.pendingDerivativeOf;
         state.graphs[state.pendingDerivativeOf].derivativeIndex = newIndex;
     } else {
         state.pendingDerivativeOf = -1;
     }
-    if (validSource(state.pendingPrimitiveOf) &&
-        isPrimitive(state.graphs[state.pendingPrimitiveOf].text)) {
+    if (const auto q = pendingQuestion(state, LinkKind::Primitive, text, letter);
+        q && askLink(links, *q)) {
         entry.derivativeIndex = state.pendingPrimitiveOf;
         state.graphs[state.pendingPrimitiveOf].primitiveIndex = newIndex;
     } else {
@@ -136,10 +132,10 @@ AddResult addFunctionSteps(AppState& state, Prompter& prompter, const QString& t
 
 } // namespace
 
-AddResult addFunction(AppState& state, Prompter& prompter, const QString& text,
+AddResult addFunction(AppState& state, Prompter& prompter, LinkCheck& links, const QString& text,
                       const QString& label, int keyCode)
 {
-    const AddResult result = addFunctionSteps(state, prompter, text, label, keyCode);
+    const AddResult result = addFunctionSteps(state, prompter, links, text, label, keyCode);
     state.pendingDerivativeOf = -1;
     state.pendingPrimitiveOf = -1;
     return result;
@@ -200,7 +196,6 @@ void clearDrawing(AppState& state)
     state.pendingDerivativeOf = -1;
     state.pendingPrimitiveOf = -1;
     state.angleUnit = AngleUnit::Radians;
-    state.settingUp = true;
     state.documentChanged = false;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/app_state.h"
+#include "model/link_check.h"
 #include "model/prompter.h"
 
 #include <QString>
@@ -16,9 +17,11 @@ enum class AddResult {
 
 inline constexpr int kEnterKey = 13;
 
-// Adds the typed function to the graph list and the function box's items. The caller
-// redraws when the result is Added or Duplicate. The pending indexes are always cleared.
-AddResult addFunction(AppState& state, Prompter& prompter, const QString& text,
+// Adds the typed function to the graph list and the function box's items. A pending
+// derivative or primitive source is linked when the link check agrees; it is asked only
+// after the text passed every other rule. The caller redraws when the result is Added or
+// Duplicate. The pending indexes are always cleared.
+AddResult addFunction(AppState& state, Prompter& prompter, LinkCheck& links, const QString& text,
                       const QString& label, int keyCode = kEnterKey);
 
 // Removes entry k. Only the first derivative link and the first primitive link that point
@@ -31,8 +34,7 @@ void removeGraphAt(AppState& state, int k);
 bool deleteFunctionItem(AppState& state, int position);
 
 // Empties the drawing for a new one: the list, its items, the variable, the guide lines,
-// the fills and the demonstration. Raises the set-up flag and lowers the document-changed
-// flag.
+// the fills and the demonstration. Lowers the document-changed flag.
 void clearDrawing(AppState& state);
 
 // Index of the first entry whose text equals text exactly, -1 when none.

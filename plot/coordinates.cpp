@@ -72,7 +72,6 @@ void InitPlotDefaults(model::AppState& state)
     state.startView = state.view;
     state.sampleStep = static_cast<double>(0.001f);
     state.angleUnit = model::AngleUnit::Radians;
-    state.settingUp = true;
 }
 
 } // namespace curvix::plot

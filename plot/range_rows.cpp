@@ -1,7 +1,8 @@
 #include "plot/range_rows.h"
 
-#include "plot/coordinates.h"
+#include "eval/numtext.h"
 #include "model/strings.h"
+#include "plot/coordinates.h"
 
 #include <QRegularExpression>
 
@@ -63,6 +64,24 @@ ViewReading readViewWindow(const RangeRow& xRow, const RangeRow& yRow)
     const double (&x)[4] = values[0];
     const double (&y)[4] = values[1];
     return {model::ViewWindow{x[0], x[1], x[2], x[3], y[0], y[1], y[2], y[3]}, QString()};
+}
+
+QString fontSizePrompt()
+{
+    return model::LoadResString(468) + model::LoadResString(2045);
+}
+
+FontSizeAnswer readFontSize(const QString& text)
+{
+    if (text.trimmed().isEmpty())
+        return {};
+    const std::optional<double> size =
+        text.contains(QLatin1Char('p')) ? std::nullopt : readRangeNumber(text);
+    if (!size)
+        return {std::nullopt, fontSizePrompt()};
+    if (*size < 5 || *size > 10)
+        return {std::nullopt, model::LoadResString(443) + QStringLiteral("max5min10")};
+    return {int(eval::roundHalfEven(*size)), QString()};
 }
 
 } // namespace curvix::plot

@@ -28,4 +28,16 @@ struct ViewReading {
 // ticks are on, and values too large to draw.
 ViewReading readViewWindow(const RangeRow& xRow, const RangeRow& yRow);
 
+// The question that asks for the font size of the plot labels.
+QString fontSizePrompt();
+
+struct FontSizeAnswer {
+    std::optional<int> size; // the new point size; none for no change or a problem
+    QString problem;         // the text to show, asking to retry; empty when none
+};
+
+// Reads a typed font size: a number in the range boxes' syntax without pi, from 5 to 10,
+// rounded half to even. An empty or blank answer changes nothing.
+FontSizeAnswer readFontSize(const QString& text);
+
 } // namespace curvix::plot

@@ -92,4 +92,24 @@ model::ViewWindow scaledView(const model::ViewWindow& view, double factor, doubl
     return scaled;
 }
 
+model::ViewWindow wheelZoom(model::AppState& state, double steps, double worldX, double worldY)
+{
+    auto& history = state.zoomHistory;
+    history.resize(std::size_t(state.zoomCount) + 1);
+    history.back() = state.view;
+    ++state.zoomCount;
+    return scaledView(state.view, std::pow(0.8, steps), worldX, worldY);
+}
+
+void writeViewRows(const model::ViewWindow& view, RangeRow& x, RangeRow& y)
+{
+    const auto text = [](double v) { return eval::numberText(v, QLocale(), 7); };
+    x[0] = text(view.XMin);
+    x[1] = text(view.XMax);
+    x[2] = text(view.XStep);
+    y[0] = text(view.YMin);
+    y[1] = text(view.YMax);
+    y[2] = text(view.YStep);
+}
+
 } // namespace curvix::plot

@@ -37,6 +37,17 @@ bool zoomOut(model::AppState& state, bool toBeginning, RangeRow& x, RangeRow& y)
 // A round step (1, 2 or 5 times a power of ten) giving about ten ticks over the width.
 double niceStep(double width);
 
+// One turn of the mouse wheel by steps notches (positive zooms in) about a world point:
+// the current view becomes a step of the history, so that stepwise zoom-out undoes the
+// turn, and the view scaled by 0.8^steps about the point is returned. The state's view
+// itself is left for the caller, who writes the new one into the range rows and reads it
+// back from there.
+model::ViewWindow wheelZoom(model::AppState& state, double steps, double worldX, double worldY);
+
+// Writes a view's minimum, maximum and step into the rows with 7 significant digits, as
+// the wheel zoom does; the ticks entries stay.
+void writeViewRows(const model::ViewWindow& view, RangeRow& x, RangeRow& y);
+
 // The view scaled by a factor about a world point that keeps its place on the surface,
 // with round steps for the new widths.
 model::ViewWindow scaledView(const model::ViewWindow& view, double factor, double x, double y);

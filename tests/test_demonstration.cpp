@@ -1,4 +1,5 @@
 #include "model/graph_list.h"
+#include "model/link_check.h"
 #include "model/strings.h"
 #include "plot/colors.h"
 #include "plot/coordinates.h"
@@ -29,7 +30,8 @@ struct Drawing {
         plot::InitPlotDefaults(state);
         state.view = ViewWindow{-5, 5, 1, 1, -5, 5, 1, 1};
         state.functionColor = kBlue;
-        model::addFunction(state, prompter, formula, QStringLiteral("f(x)"));
+        model::SymbolicLinkCheck links{{}};
+        model::addFunction(state, prompter, links, formula, QStringLiteral("f(x)"));
         state.functionColor = kGreen;
     }
     bool start(const plot::DemoPlan& plan, bool fromList, bool withDerivative = true)

@@ -7,6 +7,31 @@ using namespace curvix::model;
 
 namespace {
 
+// Answers every link question alike and records each as "d|p source candidate variable".
+class FakeLinks : public LinkCheck {
+public:
+    explicit FakeLinks(bool answer = true) : m_answer(answer) {}
+    QStringList asked;
+
+    bool isDerivativeOf(const QString& source, const QString& candidate, const QString& variable) override
+    {
+        return record(QStringLiteral("d"), source, candidate, variable);
+    }
+    bool isPrimitiveOf(const QString& source, const QString& candidate, const QString& variable) override
+    {
+        return record(QStringLiteral("p"), source, candidate, variable);
+    }
+
+private:
+    bool record(const QString& kind, const QString& source, const QString& candidate,
+                const QString& variable)
+    {
+        asked << QStringList{kind, source, candidate, variable}.join(QLatin1Char(' '));
+        return m_answer;
+    }
+    bool m_answer;
+};
+
 QStringList entryTexts(const AppState& state)
 {
     QStringList texts;
@@ -87,8 +112,9 @@ void TestModel::addingFollowsTheListRules()
 
     AppState state;
     ScriptedPrompter prompter;
+    FakeLinks links;
     for (qsizetype i = 0; i < texts.size(); ++i)
-        addFunction(state, prompter, texts[i], labels[i]);
+        addFunction(state, prompter, links, texts[i], labels[i]);
 
     QCOMPARE(entryTexts(state), expectedEntries);
     QCOMPARE(int(state.graphCount), int(expectedEntries.size()));
@@ -111,13 +137,16 @@ void TestModel::pendingIndexesLastOneCall_data()
     QTest::addColumn<QString>("label");
     QTest::addColumn<int>("key");
     QTest::addColumn<AddResult>("expected");
+    // The link check is asked only for a text that passed every other rule.
+    QTest::addColumn<QStringList>("asked");
 
-    QTest::newRow("added") << "x+1" << "f(x)" << kEnterKey << AddResult::Added;
-    QTest::newRow("duplicate") << "x^2" << "f(x)" << kEnterKey << AddResult::Duplicate;
-    QTest::newRow("empty") << "" << "f(x)" << kEnterKey << AddResult::Ignored;
-    QTest::newRow("not enter") << "x+1" << "f(x)" << 65 << AddResult::Ignored;
-    QTest::newRow("other variable") << "t" << "f(t)" << kEnterKey << AddResult::Rejected;
-    QTest::newRow("no compile") << "x+*" << "f(x)" << kEnterKey << AddResult::Rejected;
+    const QStringList both{"d x^2 x+1 x", "p x^2 x+1 x"};
+    QTest::newRow("added") << "x+1" << "f(x)" << kEnterKey << AddResult::Added << both;
+    QTest::newRow("duplicate") << "x^2" << "f(x)" << kEnterKey << AddResult::Duplicate << QStringList();
+    QTest::newRow("empty") << "" << "f(x)" << kEnterKey << AddResult::Ignored << QStringList();
+    QTest::newRow("not enter") << "x+1" << "f(x)" << 65 << AddResult::Ignored << QStringList();
+    QTest::newRow("other variable") << "t" << "f(t)" << kEnterKey << AddResult::Rejected << QStringList();
+    QTest::newRow("no compile") << "x+*" << "f(x)" << kEnterKey << AddResult::Rejected << QStringList();
 }
 
 void TestModel::pendingIndexesLastOneCall()
@@ -126,16 +155,19 @@ void TestModel::pendingIndexesLastOneCall()
     QFETCH(QString, label);
     QFETCH(int, key);
     QFETCH(AddResult, expected);
+    QFETCH(QStringList, asked);
 
     AppState state;
     ScriptedPrompter prompter;
-    addFunction(state, prompter, QStringLiteral("x^2"), QStringLiteral("f(x)"));
+    FakeLinks links(false);
+    addFunction(state, prompter, links, QStringLiteral("x^2"), QStringLiteral("f(x)"));
     state.pendingDerivativeOf = 0;
     state.pendingPrimitiveOf = 0;
-    QCOMPARE(addFunction(state, prompter, text, label, key), expected);
+    QCOMPARE(addFunction(state, prompter, links, text, label, key), expected);
+    QCOMPARE(links.asked, asked);
     QCOMPARE(state.pendingDerivativeOf, -1);
     QCOMPARE(state.pendingPrimitiveOf, -1);
-    // Without a symbolic answer a pending entry is added unlinked.
+    // A refused link leaves the pending entry unlinked.
     QCOMPARE(state.graphs[0].derivativeIndex, -1);
     QCOMPARE(state.graphs[0].primitiveIndex, -1);
 }
@@ -144,9 +176,10 @@ void TestModel::newEntryTakesTheCurrentFunctionColour()
 {
     AppState state;
     ScriptedPrompter prompter;
-    addFunction(state, prompter, QStringLiteral("x"), QStringLiteral("f(x)"));
+    FakeLinks links;
+    addFunction(state, prompter, links, QStringLiteral("x"), QStringLiteral("f(x)"));
     state.functionColor = 0x00FF0000;
-    addFunction(state, prompter, QStringLiteral("x+1"), QStringLiteral("f(x)"));
+    addFunction(state, prompter, links, QStringLiteral("x+1"), QStringLiteral("f(x)"));
     QCOMPARE(state.graphs[0].color, 0u);
     QCOMPARE(state.graphs[1].color, 0x00FF0000u);
 }
@@ -155,11 +188,12 @@ void TestModel::aFullListRefusesTheEntry()
 {
     AppState state;
     ScriptedPrompter prompter;
+    FakeLinks links;
     state.graphs.resize(32767);
     state.graphCount = 32767;
     state.listVariable = QStringLiteral("x");
     state.pendingDerivativeOf = 3;
-    QCOMPARE(addFunction(state, prompter, QStringLiteral("x"), QStringLiteral("f(x)")),
+    QCOMPARE(addFunction(state, prompter, links, QStringLiteral("x"), QStringLiteral("f(x)")),
              AddResult::Rejected);
     QCOMPARE(prompter.messages, QStringList{QStringLiteral("Overflow")});
     QCOMPARE(state.graphs.size(), std::size_t(32767));
@@ -199,20 +233,15 @@ void TestModel::linkedEntriesFormATree()
     QFETCH(bool, mirrored);
 
     AppState state;
-    state.derivativeCheck = [](const QString&, const QString&) { return true; };
-    state.primitiveCheck = [](const QString&, const QString&) { return true; };
     ScriptedPrompter prompter;
     for (const QString& step : steps) {
         const QStringList parts = step.split(QLatin1Char(':'));
-        if (parts.size() == 3) {
+        if (parts.size() == 3)
             (parts[0] == QLatin1String("d") ? state.pendingDerivativeOf
                                             : state.pendingPrimitiveOf) = parts[1].toInt();
-            QCOMPARE(addFunction(state, prompter, parts[2], QStringLiteral("f(x)")),
-                     AddResult::Added);
-        } else {
-            QCOMPARE(addFunction(state, prompter, step, QStringLiteral("f(x)")),
-                     AddResult::Added);
-        }
+        const QString text = parts.last();
+        FakeLinks links;
+        QCOMPARE(addFunction(state, prompter, links, text, QStringLiteral("f(x)")), AddResult::Added);
     }
     QCOMPARE(itemTree(state), expectedTree);
     QVERIFY(prompter.messages.isEmpty());
@@ -275,26 +304,27 @@ void TestModel::lookups()
         // Deleting the last item frees the variable; New empties everything.
         AppState state;
         ScriptedPrompter prompter;
-        addFunction(state, prompter, QStringLiteral("t"), QStringLiteral("f(t)"));
+        FakeLinks links;
+        addFunction(state, prompter, links, QStringLiteral("t"), QStringLiteral("f(t)"));
         QVERIFY(deleteFunctionItem(state, 1));
         QVERIFY(state.listVariable.isEmpty());
-        addFunction(state, prompter, QStringLiteral("x"), QStringLiteral("f(x)"));
+        addFunction(state, prompter, links, QStringLiteral("x"), QStringLiteral("f(x)"));
         state.fills.push_back({});
         state.verticalLines.push_back(1);
         clearDrawing(state);
         QVERIFY(state.graphs.empty() && state.functionItems.empty() && state.fills.empty() &&
                 state.verticalLines.empty() && state.listVariable.isEmpty());
         QCOMPARE(int(state.graphCount), 0);
-        QVERIFY(state.settingUp);
         QVERIFY(!state.documentChanged);
     }
 
     AppState state;
     ScriptedPrompter prompter;
+    FakeLinks links;
     QCOMPARE(findGraphByText(state, QStringLiteral("x")), -1);
     QVERIFY(!graphExists(state, QStringLiteral("x")));
     for (const char* text : {"x", "X", "x^2"})
-        addFunction(state, prompter, QString::fromLatin1(text), QStringLiteral("f(x)"));
+        addFunction(state, prompter, links, QString::fromLatin1(text), QStringLiteral("f(x)"));
     QCOMPARE(findGraphByText(state, QStringLiteral("x^2")), 1);
     QCOMPARE(findItemByText(state, QStringLiteral("x^2")), 2);
     QCOMPARE(findItemByText(state, QStringLiteral("X")), -1);
@@ -322,14 +352,14 @@ void TestModel::deletingAnItemLiftsItsChildren()
     QFETCH(QString, expectedTree);
     QFETCH(QStringList, expectedEntries);
     AppState state;
-    state.derivativeCheck = [](const QString&, const QString&) { return true; };
     ScriptedPrompter prompter;
-    addFunction(state, prompter, QStringLiteral("x^3"), QStringLiteral("f(x)"));
+    FakeLinks links;
+    addFunction(state, prompter, links, QStringLiteral("x^3"), QStringLiteral("f(x)"));
     state.pendingDerivativeOf = 0;
-    addFunction(state, prompter, QStringLiteral("3x^2"), QStringLiteral("f(x)"));
+    addFunction(state, prompter, links, QStringLiteral("3x^2"), QStringLiteral("f(x)"));
     state.pendingDerivativeOf = 1;
-    addFunction(state, prompter, QStringLiteral("6x"), QStringLiteral("f(x)"));
-    addFunction(state, prompter, QStringLiteral("x"), QStringLiteral("f(x)"));
+    addFunction(state, prompter, links, QStringLiteral("6x"), QStringLiteral("f(x)"));
+    addFunction(state, prompter, links, QStringLiteral("x"), QStringLiteral("f(x)"));
 
     QCOMPARE(deleteFunctionItem(state, position), position >= 1 && position <= 4);
     QCOMPARE(itemTree(state), expectedTree);

@@ -176,7 +176,6 @@ void TestOutput::aSaveThatDoesNotHappenKeepsTheChanges()
     QCOMPARE(w.grip(), QColor(Qt::black));
     if (name.isEmpty()) {
         QCOMPARE(w.window.redrawCount(), redraws + 1);
-        QVERIFY(w.window.state().saveCancelled);
     } else {
         QCOMPARE(w.prompter.messages.size(), 1);
         QVERIFY(!w.prompter.messages[0].isEmpty());

@@ -2,7 +2,9 @@
 #include "plot/angles.h"
 #include "plot/colors.h"
 #include "plot/coordinates.h"
+#include "model/strings.h"
 #include "plot/range_rows.h"
+#include "plot/trace.h"
 #include "plot/zoom.h"
 
 #include <QTest>
@@ -37,6 +39,14 @@ private slots:
     void zoomingOutWalksTheHistory_data();
     void zoomingOutWalksTheHistory();
     void wheelZoomKeepsThePointInPlace();
+    void wheelTurnsAreHistorySteps_data();
+    void wheelTurnsAreHistorySteps();
+    void traceStartsOnTheBoxFunction_data();
+    void traceStartsOnTheBoxFunction();
+    void traceStepsStopAtTheViewEnds_data();
+    void traceStepsStopAtTheViewEnds();
+    void fontSizes_data();
+    void fontSizes();
 };
 
 void TestPlot::defaultsComeFromTheStringTable()
@@ -56,7 +66,6 @@ void TestPlot::defaultsComeFromTheStringTable()
     QCOMPARE(state.startView, state.view);
     // The first sample step is the single-precision 0.001, widened.
     QCOMPARE(state.sampleStep, 0.0010000000474974513);
-    QVERIFY(state.settingUp);
 }
 
 void TestPlot::safeDivide_data()
@@ -381,6 +390,148 @@ void TestPlot::wheelZoomKeepsThePointInPlace()
     QCOMPARE(plot::niceStep(1e-6), 1e-7);
     QCOMPARE(plot::niceStep(300), 20.0);
     QCOMPARE(plot::niceStep(70), 5.0);
+}
+
+void TestPlot::wheelTurnsAreHistorySteps_data()
+{
+    QTest::addColumn<QList<double>>("turns"); // notches of each turn, positive zooms in
+    QTest::addColumn<QPointF>("at");          // the world point under the pointer
+
+    QTest::newRow("one notch in") << QList<double>{1} << QPointF(1, 2);
+    QTest::newRow("in, in, out") << QList<double>{1, 1, -2} << QPointF(-3.3, 0.7);
+    QTest::newRow("a fast turn out") << QList<double>{-3} << QPointF(0, 0);
+}
+
+void TestPlot::wheelTurnsAreHistorySteps()
+{
+    QFETCH(QList<double>, turns);
+    QFETCH(QPointF, at);
+    model::AppState state;
+    const model::ViewWindow start = state.view;
+    plot::RangeRow x{"-5", "5", "1", "2"}, y{"-5", "5", "1", "0"};
+    std::vector<model::ViewWindow> views{start};
+    for (double steps : turns) {
+        const model::ViewWindow before = state.view;
+        const model::ViewWindow next = plot::wheelZoom(state, steps, at.x(), at.y());
+        // The point keeps its place and the width shrinks by 0.8 a notch.
+        const double share = (at.x() - before.XMin) / (before.XMax - before.XMin);
+        QCOMPARE((at.x() - next.XMin) / (next.XMax - next.XMin), share);
+        QCOMPARE((next.YMax - next.YMin) / (before.YMax - before.YMin), std::pow(0.8, steps));
+        QCOMPARE(state.view, before); // the window reads the new view back from its rows
+        plot::writeViewRows(next, x, y);
+        state.view = *plot::readViewWindow(x, y).view;
+        views.push_back(state.view);
+    }
+    QCOMPARE(int(state.zoomCount), int(turns.size()));
+    QCOMPARE(x[3], QStringLiteral("2"));
+    QCOMPARE(y[3], QStringLiteral("0"));
+    // Stepwise zoom-out walks back through every turn to the start.
+    for (std::size_t back = views.size() - 1; back-- > 0;) {
+        QVERIFY(plot::zoomOut(state, false, x, y));
+        QCOMPARE(state.view, views[back]);
+    }
+    QCOMPARE(state.view, start);
+    QVERIFY(!plot::zoomOut(state, false, x, y));
+}
+
+void TestPlot::traceStartsOnTheBoxFunction_data()
+{
+    QTest::addColumn<QStringList>("entries");
+    QTest::addColumn<QString>("boxText");
+    QTest::addColumn<int>("entry");
+
+    QTest::newRow("the function in the box") << QStringList{"x", "x^2"} << "x^2" << 1;
+    QTest::newRow("text not drawn: the first") << QStringList{"x", "x^2"} << "x^3" << 0;
+    QTest::newRow("empty list: none") << QStringList{} << "x" << -1;
+}
+
+void TestPlot::traceStartsOnTheBoxFunction()
+{
+    QFETCH(QStringList, entries);
+    QFETCH(QString, boxText);
+    QFETCH(int, entry);
+    model::AppState state;
+    state.view.XMin = -7;
+    for (const QString& text : entries) {
+        state.graphs.push_back({});
+        state.graphs.back().text = text;
+    }
+    state.trace = {false, 5, 3, 4, true};
+    const int k = plot::traceEntryFor(state, boxText);
+    QCOMPARE(k, entry);
+    QCOMPARE(plot::startTrace(state, k), entry >= 0);
+    QCOMPARE(state.trace.on, entry >= 0);
+    if (entry >= 0) {
+        QCOMPARE(state.trace.entry, entry);
+        QCOMPARE(state.trace.x, -7.0);
+        QVERIFY(!state.trace.found);
+        plot::stopTrace(state);
+        QVERIFY(!state.trace.on);
+        QVERIFY(!plot::traceStep(state, 1));
+    }
+}
+
+void TestPlot::traceStepsStopAtTheViewEnds_data()
+{
+    QTest::addColumn<double>("from"); // in a view from 0 to 200, a step of 1
+    QTest::addColumn<int>("direction");
+    QTest::addColumn<int>("moves");   // steps taken out of five before one is refused
+    QTest::addColumn<double>("to");
+
+    QTest::newRow("rightwards from the left end") << 0.0 << 1 << 5 << 5.0;
+    QTest::newRow("leftwards from the left end") << 0.0 << -1 << 0 << 0.0;
+    QTest::newRow("onto the right end, then stop") << 198.0 << 1 << 2 << 200.0;
+    QTest::newRow("onto the left end, then stop") << 2.0 << -1 << 2 << 0.0;
+}
+
+void TestPlot::traceStepsStopAtTheViewEnds()
+{
+    QFETCH(double, from);
+    QFETCH(int, direction);
+    QFETCH(int, moves);
+    QFETCH(double, to);
+    model::AppState state;
+    state.view.XMin = 0;
+    state.view.XMax = 200;
+    state.graphs.resize(1);
+    QVERIFY(plot::startTrace(state, 0));
+    plot::traceTo(state, from);
+    int taken = 0;
+    while (taken < 5 && plot::traceStep(state, direction))
+        ++taken;
+    QCOMPARE(taken, moves);
+    QCOMPARE(state.trace.x, to);
+}
+
+void TestPlot::fontSizes_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<int>("size");     // -1: no new size
+    QTest::addColumn<QString>("problem");
+
+    const QString prompt = model::LoadResString(468) + model::LoadResString(2045);
+    const QString range = QStringLiteral("only digits, - and max5min10");
+    QTest::newRow("whole") << "7" << 7 << "";
+    QTest::newRow("lowest") << "5" << 5 << "";
+    QTest::newRow("highest, blanks around") << " 10 " << 10 << "";
+    QTest::newRow("half rounds to even, up") << "7.5" << 8 << "";
+    QTest::newRow("half rounds to even, down") << "6,5" << 6 << "";
+    QTest::newRow("below") << "4.9" << -1 << range;
+    QTest::newRow("above") << "10.5" << -1 << range;
+    QTest::newRow("pi is no size") << "2p" << -1 << prompt;
+    QTest::newRow("letters") << "abc" << -1 << prompt;
+    QTest::newRow("empty: no change") << "" << -1 << "";
+    QTest::newRow("blank: no change") << "  " << -1 << "";
+}
+
+void TestPlot::fontSizes()
+{
+    QFETCH(QString, text);
+    QFETCH(int, size);
+    QFETCH(QString, problem);
+    const plot::FontSizeAnswer answer = plot::readFontSize(text);
+    QCOMPARE(answer.size.value_or(-1), size);
+    QCOMPARE(answer.problem, problem);
 }
 
 QTEST_GUILESS_MAIN(TestPlot)

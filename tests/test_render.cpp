@@ -42,7 +42,8 @@ struct Scene {
     }
     void add(const QString& formula)
     {
-        QCOMPARE(model::addFunction(state, prompter, formula, QStringLiteral("f(x)")),
+        model::SymbolicLinkCheck links({});
+        QCOMPARE(model::addFunction(state, prompter, links, formula, QStringLiteral("f(x)")),
                  model::AddResult::Added);
     }
     void draw()

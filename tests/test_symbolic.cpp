@@ -10,7 +10,9 @@
 
 #include <cstdio>
 #include <cstring>
+#include <future>
 #include <iostream>
+#include <thread>
 
 using namespace curvix::eval;
 namespace problems = curvix::symbolic_problems;
@@ -32,8 +34,8 @@ private slots:
     void libraryRequests();
     void linking_data();
     void linking();
-    void timeoutStopsTheComputation_data();
-    void timeoutStopsTheComputation();
+    void timeOrCancelStopsTheComputation_data();
+    void timeOrCancelStopsTheComputation();
     void casPrintsNothing();
 };
 
@@ -336,38 +338,52 @@ void TestSymbolic::linking()
     QCOMPARE(messages.list, QStringList());
 }
 
-void TestSymbolic::timeoutStopsTheComputation_data()
+void TestSymbolic::timeOrCancelStopsTheComputation_data()
 {
     QTest::addColumn<bool>("derivative");
     QTest::addColumn<QString>("formula");
     QTest::addColumn<int>("order");
+    QTest::addColumn<int>("timeLimit");
+    QTest::addColumn<int>("cancelAfter"); // ms after the start; -1: never, 0: before it
 
     // Thousands of ever longer derivatives: stopped between two of them.
-    QTest::newRow("derivative of a huge order") << true << "exp(x^2)" << 30000;
+    QTest::newRow("time limit, huge order") << true << "exp(x^2)" << 30000 << 300 << -1;
     // A long search inside the CAS's integrator: stopped by its interrupt flag.
-    QTest::newRow("primitive that takes long") << false << "ln(x)^12x^9exp(x)" << 1;
+    QTest::newRow("time limit, long primitive") << false << "ln(x)^12x^9exp(x)" << 1 << 300 << -1;
+    QTest::newRow("cancelled at once") << true << "exp(x^2)" << 30000 << 20000 << 0;
+    QTest::newRow("cancelled while running") << false << "ln(x)^12x^9exp(x)" << 1 << 20000 << 100;
 }
 
-void TestSymbolic::timeoutStopsTheComputation()
+void TestSymbolic::timeOrCancelStopsTheComputation()
 {
     QFETCH(bool, derivative);
     QFETCH(QString, formula);
     QFETCH(int, order);
+    QFETCH(int, timeLimit);
+    QFETCH(int, cancelAfter);
     SymbolicOptions options;
-    options.timeout = std::chrono::milliseconds(300);
-    int waits = 0;
-    options.whileWaiting = [&] { ++waits; };
+    options.timeout = std::chrono::milliseconds(timeLimit);
+    const auto cancel = std::make_shared<std::atomic_bool>(cancelAfter == 0);
+    options.cancel = cancel;
     Messages messages;
     QElapsedTimer timer;
     timer.start();
-    const QString answer =
-        derivative ? SymbolicDerivative(formula, "x", qint16(order), messages.report(), options)
-                   : SymbolicPrimitive(formula, "x", messages.report(), options);
+    // Off the main thread, as the window runs it.
+    auto answer = std::async(std::launch::async, [&] {
+        return derivative ? SymbolicDerivative(formula, "x", qint16(order), messages.report(), options)
+                          : SymbolicPrimitive(formula, "x", messages.report(), options);
+    });
+    if (cancelAfter > 0) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(cancelAfter));
+        cancel->store(true);
+    }
+    QCOMPARE(answer.get(), QString());
     const qint64 elapsed = timer.elapsed();
-    QCOMPARE(answer, QString());
-    QCOMPARE(messages.list, derivative ? kDerivativeFailure : kPrimitiveFailure);
-    QVERIFY2(elapsed < 1500, qPrintable(QString::number(elapsed)));
-    QVERIFY2(waits >= 10, qPrintable(QString::number(waits)));
+    const QStringList failure = derivative ? kDerivativeFailure : kPrimitiveFailure;
+    QCOMPARE(messages.list, cancelAfter >= 0 ? QStringList() : failure);
+    QCOMPARE(wasCancelled(options), cancelAfter >= 0);
+    const int limit = cancelAfter >= 0 ? cancelAfter : timeLimit;
+    QVERIFY2(elapsed < limit + 1200, qPrintable(QString::number(elapsed)));
 
     // The next request waits for the stopped one to end, then runs normally and promptly.
     timer.restart();

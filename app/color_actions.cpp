@@ -1,0 +1,109 @@
+#include "app/color_actions.h"
+
+#include "app/plot_view.h"
+#include "app/plot_widget.h"
+#include "model/strings.h"
+#include "plot/colors.h"
+#include "plot/range_rows.h"
+
+#include <QWidget>
+
+#include <limits>
+
+namespace curvix::app {
+
+using model::LoadResString;
+
+ColorActions::ColorActions(model::AppState& state, model::Prompter& prompter, PlotView& view,
+                           QWidget* window)
+    : QObject(window), m_state(state), m_prompter(prompter), m_view(view), m_window(window)
+{
+}
+
+quint32 ColorActions::askColor(bool axisTitle)
+{
+    if (axisTitle)
+        m_colorTitle = LoadResString(461);
+    if (const std::optional<quint32> chosen = m_prompter.chooseColor(m_colorTitle, m_dialogColor))
+        m_dialogColor = *chosen;
+    return m_dialogColor;
+}
+
+void ColorActions::recolorCurves()
+{
+    for (model::GraphEntry& entry : m_state.graphs)
+        entry.color = m_state.functionColor;
+    emit curveColorsChanged();
+}
+
+void ColorActions::chooseGridColor()
+{
+    m_state.gridColor = askColor(false);
+    emit redrawNeeded();
+}
+
+void ColorActions::chooseAxisColor()
+{
+    m_state.axisColor = askColor(true);
+    emit redrawNeeded();
+}
+
+void ColorActions::chooseFunctionColor()
+{
+    m_state.functionColor = askColor(true);
+    m_state.axisColor = m_state.functionColor;
+    recolorCurves();
+    emit redrawNeeded();
+}
+
+void ColorActions::chooseWindowColor()
+{
+    QPalette background = m_window->palette();
+    background.setColor(QPalette::Window, plot::colorFromValue(askColor(true)));
+    m_window->setPalette(background);
+}
+
+void ColorActions::chooseFillColor()
+{
+    m_state.fillColor = askColor(true);
+    emit redrawNeeded();
+}
+
+void ColorActions::fill()
+{
+    if (m_state.fills.size() >= std::size_t(std::numeric_limits<qint16>::max())) {
+        m_prompter.message(LoadResString(2016));
+        return;
+    }
+    m_state.fills.push_back({m_fillAnchor.x(), m_fillAnchor.y(), m_state.fillColor});
+    recolorCurves();
+    m_state.documentChanged = true;
+    emit redrawNeeded();
+}
+
+void ColorActions::chooseFontSize()
+{
+    PlotWidget* plot = m_view.plot();
+    for (;;) {
+        const std::optional<QString> answer =
+            m_prompter.inputText(plot::fontSizePrompt(), QString::number(plot->font().pointSize()));
+        if (!answer)
+            return;
+        const plot::FontSizeAnswer size = plot::readFontSize(*answer);
+        if (!size.problem.isEmpty()) {
+            if (m_prompter.ask(size.problem, model::Prompter::Buttons::RetryCancel) ==
+                model::Prompter::Button::Retry)
+                continue;
+            return;
+        }
+        if (!size.size)
+            return;
+        QFont font = plot->font();
+        font.setPointSize(*size.size);
+        plot->setFont(font);
+        emit redrawNeeded();
+        return;
+    }
+}
+
+} // namespace curvix::app

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "model/app_state.h"
+#include "model/prompter.h"
+#include "plot/render.h"
+
+#include <QObject>
+
+#include <functional>
+
+class QMimeData;
+class QWidget;
+
+namespace curvix::app {
+
+class PlotView;
+
+// The ways the picture leaves the program: the clipboard, the printer, a file and a drag.
+// Each takes the plot as the last redraw left it with the labels burnt in; the plot is
+// drawn again afterwards.
+class ExportActions : public QObject {
+    Q_OBJECT
+public:
+    using OptionsSource = std::function<plot::RedrawOptions()>;
+    ExportActions(const model::AppState& state, model::Prompter& prompter, PlotView& view,
+                  OptionsSource options, QWidget* window);
+
+    void copy();
+    void print();
+    // Save As; false when the user cancelled or the file could not be written.
+    bool saveAs();
+    // The picture as drag data.
+    QMimeData* dragData();
+    // A left-button press on the plot that no tool claims: only a copy leaves the program.
+    void startDrag();
+
+private:
+    // Shows a failed export's reason and tells whether it failed.
+    bool failed(bool ok, const QString& reason);
+
+    const model::AppState& m_state;
+    model::Prompter& m_prompter;
+    PlotView& m_view;
+    OptionsSource m_options;
+    QWidget* m_window;
+};
+
+} // namespace curvix::app

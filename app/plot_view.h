@@ -1,0 +1,77 @@
+#pragma once
+
+#include "model/app_state.h"
+#include "model/prompter.h"
+#include "plot/coordinates.h"
+#include "plot/render.h"
+#include "plot/zoom.h"
+
+#include <QObject>
+#include <QPointF>
+
+class QLabel;
+
+namespace curvix::app {
+
+class PlotFrame;
+class PlotLabels;
+class PlotWidget;
+class ZoomBoxWidget;
+
+// The plot area with what lies on it: the persistent picture, the frame that sizes it, the
+// zoom box, the grip in its lower right corner and the labels. It draws the state's plot
+// and turns the mouse into world positions; what a click means is decided by its owner.
+class PlotView : public QObject {
+    Q_OBJECT
+public:
+    PlotView(model::AppState& state, model::Prompter& prompter, QWidget* window);
+
+    // The frame to lay out, holding the plot area.
+    QWidget* frame() const;
+    PlotWidget* plot() const { return m_plot; }
+    PlotLabels& labels() const { return *m_labels; }
+
+    // The full redraw of the picture, then the grip and the labels to their places.
+    void redraw(const plot::RedrawOptions& options);
+    plot::PlotScale scale() const;
+    QPointF toWorld(QPointF at) const;
+
+    void showZoomBox();
+    void hideZoomBox();
+    bool zoomBoxVisible() const;
+    // Grows or shrinks the plot by the given pixels from its lower right corner.
+    void resizePlotBy(int dx, int dy);
+    // Back to filling the frame (New).
+    void fillFrame();
+
+    // The picture with the labels burnt in, for copying, printing, saving and dragging; the
+    // grip takes the background colour meanwhile. endCapture() draws the plot again.
+    QImage capturePicture(const plot::RedrawOptions& options);
+    void endCapture();
+
+signals:
+    void redrawNeeded();
+    // The zoom box was confirmed: its rectangle in world units.
+    void zoomBoxConfirmed(const plot::ZoomBox& box);
+    void wheelTurned(double steps, QPointF world);
+    void leftPressed(QPointF at);
+    void rightReleased(QPointF at);
+    void doubleClicked(QPointF at);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void confirmZoomBox();
+
+    model::AppState& m_state;
+    model::Prompter& m_prompter;
+    PlotWidget* m_plot = nullptr;
+    PlotFrame* m_frame = nullptr;
+    ZoomBoxWidget* m_zoomBox = nullptr;
+    QLabel* m_grip = nullptr;
+    QPoint m_gripFrom;
+    PlotLabels* m_labels = nullptr;
+};
+
+} // namespace curvix::app

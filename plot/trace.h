@@ -1,0 +1,24 @@
+#pragma once
+
+#include "model/app_state.h"
+
+#include <QString>
+
+namespace curvix::plot {
+
+// The entry the trace follows: the one whose text is in the function box, else the first;
+// -1 when the list is empty.
+int traceEntryFor(const model::AppState& state, const QString& boxText);
+
+// Starts the trace on an entry at the left end of the view, its point not yet found.
+// False, and nothing changes, when there is no such entry.
+bool startTrace(model::AppState& state, int entry);
+void stopTrace(model::AppState& state);
+
+// Moves the trace a 200th of the view's width left (-1) or right (+1). False, without
+// moving, when the step would leave the view or the trace is off: playing stops there.
+bool traceStep(model::AppState& state, int direction);
+// Puts the trace at x; the next redraw finds the curve's point there.
+void traceTo(model::AppState& state, double x);
+
+} // namespace curvix::plot
