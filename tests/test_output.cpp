@@ -1,7 +1,11 @@
+#include "app/export_actions.h"
 #include "app/frmgraph.h"
+#include "app/plot_labels.h"
+#include "app/plot_view.h"
 #include "app/plot_widget.h"
 #include "output/picture_file.h"
 #include "scripted_prompter.h"
+#include "widget_lookup.h"
 
 #include <QAction>
 #include <QClipboard>
@@ -12,6 +16,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QPushButton>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -31,7 +36,7 @@ struct Window {
             qWarning("window not shown");
         auto* box = window.findChild<QComboBox*>(QStringLiteral("imgcombfunc"));
         box->setEditText(QStringLiteral("x^2-2"));
-        window.imgcombfunc_KeyPress(13);
+        emit child<QPushButton>(&window, QStringLiteral("Command1_0"))->clicked();
     }
     QImage picture() const { return window.plotArea()->image(); }
     QColor grip() const
@@ -40,6 +45,11 @@ struct Window {
         return grip->palette().color(QPalette::Window);
     }
 };
+
+void saveAs(Window& w)
+{
+    child<QAction>(&w.window, QStringLiteral("mnusaveas"))->trigger();
+}
 
 // Whether any pixel inside the rectangle (logical pixels) differs between two pictures.
 bool differsWithin(const QImage& a, const QImage& b, QRect logical)
@@ -86,19 +96,19 @@ void TestOutput::captureBurnsTheLabelsIn()
     Window w;
     const QImage plain = w.picture();
     // With no labels, the exported picture is the plot as drawn.
-    std::unique_ptr<QMimeData> data(w.window.dragData());
+    std::unique_ptr<QMimeData> data(w.window.exportActions().dragData());
     QCOMPARE(qvariant_cast<QImage>(data->imageData()), plain);
     QCOMPARE(w.grip(), QColor(Qt::black));
 
-    QLabel* first = w.window.addPlotLabel(1, QStringLiteral("Vertex"), QPoint(20, 20));
-    QLabel* removed = w.window.addPlotLabel(1, QStringLiteral("Gone"), QPoint(20, 80));
-    QLabel* third = w.window.addPlotLabel(1, QStringLiteral("Root"), QPoint(20, 140));
-    QLabel* formula = w.window.addPlotPicture(QStringLiteral("x^2/2"), QPoint(200, 20));
+    QLabel* first = w.window.plotView().labels().addText(QStringLiteral("Vertex"), QPoint(20, 20));
+    QLabel* removed = w.window.plotView().labels().addText(QStringLiteral("Gone"), QPoint(20, 80));
+    QLabel* third = w.window.plotView().labels().addText(QStringLiteral("Root"), QPoint(20, 140));
+    QLabel* formula = w.window.plotView().labels().addFormula(QStringLiteral("x^2/2"), QStringLiteral("f(x)"), QPoint(200, 20));
     QVERIFY(formula);
     const QRect removedRect = removed->geometry();
     delete removed;
 
-    data.reset(w.window.dragData());
+    data.reset(w.window.exportActions().dragData());
     const QImage exported = qvariant_cast<QImage>(data->imageData());
     QVERIFY(differsWithin(exported, plain, first->geometry()));
     QVERIFY(differsWithin(exported, plain, third->geometry()));
@@ -129,7 +139,7 @@ void TestOutput::savingWritesTheFile()
     QFETCH(QByteArray, starts);
     Window w;
     w.window.state().fills.push_back({0, -1, 0x00FF00}); // inside the parabola
-    w.window.frmPicture1_Resize();
+    w.window.redraw();
     const QImage plot = w.picture();
     const QString folder = QDir(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
                                .filePath(QStringLiteral("My Graphs"));
@@ -137,7 +147,7 @@ void TestOutput::savingWritesTheFile()
     w.prompter.fileNames.push_back(QDir(folder).filePath(name));
     QVERIFY(w.window.state().documentChanged);
 
-    QVERIFY(w.window.mnusaveas_Click());
+    saveAs(w);
     QVERIFY(QDir(folder).exists()); // created before the dialog opened
     QVERIFY(w.prompter.saveDialogs.value(0).startsWith(QStringLiteral("Save As|") + folder + QLatin1Char('|')));
     QVERIFY(w.prompter.saveDialogs.value(0).contains(QStringLiteral("(*.bmp)")));
@@ -171,12 +181,12 @@ void TestOutput::aSaveThatDoesNotHappenKeepsTheChanges()
     const QString path = name.isEmpty() ? name : m_home.filePath(name);
     w.prompter.fileNames.push_back(path);
     const int redraws = w.window.redrawCount();
-    QVERIFY(!w.window.mnusaveas_Click());
+    saveAs(w);
     QVERIFY(w.window.state().documentChanged);
-    QCOMPARE(w.grip(), QColor(Qt::black));
     if (name.isEmpty()) {
-        QCOMPARE(w.window.redrawCount(), redraws + 1);
+        QCOMPARE(w.window.redrawCount(), redraws); // nothing was captured
     } else {
+        QCOMPARE(w.grip(), QColor(Qt::black));
         QCOMPARE(w.prompter.messages.size(), 1);
         QVERIFY(!w.prompter.messages[0].isEmpty());
         QVERIFY(!QFile::exists(path));
