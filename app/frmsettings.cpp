@@ -24,14 +24,14 @@ frmsettings::frmsettings(model::AppState& state, QWidget* owner)
     setWindowTitle(LoadResString(1005));
 
     auto* layout = new QVBoxLayout(this);
-    Combo1 = new QComboBox;
-    Combo1->setObjectName(QStringLiteral("Combo1"));
+    m_separatorBox = new QComboBox;
+    m_separatorBox->setObjectName(QStringLiteral("Combo1"));
     for (int number = 1001; number <= 1004; ++number)
-        Combo1->addItem(LoadResString(number));
-    Combo1->setPlaceholderText(LoadResString(1006));
-    Combo1->setCurrentIndex(-1);
+        m_separatorBox->addItem(LoadResString(number));
+    m_separatorBox->setPlaceholderText(LoadResString(1006));
+    m_separatorBox->setCurrentIndex(-1);
     layout->addWidget(new QLabel(LoadResString(1006)));
-    layout->addWidget(Combo1);
+    layout->addWidget(m_separatorBox);
 
     auto* arrows = new QGroupBox(LoadResString(1007));
     auto* arrowLayout = new QHBoxLayout(arrows);
@@ -39,45 +39,45 @@ frmsettings::frmsettings(model::AppState& state, QWidget* owner)
     const bool states[4] = {state.arrows.yNeg, state.arrows.yPos, state.arrows.xNeg,
                             state.arrows.xPos};
     for (int i = 0; i < 4; ++i) {
-        Check1[i] = new QCheckBox(QLatin1String(captions[i]));
-        Check1[i]->setObjectName(QStringLiteral("Check1_%1").arg(i));
-        Check1[i]->setChecked(states[i]);
-        arrowLayout->addWidget(Check1[i]);
+        m_arrowBoxes[i] = new QCheckBox(QLatin1String(captions[i]));
+        m_arrowBoxes[i]->setObjectName(QStringLiteral("Check1_%1").arg(i));
+        m_arrowBoxes[i]->setChecked(states[i]);
+        arrowLayout->addWidget(m_arrowBoxes[i]);
     }
     layout->addWidget(arrows);
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
-    Command1[0] = new QPushButton(LoadResString(2011));
-    Command1[1] = new QPushButton(LoadResString(705));
+    m_buttons[0] = new QPushButton(LoadResString(2011));
+    m_buttons[1] = new QPushButton(LoadResString(705));
     for (int i = 0; i < 2; ++i) {
-        Command1[i]->setObjectName(QStringLiteral("Command1_%1").arg(i));
-        buttons->addWidget(Command1[i]);
-        connect(Command1[i], &QPushButton::clicked, this, [this, i] { Command1_Click(i); });
+        m_buttons[i]->setObjectName(QStringLiteral("Command1_%1").arg(i));
+        buttons->addWidget(m_buttons[i]);
+        connect(m_buttons[i], &QPushButton::clicked, this, [this, i] { finish(i == 0); });
     }
-    Command1[0]->setDefault(true);
+    m_buttons[0]->setDefault(true);
     layout->addLayout(buttons);
 
-    connect(Combo1, &QComboBox::activated, this, &frmsettings::Combo1_Click);
+    connect(m_separatorBox, &QComboBox::activated, this, &frmsettings::onSeparatorChosen);
 }
 
-void frmsettings::Combo1_Click(int index)
+void frmsettings::onSeparatorChosen(int index)
 {
     // The character just before the closing parenthesis is the separator itself, so a
     // translated table still yields the right one.
-    const QString item = Combo1->itemText(index);
+    const QString item = m_separatorBox->itemText(index);
     m_chosen = item.size() >= 2 ? item.mid(item.size() - 2, 1) : QString();
 }
 
-void frmsettings::Command1_Click(int index)
+void frmsettings::finish(bool accepted)
 {
-    if (index == 0) {
+    if (accepted) {
         if (!m_chosen.isEmpty())
             m_state.coordinateSeparator = m_chosen;
-        m_state.arrows.yNeg = Check1[0]->isChecked();
-        m_state.arrows.yPos = Check1[1]->isChecked();
-        m_state.arrows.xNeg = Check1[2]->isChecked();
-        m_state.arrows.xPos = Check1[3]->isChecked();
+        m_state.arrows.yNeg = m_arrowBoxes[0]->isChecked();
+        m_state.arrows.yPos = m_arrowBoxes[1]->isChecked();
+        m_state.arrows.xNeg = m_arrowBoxes[2]->isChecked();
+        m_state.arrows.xPos = m_arrowBoxes[3]->isChecked();
     }
     close();
 }

@@ -27,15 +27,16 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    void Combo1_Click(int index);
-    void Command1_Click(int index);
+    void onSeparatorChosen(int index);
+    // OK keeps the choices, Cancel drops them; either closes the window.
+    void finish(bool accepted);
 
     model::AppState& m_state;
     QString m_chosen;
     bool m_finished = false;
-    QComboBox* Combo1 = nullptr;
-    std::array<QCheckBox*, 4> Check1{};
-    std::array<QPushButton*, 2> Command1{};
+    QComboBox* m_separatorBox = nullptr;
+    std::array<QCheckBox*, 4> m_arrowBoxes{};
+    std::array<QPushButton*, 2> m_buttons{};
 };
 
 } // namespace curvix::app
