@@ -276,7 +276,6 @@ void frmgraph::redraw()
 {
     m_curveTools->pauseForRedraw();
     m_plotView->redraw(redrawOptions());
-    m_settingUp = false;
     m_ranges->setSettingUp(false);
     ++m_redraws;
     m_curveTools->afterRedraw();
@@ -350,7 +349,6 @@ void frmgraph::newDrawing()
     m_symbolic->cancel();
     m_plotView->labels().clear();
     model::clearDrawing(m_state);
-    m_settingUp = true;
     m_ranges->setSettingUp(true);
     showFunctionItems();
     m_entry->setFunctionText(QString());

@@ -91,9 +91,6 @@ private:
 
     model::AppState m_state;
     model::Prompter& m_prompter;
-    // Raised at start and by New, lowered by the next full redraw: meanwhile the option
-    // and check-box handlers change nothing.
-    bool m_settingUp = true;
     int m_redraws = 0;
 
     WindowActions* m_actions = nullptr;

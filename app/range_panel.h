@@ -26,7 +26,8 @@ class RangePanel : public QWidget {
 public:
     explicit RangePanel(model::AppState& state, QWidget* parent = nullptr);
 
-    // While the window sets itself up, the options and check boxes change nothing.
+    // Raised at start and by New, lowered by the next full redraw: while the window sets
+    // itself up, the options and check boxes change nothing.
     void setSettingUp(bool settingUp) { m_settingUp = settingUp; }
 
     plot::RangeRow xTexts() const;
