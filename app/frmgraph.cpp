@@ -200,8 +200,8 @@ void frmgraph::connectCommands()
         connect(primitive, &QAction::triggered, this, [this] { requestSymbolic(false); });
     connect(a.deleteFunction, &QAction::triggered, this, &frmgraph::deleteSelectedFunction);
     connect(a.fill, &QAction::triggered, m_colors, &ColorActions::fill);
-    connect(a.verticalLines, &QAction::triggered, this, [this] { openGuideLines(true); });
-    connect(a.horizontalLines, &QAction::triggered, this, [this] { openGuideLines(false); });
+    connect(a.verticalLines, &QAction::triggered, this, [this] { openGuideLines(frmtangent::Usage::VerticalLines); });
+    connect(a.horizontalLines, &QAction::triggered, this, [this] { openGuideLines(frmtangent::Usage::HorizontalLines); });
     for (QAction* demo : {a.demonstration, a.popupDemonstration})
         connect(demo, &QAction::triggered, this, &frmgraph::openDemonstration);
     connect(a.gridColor, &QAction::triggered, m_colors, &ColorActions::chooseGridColor);
@@ -488,11 +488,12 @@ frmtangent* frmgraph::tangentWindow()
     return m_tangent;
 }
 
-void frmgraph::openGuideLines(bool vertical)
+void frmgraph::openGuideLines(frmtangent::Usage usage)
 {
     frmtangent* window = tangentWindow();
-    window->setUsage(vertical ? frmtangent::Usage::VerticalLines : frmtangent::Usage::HorizontalLines);
-    window->setValues(vertical ? m_state.verticalLines : m_state.horizontalLines);
+    window->setUsage(usage);
+    window->setValues(usage == frmtangent::Usage::VerticalLines ? m_state.verticalLines
+                                                                : m_state.horizontalLines);
     window->show();
     window->raise();
     window->activateWindow();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/frmtangent.h"
 #include "model/app_state.h"
 #include "model/prompter.h"
 #include "plot/render.h"
@@ -25,7 +26,6 @@ class RangePanel;
 class StatusPanels;
 class SymbolicRunner;
 class frmsettings;
-class frmtangent;
 struct WindowActions;
 
 // The main window: wiring over its parts (the entry panel, the range panel, the plot view
@@ -85,7 +85,7 @@ private:
     void onPlotDoubleClicked(QPointF at);
     void editFormulaPicture();
     frmtangent* tangentWindow();
-    void openGuideLines(bool vertical);
+    void openGuideLines(frmtangent::Usage usage);
     void openDemonstration();
     void openSettings();
 
