@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that building, testing, benchmarking and fuzzing (clang and
-# its sanitizer runtimes for libFuzzer) Curvix need.
+# Installs the Debian packages that building, testing, benchmarking, fuzzing (clang and
+# its sanitizer runtimes for libFuzzer) and the lint checks (clang-format, clang-tidy) of
+# Curvix need.
 # Only missing packages are installed, so a second run is quick.
 set -euo pipefail
 
@@ -11,6 +12,7 @@ packages=(
   libgiac-dev libgmp-dev libmpfr-dev libntl-dev
   libmuparser-dev libbenchmark-dev
   clang libclang-rt-14-dev
+  clang-format clang-tidy
   xvfb xauth imagemagick xdotool
   dpkg-dev appstream desktop-file-utils
   fonts-dejavu-core
