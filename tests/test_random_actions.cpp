@@ -385,10 +385,10 @@ private:
         }
         case Kind::Demo: {
             allowed << QStringLiteral("Ingen aktiv funktion");
-            const auto drawn = [&] { return std::make_pair(state.functionItems, graphTexts()); };
-            const auto before = drawn();
+            const auto items = state.functionItems;
+            const QStringList texts = graphTexts();
             demonstrate(act);
-            if (drawn() != before)
+            if (state.functionItems != items || graphTexts() != texts)
                 return QStringLiteral("the demonstration changed the graph list");
             break;
         }
@@ -421,26 +421,24 @@ private:
         return texts;
     }
 
+    // Starts a range walk as the demonstration window plans it (or a list of its own), steps,
+    // stops or plays.
     void demonstrate(const Action& act)
     {
         app::Demonstration& demo = window.demonstration();
-        if (act.a == 0) {
-            // A range walk as the demonstration window plans it, or a list of its own.
-            const double from = act.b % 10 - 5;
-            const plot::DemoPlan plan = plot::planDemonstration(from, from + act.b % 7, 0.25 * (act.b % 5), {});
-            const bool fromList = plan.xs.empty();
-            const std::vector<model::GraphEntry>& graphs = window.state().graphs;
-            const QString text = graphs.empty() || act.b % 4 == 0 ? box->currentText()
-                                                                  : graphs[std::size_t(act.b) % graphs.size()].text;
-            demo.start(text, fromList ? std::vector<double>{2, -1, 0.5} : plan.xs, fromList,
-                       act.b % 3 != 0);
-        } else if (act.a == 1) {
+        const std::vector<model::GraphEntry>& graphs = window.state().graphs;
+        const double from = act.b % 10 - 5;
+        const std::vector<double> xs = plot::planDemonstration(from, from + act.b % 7, 0.25 * (act.b % 5), {}).xs;
+        if (act.a == 0)
+            demo.start(graphs.empty() || act.b % 4 == 0 ? box->currentText()
+                                                        : graphs[std::size_t(act.b) % graphs.size()].text,
+                       xs.empty() ? std::vector<double>{2, -1, 0.5} : xs, xs.empty(), act.b % 3 != 0);
+        else if (act.a == 1)
             demo.step();
-        } else if (act.a == 2) {
+        else if (act.a == 2)
             demo.stop();
-        } else {
+        else
             demo.play(!demo.playing());
-        }
     }
 
     // What Draw may say about this text: the variable rule, or the evaluator's own
@@ -462,27 +460,32 @@ private:
     {
         const model::AppState& s = window.state();
         const int size = int(s.graphs.size());
-        if (s.graphCount != size)
-            return QStringLiteral("graphCount %1, list %2").arg(s.graphCount).arg(size);
-        if (int(s.functionItems.size()) != size)
-            return QStringLiteral("%1 drop-down items for %2 entries").arg(s.functionItems.size()).arg(size);
-        if (box->count() != size)
-            return QStringLiteral("the box shows %1 items for %2 entries").arg(box->count()).arg(size);
-        for (int i = 0; i < size; ++i) {
-            const QString& text = s.functionItems[std::size_t(i)].text;
-            if (box->itemText(i) != text)
-                return QStringLiteral("box item %1 is \"%2\", not \"%3\"").arg(i).arg(box->itemText(i), text);
-            if (model::findGraphByText(s, text) < 0)
-                return QStringLiteral("item \"%1\" has no entry").arg(text);
+        if (s.graphCount != size || int(s.functionItems.size()) != size || box->count() != size)
+            return QStringLiteral("graphCount %1, %2 items, %3 in the box, list %4")
+                .arg(s.graphCount).arg(s.functionItems.size()).arg(box->count()).arg(size);
+        // The box shows the items as a tree in list order, each at most one level below the one
+        // before, and the items are the graph list's texts.
+        QStringList items;
+        for (int i = 0, previous = -1; i < size; ++i) {
+            const model::FunctionItem& item = s.functionItems[std::size_t(i)];
+            if (box->itemText(i) != item.text || box->indentAt(i) != item.indent)
+                return QStringLiteral("box item %1 is \"%2\", not \"%3\"").arg(i).arg(box->itemText(i), item.text);
+            if (item.indent < 0 || item.indent > previous + 1)
+                return QStringLiteral("item %1 is indented %2 after %3").arg(i).arg(item.indent).arg(previous);
+            previous = item.indent;
+            items << item.text;
         }
+        QStringList texts = graphTexts();
+        items.sort();
+        texts.sort();
+        if (items != texts)
+            return QStringLiteral("the items are not the graph list's texts");
         // Links are not renumbered when an entry goes, so a link past the end is explained
         // only by as many removals as it reaches past.
         for (int k = 0; k < size; ++k) {
             for (const qint32 link : {s.graphs[std::size_t(k)].derivativeIndex,
                                       s.graphs[std::size_t(k)].primitiveIndex}) {
-                const bool current = link >= 0 && link < size;
-                const bool stale = link >= size && link < size + m_removed;
-                if (link != -1 && !current && !stale)
+                if (link != -1 && (link < 0 || link >= size + m_removed))
                     return QStringLiteral("entry %1 links to %2 with %3 entries and %4 removed")
                         .arg(k).arg(link).arg(size).arg(m_removed);
             }
@@ -496,27 +499,7 @@ private:
                 .arg(v.XMin).arg(v.XMax).arg(v.XStep).arg(v.YMin).arg(v.YMax).arg(v.YStep);
         if (s.trace.on && (s.trace.entry < 0 || s.trace.entry >= size))
             return QStringLiteral("the trace follows entry %1 of %2").arg(s.trace.entry).arg(size);
-        return treeProblem().isEmpty() ? demonstrationProblem() : treeProblem();
-    }
-
-    // The items form a tree in list order: each one at most one level below the one before.
-    QString treeProblem() const
-    {
-        int previous = -1;
-        for (int i = 0; i < box->count(); ++i) {
-            const int indent = box->indentAt(i);
-            if (indent != window.state().functionItems[std::size_t(i)].indent || indent < 0 ||
-                indent > previous + 1)
-                return QStringLiteral("item %1 is indented %2 after %3").arg(i).arg(indent).arg(previous);
-            previous = indent;
-        }
-        QStringList items;
-        for (const model::FunctionItem& item : window.state().functionItems)
-            items << item.text;
-        items.sort();
-        QStringList texts = graphTexts();
-        texts.sort();
-        return items == texts ? QString() : QStringLiteral("the items are not the graph list's texts");
+        return demonstrationProblem();
     }
 
     QString demonstrationProblem() const
