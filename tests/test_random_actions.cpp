@@ -1,13 +1,17 @@
 // Thousands of random actions on the real window, with the window's invariants checked
 // after each. A failure prints the seed and the shortest action list that still fails.
+#include "app/curve_tools.h"
+#include "app/demonstration.h"
 #include "app/frmgraph.h"
 #include "app/function_box.h"
 #include "app/plot_widget.h"
+#include "app/symbolic_runner.h"
 #include "app/zoom_box.h"
 #include "eval/evaluator.h"
 #include "eval/formula.h"
 #include "model/graph_list.h"
 #include "model/strings.h"
+#include "plot/demonstration.h"
 #include "scripted_prompter.h"
 #include "widget_lookup.h"
 
@@ -20,6 +24,7 @@
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -61,6 +66,7 @@ enum class Kind {
     DoubleClick, // a, b: place on the plot
     Label,       // text: the label box
     Symbolic,    // a: 0 derivative, 1 primitive
+    Demo,        // a: 0 start, 1 step, 2 stop, 3 play; b: picks the function and the walk
 };
 
 struct Action {
@@ -79,7 +85,7 @@ QString describe(const Action& action)
     static const char* names[] = {"Type",  "Token",  "Delete",     "New",     "Angle",
                                   "Check", "NumberForm", "Range",  "ZoomIn",  "ZoomOut",
                                   "Wheel", "RightClick", "GuideLines", "Color", "FontSize",
-                                  "Trace", "Tangent", "DoubleClick", "Label", "Symbolic"};
+                                  "Trace", "Tangent", "DoubleClick", "Label", "Symbolic", "Demo"};
     return QStringLiteral("%1(%2, %3, \"%4\")")
         .arg(QLatin1String(names[int(action.kind)]))
         .arg(action.a)
@@ -148,6 +154,7 @@ public:
         if (r < 890) return {Kind::Trace, pick(3)};
         if (r < 940) return {Kind::Tangent, pick(2), pick(1000)};
         if (r < 960) return {Kind::DoubleClick, pick(1000), pick(1000)};
+        if (r < 975) return {Kind::Demo, pick(4), pick(1000)};
         if (r < 990) {
             const QStringList labels{"f(x)", "f(x)", "f(x)", "g(t)", "t", "F(X)", "f(", "1"};
             return {Kind::Label, 0, 0, labels[pick(int(labels.size()))]};
@@ -348,7 +355,7 @@ private:
             if (act.a == 0)
                 action("mnutrace")->trigger();
             else
-                window.traceStep(act.a == 1 ? 1 : -1);
+                window.curveTools().stepTrace(act.a == 1 ? 1 : -1);
             break;
         case Kind::Tangent:
             if (act.a == 0)
@@ -367,10 +374,24 @@ private:
             child<QLineEdit>(&window, QStringLiteral("Text5"))->setText(act.text);
             box->setFocus();
             break;
-        case Kind::Symbolic:
-            allowed << kSymbolicFailures << expectedOnDraw(box->currentText());
+        case Kind::Symbolic: {
+            allowed << kSymbolicFailures;
+            // The answer comes by a signal; the action ends when the request does.
+            QSignalSpy busy(&window.symbolicRunner(), &app::SymbolicRunner::busyChanged);
             action(act.a == 0 ? "mnuderivative" : "mnuprimitive")->trigger();
+            if (!busy.isEmpty() && !QTest::qWaitFor([&] { return busy.size() >= 2; }, 10000))
+                return QStringLiteral("the symbolic request never ended");
             break;
+        }
+        case Kind::Demo: {
+            allowed << QStringLiteral("Ingen aktiv funktion");
+            const auto items = state.functionItems;
+            const QStringList texts = graphTexts();
+            demonstrate(act);
+            if (state.functionItems != items || graphTexts() != texts)
+                return QStringLiteral("the demonstration changed the graph list");
+            break;
+        }
         }
         closePopups();
         // A dialog the action did not open would have found nothing here; leftovers go.
@@ -392,6 +413,34 @@ private:
         return invariants();
     }
 
+    QStringList graphTexts() const
+    {
+        QStringList texts;
+        for (const model::GraphEntry& entry : window.state().graphs)
+            texts << entry.text;
+        return texts;
+    }
+
+    // Starts a range walk as the demonstration window plans it (or a list of its own), steps,
+    // stops or plays.
+    void demonstrate(const Action& act)
+    {
+        app::Demonstration& demo = window.demonstration();
+        const std::vector<model::GraphEntry>& graphs = window.state().graphs;
+        const double from = act.b % 10 - 5;
+        const std::vector<double> xs = plot::planDemonstration(from, from + act.b % 7, 0.25 * (act.b % 5), {}).xs;
+        if (act.a == 0)
+            demo.start(graphs.empty() || act.b % 4 == 0 ? box->currentText()
+                                                        : graphs[std::size_t(act.b) % graphs.size()].text,
+                       xs.empty() ? std::vector<double>{2, -1, 0.5} : xs, xs.empty(), act.b % 3 != 0);
+        else if (act.a == 1)
+            demo.step();
+        else if (act.a == 2)
+            demo.stop();
+        else
+            demo.play(!demo.playing());
+    }
+
     // What Draw may say about this text: the variable rule, or the evaluator's own
     // complaint, worked out on an evaluator of its own.
     QStringList expectedOnDraw(const QString& text) const
@@ -411,27 +460,32 @@ private:
     {
         const model::AppState& s = window.state();
         const int size = int(s.graphs.size());
-        if (s.graphCount != size)
-            return QStringLiteral("graphCount %1, list %2").arg(s.graphCount).arg(size);
-        if (int(s.functionItems.size()) != size)
-            return QStringLiteral("%1 drop-down items for %2 entries").arg(s.functionItems.size()).arg(size);
-        if (box->count() != size)
-            return QStringLiteral("the box shows %1 items for %2 entries").arg(box->count()).arg(size);
-        for (int i = 0; i < size; ++i) {
-            const QString& text = s.functionItems[std::size_t(i)].text;
-            if (box->itemText(i) != text)
-                return QStringLiteral("box item %1 is \"%2\", not \"%3\"").arg(i).arg(box->itemText(i), text);
-            if (model::findGraphByText(s, text) < 0)
-                return QStringLiteral("item \"%1\" has no entry").arg(text);
+        if (s.graphCount != size || int(s.functionItems.size()) != size || box->count() != size)
+            return QStringLiteral("graphCount %1, %2 items, %3 in the box, list %4")
+                .arg(s.graphCount).arg(s.functionItems.size()).arg(box->count()).arg(size);
+        // The box shows the items as a tree in list order, each at most one level below the one
+        // before, and the items are the graph list's texts.
+        QStringList items;
+        for (int i = 0, previous = -1; i < size; ++i) {
+            const model::FunctionItem& item = s.functionItems[std::size_t(i)];
+            if (box->itemText(i) != item.text || box->indentAt(i) != item.indent)
+                return QStringLiteral("box item %1 is \"%2\", not \"%3\"").arg(i).arg(box->itemText(i), item.text);
+            if (item.indent < 0 || item.indent > previous + 1)
+                return QStringLiteral("item %1 is indented %2 after %3").arg(i).arg(item.indent).arg(previous);
+            previous = item.indent;
+            items << item.text;
         }
+        QStringList texts = graphTexts();
+        items.sort();
+        texts.sort();
+        if (items != texts)
+            return QStringLiteral("the items are not the graph list's texts");
         // Links are not renumbered when an entry goes, so a link past the end is explained
         // only by as many removals as it reaches past.
         for (int k = 0; k < size; ++k) {
             for (const qint32 link : {s.graphs[std::size_t(k)].derivativeIndex,
                                       s.graphs[std::size_t(k)].primitiveIndex}) {
-                const bool current = link >= 0 && link < size;
-                const bool stale = link >= size && link < size + m_removed;
-                if (link != -1 && !current && !stale)
+                if (link != -1 && (link < 0 || link >= size + m_removed))
                     return QStringLiteral("entry %1 links to %2 with %3 entries and %4 removed")
                         .arg(k).arg(link).arg(size).arg(m_removed);
             }
@@ -445,6 +499,24 @@ private:
                 .arg(v.XMin).arg(v.XMax).arg(v.XStep).arg(v.YMin).arg(v.YMax).arg(v.YStep);
         if (s.trace.on && (s.trace.entry < 0 || s.trace.entry >= size))
             return QStringLiteral("the trace follows entry %1 of %2").arg(s.trace.entry).arg(size);
+        return demonstrationProblem();
+    }
+
+    QString demonstrationProblem() const
+    {
+        const model::Demonstration& d = window.state().demonstration;
+        if (d.running != window.demonstration().running() || (d.running && (d.next > d.xs.size() || !d.formula)))
+            return QStringLiteral("the walk is at %1 of %2 steps").arg(d.next).arg(d.xs.size());
+        if (!d.running && (!d.xs.empty() || d.tangent || !d.curve.empty()))
+            return QStringLiteral("a stopped demonstration keeps its walk");
+        if (window.demonstration().playing() && !d.running)
+            return QStringLiteral("a stopped demonstration plays");
+        if (!d.derivative.empty() && !d.withDerivative)
+            return QStringLiteral("a derivative's graph that was not asked for");
+        for (const eval::PointD& p : d.derivative) {
+            if (!std::isfinite(p.x) || !std::isfinite(p.y))
+                return QStringLiteral("the derivative's graph has a point that is not finite");
+        }
         return {};
     }
 
