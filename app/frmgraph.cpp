@@ -102,9 +102,8 @@ void frmgraph::createLayout()
     // The tab order follows the layout: the entry row, the range panel, the label text and
     // the keypad.
     std::vector<QWidget*> chain = m_entry->entryTabOrder();
-    chain.push_back(m_ranges);
-    for (QWidget* w : m_entry->sideTabOrder())
-        chain.push_back(w);
+    for (const std::vector<QWidget*>& part : {m_ranges->tabOrder(), m_entry->sideTabOrder()})
+        chain.insert(chain.end(), part.begin(), part.end());
     for (std::size_t i = 1; i < chain.size(); ++i)
         setTabOrder(chain[i - 1], chain[i]);
 }
@@ -221,7 +220,7 @@ void frmgraph::connectCommands()
 
 void frmgraph::createKeyboardShortcuts()
 {
-    auto shortcut = [this](QKeySequence keys, auto&& action) {
+    auto shortcut = [this](const QKeySequence& keys, auto&& action) {
         auto* s = new QShortcut(keys, this);
         connect(s, &QShortcut::activated, this, action);
         return s;
@@ -235,8 +234,11 @@ void frmgraph::createKeyboardShortcuts()
     // The arrow keys step the trace (text boxes keep them for their caret).
     shortcut(Qt::Key_Left, [this] { m_curveTools->stepTrace(-1); });
     shortcut(Qt::Key_Right, [this] { m_curveTools->stepTrace(1); });
-    // Escape gives up a symbolic calculation that is still running.
-    shortcut(Qt::Key_Escape, [this] { m_symbolic->cancel(); });
+    // Escape gives up a symbolic calculation while one runs; otherwise the key is the
+    // focused widget's (the zoom box puts itself away with it).
+    QShortcut* cancel = shortcut(Qt::Key_Escape, [this] { m_symbolic->cancel(); });
+    cancel->setEnabled(false);
+    connect(m_symbolic, &SymbolicRunner::busyChanged, cancel, &QShortcut::setEnabled);
     // The plot area is resized from its lower right corner.
     const int step = 10;
     shortcut(Qt::SHIFT | Qt::Key_Left, [this] { m_plotView->resizePlotBy(-step, 0); });
@@ -343,9 +345,16 @@ void frmgraph::newDrawing()
 {
     if (!askSaveChanges())
         return;
-    m_actions->trace->setChecked(false);
-    m_actions->tangentMode->setChecked(false);
-    m_demonstration->stop();
+    {
+        // Each of these steps would draw on its own; the one redraw at the end does for all.
+        const QSignalBlocker tools(m_curveTools);
+        const QSignalBlocker view(m_plotView);
+        const QSignalBlocker demonstration(m_demonstration);
+        m_actions->trace->setChecked(false);
+        m_actions->tangentMode->setChecked(false);
+        m_demonstration->stop();
+        m_plotView->fillFrame();
+    }
     m_symbolic->cancel();
     m_plotView->labels().clear();
     model::clearDrawing(m_state);
@@ -353,8 +362,7 @@ void frmgraph::newDrawing()
     showFunctionItems();
     m_entry->setFunctionText(QString());
     m_ranges->reset();
-    m_plotView->fillFrame();
-    zoomOut(true);
+    stepBackInHistory(true);
     m_state.documentChanged = false;
     redraw();
 }
@@ -415,15 +423,21 @@ void frmgraph::zoomIntoBox(const plot::ZoomBox& box)
     redraw();
 }
 
-void frmgraph::zoomOut(bool toBeginning)
+bool frmgraph::stepBackInHistory(bool toBeginning)
 {
     plot::RangeRow x = m_ranges->xTexts();
     plot::RangeRow y = m_ranges->yTexts();
     if (!plot::zoomOut(m_state, toBeginning, x, y))
-        return;
+        return false;
     m_ranges->showDecimalRows(x, y);
     m_state.documentChanged = true;
-    redraw();
+    return true;
+}
+
+void frmgraph::zoomOut(bool toBeginning)
+{
+    if (stepBackInHistory(toBeginning))
+        redraw();
 }
 
 void frmgraph::zoomByWheel(double steps, QPointF world)

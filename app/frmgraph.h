@@ -78,6 +78,8 @@ private:
     void onSymbolicAnswer(bool derivative, int source, const QString& answer);
     void setTrace(bool on);
     void zoomIntoBox(const plot::ZoomBox& box);
+    // Back one step of the zoom history, or to its beginning; false when it is empty.
+    bool stepBackInHistory(bool toBeginning);
     void zoomOut(bool toBeginning);
     void zoomByWheel(double steps, QPointF world);
     void onPlotLeftPressed(QPointF at);

@@ -52,6 +52,8 @@ FunctionBox::FunctionBox(QWidget* parent) : QComboBox(parent)
     });
     setEditable(true);
     setInsertPolicy(QComboBox::NoInsert);
+    // Completing a typed x to a drawn x^3 would draw x^3 again on Enter.
+    setCompleter(nullptr);
     setItemDelegate(new IndentDelegate(this));
     setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(24);

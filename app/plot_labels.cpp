@@ -84,7 +84,7 @@ std::optional<QString> PlotLabels::editLastFormula(const QString& functionText, 
         if (candidate)
             object = candidate;
     const QString current = object ? object->property("formula").toString() : functionText;
-    const std::optional<QString> edited = m_prompter.inputText(LoadResString(2070), current);
+    std::optional<QString> edited = m_prompter.inputText(LoadResString(2070), current);
     if (!edited || edited->isEmpty())
         return std::nullopt;
     const QImage picture = plot::typesetFormula(*edited, label, m_font, m_plot->devicePixelRatioF());

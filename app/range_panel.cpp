@@ -152,9 +152,10 @@ void RangePanel::describe()
     describe(m_grid, m_grid->text(), LoadResString(5060));
     describe(m_arrows, LoadResString(2024), LoadResString(2024));
     describe(m_tickLabels, LoadResString(2025), LoadResString(2025));
+}
 
-    // The tab order follows the layout: the x row with its fraction fields, the y row,
-    // the angle options and the check boxes.
+std::vector<QWidget*> RangePanel::tabOrder() const
+{
     std::vector<QWidget*> chain;
     for (int c = 0; c < 4; ++c) {
         chain.push_back(m_xRow[c]);
@@ -165,8 +166,7 @@ void RangePanel::describe()
     chain.insert(chain.end(), m_angleOptions.begin(), m_angleOptions.end());
     for (QWidget* w : std::initializer_list<QWidget*>{m_exactTrig, m_grid, m_arrows, m_tickLabels})
         chain.push_back(w);
-    for (std::size_t i = 1; i < chain.size(); ++i)
-        setTabOrder(chain[i - 1], chain[i]);
+    return chain;
 }
 
 void RangePanel::connectHandlers()

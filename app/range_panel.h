@@ -42,6 +42,8 @@ public:
     // Back to the state of a new drawing: decimal preset, radians, every box ticked.
     void reset();
     void focusFirstBox();
+    // The x row with its fraction fields, the y row, the angle options and the check boxes.
+    std::vector<QWidget*> tabOrder() const;
     // The exact-trig box as its keyboard shortcut toggles it.
     void toggleExactTrig();
     // The line edits the keypad's π key may type into (x row and fraction fields).

@@ -40,7 +40,7 @@ void SymbolicRunner::request(bool derivative, const QString& text, const QString
         const auto report = [&outcome](const QString& m) { outcome.messages << m; };
         outcome.answer = derivative ? eval::SymbolicDerivative(text, variable, 1, report, options)
                                     : eval::SymbolicPrimitive(text, variable, report, options);
-        outcome.cancelled = outcome.answer.isEmpty() && eval::wasCancelled(options);
+        outcome.cancelled = eval::wasCancelled(options);
         return outcome;
     }));
     emit busyChanged(true);
