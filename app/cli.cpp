@@ -48,7 +48,7 @@ std::optional<EvalRequest> parseEval(const QStringList& args, QString& problem)
             problem = QStringLiteral("%1 needs a value").arg(option);
             return std::nullopt;
         }
-        const QString value = args[++i];
+        const QString& value = args[++i];
         if (option == QLatin1String("--eval") && !haveFormula) {
             request.formula = value;
             haveFormula = true;
@@ -107,7 +107,7 @@ int runEval(const QStringList& args, QTextStream& out, QTextStream& err)
 // would put into the function box, or the messages and exit code 1.
 int runSymbolic(const QStringList& args, QTextStream& out, QTextStream& err)
 {
-    const QString command = args.first();
+    const QString& command = args.first();
     QString formula;
     bool haveFormula = false;
     QString label = QStringLiteral("f(x)");
@@ -115,7 +115,7 @@ int runSymbolic(const QStringList& args, QTextStream& out, QTextStream& err)
         const QString& option = args[i];
         if (i + 1 >= args.size())
             return usageError(err, QStringLiteral("%1 needs a value").arg(option));
-        const QString value = args[++i];
+        const QString& value = args[++i];
         if (option == command && !haveFormula) {
             formula = value;
             haveFormula = true;

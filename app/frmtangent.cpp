@@ -76,12 +76,8 @@ QIcon demoIcon(int button, const QColor& ink)
     return QIcon(pixmap);
 }
 
-frmtangent::frmtangent(model::AppState& state, model::Prompter& prompter, QWidget* parent)
-    : QWidget(parent, Qt::Window), m_state(state), m_prompter(prompter)
+QWidget* frmtangent::createRangePanel()
 {
-    setObjectName(QStringLiteral("frmtangent"));
-    auto* layout = new QVBoxLayout(this);
-
     m_demoPanel = named(new QGroupBox, "demoPanel");
     auto* range = new QGridLayout(m_demoPanel);
     m_from = named(new QLineEdit(QStringLiteral("-3")), "xfrom");
@@ -97,7 +93,15 @@ frmtangent::frmtangent(model::AppState& state, model::Prompter& prompter, QWidge
     m_step->setText(eval::numberText(0.1));
     m_derivative = named(new QCheckBox(LoadResString(4004)), "derivative");
     range->addWidget(m_derivative, 2, 0, 1, 3);
-    layout->addWidget(m_demoPanel);
+    return m_demoPanel;
+}
+
+frmtangent::frmtangent(model::AppState& state, model::Prompter& prompter, QWidget* parent)
+    : QWidget(parent, Qt::Window), m_state(state), m_prompter(prompter)
+{
+    setObjectName(QStringLiteral("frmtangent"));
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(createRangePanel());
 
     auto* listLabel = new QLabel;
     listLabel->setObjectName(QStringLiteral("listCaption"));

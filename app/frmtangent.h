@@ -55,6 +55,8 @@ signals:
     void guideLinesChanged();
 
 private:
+    // The demonstration's range: x from, x to, the step and the derivative's check box.
+    QWidget* createRangePanel();
     void add();
     void removeSelected();
     void removeAll();

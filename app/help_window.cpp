@@ -154,7 +154,13 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window)
     layout->addWidget(splitter, 1);
 
     loadTopics();
+    connectNavigation();
+    m_page->setSource(helpPageUrl(startPage()));
+    resize(1020, 700);
+}
 
+void HelpWindow::connectNavigation()
+{
     connect(m_contents, &QTreeWidget::currentItemChanged, this,
             [this](QTreeWidgetItem* item) { openContentsItem(item); });
     connect(m_contents, &QTreeWidget::itemClicked, this,
@@ -176,9 +182,6 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window)
     connect(m_back, &QToolButton::clicked, m_page, &QTextBrowser::backward);
     connect(m_forward, &QToolButton::clicked, m_page, &QTextBrowser::forward);
     connect(m_home, &QToolButton::clicked, m_page, &QTextBrowser::home);
-
-    m_page->setSource(helpPageUrl(startPage()));
-    resize(1020, 700);
 }
 
 void HelpWindow::loadTopics()

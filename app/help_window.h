@@ -33,6 +33,7 @@ public:
     void openPage(const QString& page);
 
 private:
+    void connectNavigation();
     struct Topic {
         QString title;
         QUrl url;

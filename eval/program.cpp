@@ -753,13 +753,13 @@ void Program::evaluateBatch(std::span<const double> variables, int variable,
                             std::span<const double> xs, std::span<double> ys) const
 {
     const std::size_t count = std::min(xs.size(), ys.size());
-    std::fill(ys.begin() + count, ys.end(), kNaN);
+    std::fill(ys.subspan(count).begin(), ys.end(), kNaN);
     if (constant_) {
-        std::fill(ys.begin(), ys.begin() + count, value_);
+        std::fill(ys.first(count).begin(), ys.first(count).end(), value_);
         return;
     }
     if (overlaps(xs, ys)) {
-        const std::vector<double> copy(xs.begin(), xs.begin() + count);
+        const std::vector<double> copy(xs.first(count).begin(), xs.first(count).end());
         evaluateBatch(variables, variable, copy, ys.first(count));
         return;
     }

@@ -103,7 +103,7 @@ QString graphsFolder(const QString& folderName)
     QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
     if (documents.isEmpty())
         documents = QDir::homePath();
-    const QString folder = QDir(documents).filePath(folderName);
+    QString folder = QDir(documents).filePath(folderName);
     if (!QDir().mkpath(folder))
         return {};
     return folder;

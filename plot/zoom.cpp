@@ -59,7 +59,7 @@ bool zoomOut(model::AppState& state, bool toBeginning, RangeRow& x, RangeRow& y)
 {
     if (state.zoomCount <= 0)
         return false;
-    state.zoomCount = toBeginning ? 0 : qint16(state.zoomCount - 1);
+    state.zoomCount = toBeginning ? qint16(0) : qint16(state.zoomCount - 1);
     const model::ViewWindow restored = state.zoomHistory[std::size_t(state.zoomCount)];
     state.view = restored;
     writeRow(x, restored.XMin, restored.XMax, restored.XStep);
