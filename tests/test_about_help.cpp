@@ -92,7 +92,6 @@ struct HelpWidgets {
 class TestAboutHelp : public QObject {
     Q_OBJECT
 private slots:
-    void aboutWindow();
     void sysInfo_data();
     void sysInfo();
     void sysInfoButtonOnThisMachine();
@@ -104,36 +103,6 @@ private slots:
     void searchHighlightsTheWords();
     void showHelpOpensOneWindowOnTheAskedTab();
 };
-
-void TestAboutHelp::aboutWindow()
-{
-    ScriptedPrompter prompter;
-    app::frmAbout1 about(prompter);
-    auto* version = about.findChild<QLabel*>(QStringLiteral("lblVersion"));
-    auto* notice = about.findChild<QLabel*>(QStringLiteral("lblDisclaimer"));
-    auto* icon = about.findChild<QLabel*>(QStringLiteral("picIcon"));
-    QVERIFY(version && notice && icon);
-    QCOMPARE(version->text(), QStringLiteral("Version " CURVIX_EXPECTED_VERSION));
-    QVERIFY(!icon->pixmap().isNull());
-
-    // The rights notice comes first; the credit of the symbolic library follows after a
-    // line break and names the library that really does the work.
-    const QStringList lines = notice->text().split(QLatin1Char('\n'));
-    QVERIFY(lines.size() >= 2 && lines.first().startsWith(QStringLiteral("Copyright")));
-    QVERIFY(notice->text().contains(QStringLiteral("GPL-3.0-or-later")));
-    QVERIFY2(lines.last().startsWith(QStringLiteral("SYMBOLIC.DLL ")) &&
-                 lines.last().contains(QStringLiteral("Giac")),
-             qPrintable(lines.last()));
-
-    about.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&about));
-    auto* ok = about.findChild<QPushButton*>(QStringLiteral("cmdOK"));
-    QVERIFY(ok);
-    QTest::mouseClick(ok, Qt::LeftButton);
-    QVERIFY(!about.isVisible());
-    QCOMPARE(about.result(), int(QDialog::Accepted));
-    QVERIFY(prompter.messages.isEmpty());
-}
 
 void TestAboutHelp::sysInfo_data()
 {
