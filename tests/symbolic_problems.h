@@ -46,64 +46,40 @@ inline QString kindName(Kind kind)
 }
 
 // Reads the table: "kind<TAB>formula<TAB>from<TAB>to[<TAB>label]" a line, "#" starts a
-// comment. A file that cannot be read or a line that does not fit gives no problems at all,
-// so that a broken table fails loudly instead of shrinking.
-inline std::vector<Problem> readProblems(const QString& path, QString* error = nullptr)
+// comment. A line that does not fit empties the whole table, so that a broken table fails
+// loudly instead of shrinking.
+inline std::vector<Problem> readProblems(const QString& path)
 {
-    const auto fail = [error](const QString& why) {
-        if (error)
-            *error = why;
-        return std::vector<Problem>();
-    };
+    static const QStringList kinds{QStringLiteral("derivative"), QStringLiteral("primitive"),
+                                   QStringLiteral("none")};
+    std::vector<Problem> problems;
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return fail(path + QStringLiteral(": ") + file.errorString());
-    std::vector<Problem> problems;
-    int lineNumber = 0;
+        return {};
     while (!file.atEnd()) {
         const QString line = QString::fromUtf8(file.readLine()).trimmed();
-        ++lineNumber;
         if (line.isEmpty() || line.startsWith(u'#'))
             continue;
         const QStringList fields = line.split(u'\t');
-        Problem problem;
         bool fromOk = false;
         bool toOk = false;
-        if (fields.size() >= 4) {
-            problem.formula = fields[1];
-            problem.from = fields[2].toDouble(&fromOk);
-            problem.to = fields[3].toDouble(&toOk);
+        Problem p{Kind(kinds.indexOf(fields[0])), fields.value(1), fields.value(2).toDouble(&fromOk),
+                  fields.value(3).toDouble(&toOk), fields.value(4, QStringLiteral("f(x)"))};
+        if (!kinds.contains(fields[0]) || fields.size() > 5 || !fromOk || !toOk || !(p.from < p.to)) {
+            std::fprintf(stderr, "%s: not a problem: %s\n", qPrintable(path), qPrintable(line));
+            return {};
         }
-        if (fields.size() == 5)
-            problem.label = fields[4];
-        const QString kind = fields[0];
-        if (kind == u"derivative")
-            problem.kind = Kind::Derivative;
-        else if (kind == u"primitive")
-            problem.kind = Kind::Primitive;
-        else if (kind == u"none")
-            problem.kind = Kind::NoElementaryPrimitive;
-        else
-            fromOk = false;
-        if (fields.size() > 5 || !fromOk || !toOk || !(problem.from < problem.to))
-            return fail(QStringLiteral("%1:%2: not a problem: %3").arg(path).arg(lineNumber).arg(line));
-        problems.push_back(problem);
+        problems.push_back(p);
     }
     return problems;
 }
 
 #ifdef CURVIX_SYMBOLIC_PROBLEMS
-// The shared table, read once; empty (with a warning) when it cannot be read.
+// The shared table, read once.
 inline const std::vector<Problem>& allProblems()
 {
-    static const std::vector<Problem> problems = [] {
-        QString error;
-        std::vector<Problem> read =
-            readProblems(QString::fromUtf8(CURVIX_SYMBOLIC_PROBLEMS), &error);
-        if (!error.isEmpty())
-            std::fprintf(stderr, "%s\n", qPrintable(error));
-        return read;
-    }();
+    static const std::vector<Problem> problems =
+        readProblems(QString::fromUtf8(CURVIX_SYMBOLIC_PROBLEMS));
     return problems;
 }
 #endif

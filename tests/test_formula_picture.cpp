@@ -137,6 +137,7 @@ private slots:
         row("1/2x is a half times x", "1/2x", "same", "(1/2)x");
         row("dot between numbers", "2*3", "wider", "23");
         row("parentheses of a power's base", "(x+1)^2", "wider", "x+1^2");
+        row("parentheses of a product as base", "(2x)^2", "wider", "2x^2");
         row("parentheses of a factor", "2(x+1)", "wider", "2x+1");
         row("parentheses after a minus", "x-(x-1)", "wider", "x-x-1");
         row("base 10 written out", "log10(x)", "wider", "log(x)");
