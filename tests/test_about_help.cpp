@@ -5,7 +5,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -19,7 +18,6 @@
 
 #include <algorithm>
 #include <map>
-#include <memory>
 
 using namespace curvix;
 
@@ -94,7 +92,6 @@ class TestAboutHelp : public QObject {
 private slots:
     void sysInfo_data();
     void sysInfo();
-    void sysInfoButtonOnThisMachine();
     void manualLinksResolve();
     void contentsListAndOpenEveryPage();
     void search_data();
@@ -148,21 +145,7 @@ void TestAboutHelp::sysInfo()
         return startWorks;
     };
 
-    ScriptedPrompter prompter;
-    QCOMPARE(app::StartSysInfo(prompter, search), started);
-    QCOMPARE(attempts, tried.isEmpty() ? QStringList{} : QStringList{tried});
-    QCOMPARE(prompter.messages, started ? QStringList{} : QStringList{kUnavailable});
-}
-
-void TestAboutHelp::sysInfoButtonOnThisMachine()
-{
-    // The real PATH lookup, asked for a program that no machine has.
-    app::SysInfoSearch search = app::systemSysInfoSearch();
-    search.registered = nullptr;
-    search.candidates = {QStringLiteral("curvix-test-no-such-program-3f9c1")};
-    bool startCalled = false;
-    search.start = [&startCalled](const QString&) { return startCalled = true; };
-
+    // Through the dialog's button; the dialog stays open either way.
     ScriptedPrompter prompter;
     app::frmAbout1 about(prompter);
     about.setSysInfoSearch(search);
@@ -170,9 +153,9 @@ void TestAboutHelp::sysInfoButtonOnThisMachine()
     auto* button = about.findChild<QPushButton*>(QStringLiteral("cmdSysInfo"));
     QVERIFY(button);
     QTest::mouseClick(button, Qt::LeftButton);
-    QVERIFY(!startCalled);
-    QCOMPARE(prompter.messages, QStringList{kUnavailable});
     QVERIFY(about.isVisible());
+    QCOMPARE(attempts, tried.isEmpty() ? QStringList{} : QStringList{tried});
+    QCOMPARE(prompter.messages, started ? QStringList{} : QStringList{kUnavailable});
 }
 
 void TestAboutHelp::manualLinksResolve()
