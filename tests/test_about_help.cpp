@@ -2,6 +2,7 @@
 #include "app/help_window.h"
 #include "model/strings.h"
 #include "scripted_prompter.h"
+#include "widget_lookup.h"
 
 #include <QDir>
 #include <QFile>
@@ -67,22 +68,13 @@ QStringList manualPages()
 }
 
 struct HelpWidgets {
-    app::HelpWindow* window = nullptr;
-    QTabWidget* tabs = nullptr;
-    QTreeWidget* contents = nullptr;
-    QLineEdit* search = nullptr;
-    QListWidget* results = nullptr;
-    QTextBrowser* page = nullptr;
-
-    explicit HelpWidgets(app::HelpWindow* w) : window(w)
-    {
-        tabs = w->findChild<QTabWidget*>(QStringLiteral("tabs"));
-        contents = w->findChild<QTreeWidget*>(QStringLiteral("contents"));
-        search = w->findChild<QLineEdit*>(QStringLiteral("search"));
-        results = w->findChild<QListWidget*>(QStringLiteral("results"));
-        page = w->findChild<QTextBrowser*>(QStringLiteral("page"));
-    }
-    bool complete() const { return tabs && contents && search && results && page; }
+    explicit HelpWidgets(QWidget* w) : window(w) {}
+    QWidget* window;
+    QTabWidget* tabs = child<QTabWidget>(window, QStringLiteral("tabs"));
+    QTreeWidget* contents = child<QTreeWidget>(window, QStringLiteral("contents"));
+    QLineEdit* search = child<QLineEdit>(window, QStringLiteral("search"));
+    QListWidget* results = child<QListWidget>(window, QStringLiteral("results"));
+    QTextBrowser* page = child<QTextBrowser>(window, QStringLiteral("page"));
 };
 
 } // namespace
@@ -150,9 +142,7 @@ void TestAboutHelp::sysInfo()
     app::frmAbout1 about(prompter);
     about.setSysInfoSearch(search);
     about.show();
-    auto* button = about.findChild<QPushButton*>(QStringLiteral("cmdSysInfo"));
-    QVERIFY(button);
-    QTest::mouseClick(button, Qt::LeftButton);
+    QTest::mouseClick(child<QPushButton>(&about, QStringLiteral("cmdSysInfo")), Qt::LeftButton);
     QVERIFY(about.isVisible());
     QCOMPARE(attempts, tried.isEmpty() ? QStringList{} : QStringList{tried});
     QCOMPARE(prompter.messages, started ? QStringList{} : QStringList{kUnavailable});
@@ -193,7 +183,6 @@ void TestAboutHelp::contentsListAndOpenEveryPage()
 {
     app::HelpWindow window;
     HelpWidgets w(&window);
-    QVERIFY(w.complete());
     window.show();
     QStringList listed;
     for (int i = 0; i < w.contents->topLevelItemCount(); ++i) {
@@ -218,9 +207,7 @@ void TestAboutHelp::contentsListAndOpenEveryPage()
     QTreeWidgetItem* current = w.contents->currentItem();
     QVERIFY(current && current->parent());
     QCOMPARE(current->data(0, Qt::UserRole).toUrl(), pageUrl(QStringLiteral("zoom.html#wheel")));
-    auto* back = window.findChild<QToolButton*>(QStringLiteral("back"));
-    QVERIFY(back && back->isEnabled());
-    QTest::mouseClick(back, Qt::LeftButton);
+    QTest::mouseClick(child<QToolButton>(&window, QStringLiteral("back")), Qt::LeftButton);
     QCOMPARE(w.page->source(), start);
 }
 
@@ -244,7 +231,6 @@ void TestAboutHelp::search()
 
     app::HelpWindow window;
     HelpWidgets w(&window);
-    QVERIFY(w.complete());
     window.show();
     window.showTab(app::HelpTab::Search);
     QTest::keyClicks(w.search, typed);
@@ -286,7 +272,6 @@ void TestAboutHelp::showHelpOpensOneWindowOnTheAskedTab()
     app::HelpWindow* first = app::showHelp(&mainWindow, app::HelpTab::Search);
     QVERIFY(first && first->isVisible());
     HelpWidgets w(first);
-    QVERIFY(w.complete());
     QVERIFY(w.tabs->currentWidget()->isAncestorOf(w.search));
     QCOMPARE(w.page->source().fileName(), model::LoadResString(3));
 

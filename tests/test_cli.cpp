@@ -13,7 +13,6 @@ private slots:
     void commands();
     void exports_data();
     void exports();
-    void exportsVectorFiles_data();
     void exportsVectorFiles();
     void exportRefuses_data();
     void exportRefuses();
@@ -135,28 +134,15 @@ void TestCli::exports()
     QCOMPARE(image != QImage(bare), curves);
 }
 
-void TestCli::exportsVectorFiles_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QByteArray>("starts");
-    QTest::addColumn<QByteArray>("contains");
-    QTest::newRow("pdf") << "v.pdf" << QByteArray("%PDF") << QByteArray("/Page");
-    QTest::newRow("svg") << "v.svg" << QByteArray("<?xml") << QByteArray("<svg");
-}
-
 void TestCli::exportsVectorFiles()
 {
-    QFETCH(QString, file);
-    QFETCH(QByteArray, starts);
-    QFETCH(QByteArray, contains);
-    const QString path = m_dir.filePath(file);
-    const Run run = runCurvix({"--export", path, "--size", "300x200", "sin(x)"});
-    QCOMPARE(run.exitCode, 0);
-    QFile written(path);
-    QVERIFY(written.open(QIODevice::ReadOnly));
-    const QByteArray bytes = written.readAll();
-    QVERIFY(bytes.startsWith(starts));
-    QVERIFY(bytes.contains(contains));
+    for (const char* file : {"v.pdf", "v.svg"}) {
+        const QString path = m_dir.filePath(file);
+        QCOMPARE(runCurvix({"--export", path, "--size", "300x200", "sin(x)"}).exitCode, 0);
+        QFile written(path);
+        QVERIFY(written.open(QIODevice::ReadOnly));
+        QVERIFY(written.readAll().startsWith(path.endsWith(".pdf") ? "%PDF" : "<?xml"));
+    }
 }
 
 void TestCli::exportRefuses_data()
