@@ -73,8 +73,10 @@ int main(int argc, char* argv[])
     std::vector<double> times;
     int passed = 0;
     const int total = int(problems::allProblems().size());
-    if (total == 0)
+    if (total == 0) {
+        std::fprintf(stderr, "no problems read from %s\n", CURVIX_SYMBOLIC_PROBLEMS);
         return 1;
+    }
     for (int round = 0; round < rounds; ++round) {
         for (const problems::Problem& p : problems::allProblems()) {
             QStringList messages;
