@@ -1,16 +1,21 @@
 #pragma once
 
 // School problems for the symbolic derivative and primitive, shared by test_symbolic and
-// bench_symbolic, with a numerical check of an answer against its problem.
+// bench_symbolic: the table in tests/data/symbolic_problems.tsv (its path comes from
+// CURVIX_SYMBOLIC_PROBLEMS), and a numerical check of an answer against its problem.
 
 #include "eval/evaluator.h"
 #include "eval/formula.h"
 
+#include <QFile>
 #include <QLocale>
 #include <QString>
+#include <QStringList>
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <vector>
 
 namespace curvix::symbolic_problems {
 
@@ -23,229 +28,11 @@ enum class Kind {
 };
 
 struct Problem {
-    Kind kind;
-    const char* formula; // UTF-8, as typed into the function box
-    double from;         // an interval where the formula is smooth
-    double to;
-    const char* label = "f(x)";
-};
-
-using K = Kind;
-
-inline constexpr Problem kProblems[] = {
-    // derivatives: polynomials
-    {K::Derivative, "x^2", -3, 3},
-    {K::Derivative, "3x^3-2x+7", -3, 3},
-    {K::Derivative, "x^3+2x^2", -3, 3},
-    {K::Derivative, "5", -3, 3},
-    {K::Derivative, "x", -3, 3},
-    {K::Derivative, "-x^4+x^2", -2, 2},
-    {K::Derivative, "(x+1)^3", -3, 3},
-    {K::Derivative, "(2x-1)^5", -2, 2},
-    {K::Derivative, "x^10", -1.5, 1.5},
-    {K::Derivative, "1/2x^2", -3, 3},
-    {K::Derivative, "2,5x", -3, 3},
-    {K::Derivative, "0.25x^4-1.5x^2", -3, 3},
-    {K::Derivative, "2x(x+1)", -3, 3},
-    {K::Derivative, "x(x-1)(x+2)", -3, 3},
-    {K::Derivative, "1/2x", -3, 3},
-    // rational
-    {K::Derivative, "1/x", 0.2, 4},
-    {K::Derivative, "1/x^2", 0.2, 4},
-    {K::Derivative, "(x+1)/(x-1)", 1.2, 5},
-    {K::Derivative, "x/(x^2+1)", -3, 3},
-    {K::Derivative, "(x^2+1)/x", 0.3, 4},
-    {K::Derivative, "1/(1+x^2)", -3, 3},
-    {K::Derivative, "(3x-2)/(x+4)", -3, 3},
-    {K::Derivative, "x^2/(x+1)", 0, 4},
-    {K::Derivative, "1/(x^2-4)", -1.5, 1.5},
-    // roots
-    {K::Derivative, "sqrt(x)", 0.1, 5},
-    {K::Derivative, "sqrt(x^2+1)", -3, 3},
-    {K::Derivative, "x*sqrt(x)", 0.1, 5},
-    {K::Derivative, "1/sqrt(x)", 0.1, 5},
-    {K::Derivative, "sqrt(1-x^2)", -0.9, 0.9},
-    {K::Derivative, "x^(1/3)", 0.1, 5},
-    {K::Derivative, "(x^2+4)^(3/2)", -3, 3},
-    {K::Derivative, "sqrt(x)/(x+1)", 0.1, 5},
-    // trigonometric
-    {K::Derivative, "sin(x)", -3, 3},
-    {K::Derivative, "cos(2x)", -3, 3},
-    {K::Derivative, "tan(x)", -1.4, 1.4},
-    {K::Derivative, "sin(x)^2", -3, 3},
-    {K::Derivative, "sin(x)cos(x)", -3, 3},
-    {K::Derivative, "x*sin(x)", -3, 3},
-    {K::Derivative, "sin(3x+1)", -3, 3},
-    {K::Derivative, "cos(x)^3", -3, 3},
-    {K::Derivative, "tan(2x)", -0.7, 0.7},
-    {K::Derivative, "sin(x)/x", 0.2, 4},
-    {K::Derivative, "1/cos(x)", -1.4, 1.4},
-    {K::Derivative, "sin(x^2)", -2, 2},
-    {K::Derivative, "x^2cos(x)", -3, 3},
-    {K::Derivative, "cos(x)/(1+sin(x))", -1.2, 1.2},
-    // inverse trigonometric
-    {K::Derivative, "asin(x)", -0.9, 0.9},
-    {K::Derivative, "acos(x)", -0.9, 0.9},
-    {K::Derivative, "atan(x)", -3, 3},
-    {K::Derivative, "atan(2x)", -3, 3},
-    {K::Derivative, "asin(x/2)", -1.8, 1.8},
-    {K::Derivative, "x*atan(x)", -3, 3},
-    // exponential and logarithms
-    {K::Derivative, "exp(x)", -3, 3},
-    {K::Derivative, "e^x", -3, 3},
-    {K::Derivative, "e^(2x)", -3, 3},
-    {K::Derivative, "Exp(-x^2)", -3, 3},
-    {K::Derivative, "x*exp(x)", -3, 3},
-    {K::Derivative, "ln(x)", 0.2, 5},
-    {K::Derivative, "ln(x^2+1)", -3, 3},
-    {K::Derivative, "x*ln(x)", 0.2, 5},
-    {K::Derivative, "ln(sin(x))", 0.2, 3},
-    {K::Derivative, "2^x", -3, 3},
-    {K::Derivative, "log10(x)", 0.2, 5},
-    {K::Derivative, "log(x)", 0.2, 5},
-    {K::Derivative, "ln(ln(x))", 1.5, 5},
-    {K::Derivative, "exp(x)sin(x)", -3, 3},
-    {K::Derivative, "10^x", -2, 2},
-    {K::Derivative, "x^x", 0.2, 3},
-    {K::Derivative, "exp(sin(x))", -3, 3},
-    {K::Derivative, "ln(abs(x))", -4, -0.2},
-    {K::Derivative, "sqrt(x)ln(x)", 0.2, 5},
-    {K::Derivative, "x^3exp(-x)", -3, 3},
-    {K::Derivative, "e^x/x", 0.3, 4},
-    {K::Derivative, "log10(x^2+1)", -3, 3},
-    // hyperbolic, absolute value, pi, other variables
-    {K::Derivative, "sinh(x)", -3, 3},
-    {K::Derivative, "cosh(2x)", -3, 3},
-    {K::Derivative, "tanh(x)", -3, 3},
-    {K::Derivative, "asinh(x)", -3, 3},
-    {K::Derivative, "acosh(x)", 1.1, 5},
-    {K::Derivative, "atanh(x)", -0.9, 0.9},
-    {K::Derivative, "abs(x)", 0.1, 3},
-    {K::Derivative, "abs(x-1)", -3, 0.9},
-    {K::Derivative, "¶x", -3, 3},
-    {K::Derivative, "sin(¶x)", -3, 3},
-    {K::Derivative, "¶x^2", -3, 3},
-    {K::Derivative, "t^2sin(t)", -3, 3, "f(t)"},
-    {K::Derivative, "3t-t^3", -3, 3, "g(t)"},
-
-    // primitives: polynomials
-    {K::Primitive, "x^2", -3, 3},
-    {K::Primitive, "3x^2+2x+1", -3, 3},
-    {K::Primitive, "2,5x", -3, 3},
-    {K::Primitive, "x^5-x", -2, 2},
-    {K::Primitive, "(x+1)^2", -3, 3},
-    {K::Primitive, "(2x+3)^4", -3, 1},
-    {K::Primitive, "7", -3, 3},
-    {K::Primitive, "1/2x", -3, 3},
-    {K::Primitive, "0,3x^2-1,2", -3, 3},
-    // rational, partial fractions
-    {K::Primitive, "1/x", 0.2, 5},
-    {K::Primitive, "1/x", -5, -0.2},
-    {K::Primitive, "1/x^2", 0.2, 5},
-    {K::Primitive, "1/(x+1)", 0, 5},
-    {K::Primitive, "1/(2x+3)", 0, 5},
-    {K::Primitive, "x/(x^2+1)", -3, 3},
-    {K::Primitive, "1/(x^2+1)", -3, 3},
-    {K::Primitive, "1/(x^2+4)", -3, 3},
-    {K::Primitive, "1/(x^2-1)", 1.5, 4},
-    {K::Primitive, "1/(x(x+1))", 0.2, 4},
-    {K::Primitive, "(2x+3)/(x^2+3x+2)", 0, 4},
-    {K::Primitive, "x^2/(x+1)", 0, 4},
-    {K::Primitive, "(x^3+1)/(x-2)", 2.5, 6},
-    {K::Primitive, "1/(x^2-5x+6)", 3.5, 6},
-    {K::Primitive, "1/(x+1)^2", 0, 4},
-    {K::Primitive, "x/(x+1)^2", 0, 4},
-    {K::Primitive, "1/((x+1)(x^2+1))", 0, 4},
-    {K::Primitive, "x/(x^2+1)^2", -3, 3},
-    {K::Primitive, "(x+2)/(x^2+2x+5)", -3, 3},
-    // roots
-    {K::Primitive, "sqrt(x)", 0.1, 5},
-    {K::Primitive, "1/sqrt(x)", 0.1, 5},
-    {K::Primitive, "x*sqrt(x)", 0.1, 5},
-    {K::Primitive, "sqrt(2x+1)", 0, 4},
-    {K::Primitive, "x/sqrt(x^2+1)", -3, 3},
-    {K::Primitive, "1/sqrt(1-x^2)", -0.9, 0.9},
-    {K::Primitive, "1/sqrt(x^2+1)", -3, 3},
-    {K::Primitive, "sqrt(1-x^2)", -0.9, 0.9},
-    {K::Primitive, "x*sqrt(x^2+4)", -3, 3},
-    {K::Primitive, "x^(1/3)", 0.1, 5},
-    // trigonometric, by parts, trigonometric powers
-    {K::Primitive, "sin(x)", -3, 3},
-    {K::Primitive, "cos(3x)", -3, 3},
-    {K::Primitive, "tan(x)", -1.4, 1.4},
-    {K::Primitive, "sin(x)^2", -3, 3},
-    {K::Primitive, "cos(x)^2", -3, 3},
-    {K::Primitive, "sin(x)cos(x)", -3, 3},
-    {K::Primitive, "sin(x)^3", -3, 3},
-    {K::Primitive, "cos(x)^3", -3, 3},
-    {K::Primitive, "sin(x)^4", -3, 3},
-    {K::Primitive, "tan(x)^2", -1.4, 1.4},
-    {K::Primitive, "1/cos(x)^2", -1.4, 1.4},
-    {K::Primitive, "x*sin(x)", -3, 3},
-    {K::Primitive, "x*cos(x)", -3, 3},
-    {K::Primitive, "x^2sin(x)", -3, 3},
-    {K::Primitive, "sin(2x)cos(3x)", -3, 3},
-    {K::Primitive, "1/(1+cos(x))", -2.5, 2.5},
-    {K::Primitive, "1/sin(x)", 0.2, 3},
-    {K::Primitive, "1/cos(x)", -1.4, 1.4},
-    {K::Primitive, "sin(x)/cos(x)^2", -1.4, 1.4},
-    {K::Primitive, "cos(x)/(1+sin(x))", -1.2, 1.2},
-    {K::Primitive, "sin(3x)^2", -3, 3},
-    {K::Primitive, "1/(2+cos(x))", -3, 3},
-    // inverse trigonometric
-    {K::Primitive, "atan(x)", -3, 3},
-    {K::Primitive, "asin(x)", -0.9, 0.9},
-    {K::Primitive, "x*atan(x)", -3, 3},
-    {K::Primitive, "acos(x)", -0.9, 0.9},
-    // exponential and logarithms
-    {K::Primitive, "exp(x)", -3, 3},
-    {K::Primitive, "e^(3x)", -3, 3},
-    {K::Primitive, "x*exp(x)", -3, 3},
-    {K::Primitive, "x^2exp(x)", -3, 3},
-    {K::Primitive, "exp(x)sin(x)", -3, 3},
-    {K::Primitive, "exp(-x)cos(x)", -3, 3},
-    {K::Primitive, "x*exp(x^2)", -2, 2},
-    {K::Primitive, "2^x", -3, 3},
-    {K::Primitive, "ln(x)", 0.2, 5},
-    {K::Primitive, "x*ln(x)", 0.2, 5},
-    {K::Primitive, "ln(x)^2", 0.2, 5},
-    {K::Primitive, "ln(x)/x", 0.2, 5},
-    {K::Primitive, "1/(x*ln(x))", 1.5, 6},
-    {K::Primitive, "log10(x)", 0.2, 5},
-    {K::Primitive, "exp(x)/(1+exp(x))", -3, 3},
-    {K::Primitive, "1/(1+exp(x))", -3, 3},
-    {K::Primitive, "exp(2x)+exp(-x)", -3, 3},
-    {K::Primitive, "10^x", -2, 2},
-    // hyperbolic, absolute value, pi, substitution, other variables
-    {K::Primitive, "sinh(x)", -3, 3},
-    {K::Primitive, "cosh(x)", -3, 3},
-    {K::Primitive, "tanh(x)", -3, 3},
-    {K::Primitive, "x*cosh(x)", -3, 3},
-    {K::Primitive, "abs(x)", -3, 3},
-    {K::Primitive, "¶", -3, 3},
-    {K::Primitive, "sin(¶x)", -3, 3},
-    {K::Primitive, "cos(2¶x)", -3, 3},
-    {K::Primitive, "2x*cos(x^2)", -3, 3},
-    {K::Primitive, "x^2(x^3+1)^4", -1, 1},
-    {K::Primitive, "cos(x)exp(sin(x))", -3, 3},
-    {K::Primitive, "sin(x)cos(x)^4", -3, 3},
-    {K::Primitive, "ln(x)^3/x", 0.2, 5},
-    {K::Primitive, "exp(sqrt(x))/sqrt(x)", 0.1, 5},
-    {K::Primitive, "t*exp(t)", -3, 3, "f(t)"},
-    {K::Primitive, "3t^2-1", -3, 3, "g(t)"},
-
-    // no elementary primitive
-    {K::NoElementaryPrimitive, "exp(x^2)", -2, 2},
-    {K::NoElementaryPrimitive, "exp(-x^2)", -2, 2},
-    {K::NoElementaryPrimitive, "sin(x)/x", 0.2, 4},
-    {K::NoElementaryPrimitive, "cos(x)/x", 0.2, 4},
-    {K::NoElementaryPrimitive, "exp(x)/x", 0.2, 4},
-    {K::NoElementaryPrimitive, "1/ln(x)", 1.5, 5},
-    {K::NoElementaryPrimitive, "sin(x^2)", -2, 2},
-    {K::NoElementaryPrimitive, "cos(x^2)", -2, 2},
-    {K::NoElementaryPrimitive, "sqrt(1+x^3)", 0, 3},
-    {K::NoElementaryPrimitive, "x^x", 0.2, 3},
-    {K::NoElementaryPrimitive, "sqrt(sin(x))", 0.2, 3},
+    Kind kind = Kind::Derivative;
+    QString formula; // as typed into the function box
+    double from = 0; // an interval where the formula is smooth
+    double to = 0;
+    QString label = QStringLiteral("f(x)");
 };
 
 inline QString kindName(Kind kind)
@@ -258,10 +45,49 @@ inline QString kindName(Kind kind)
     return {};
 }
 
+// Reads the table: "kind<TAB>formula<TAB>from<TAB>to[<TAB>label]" a line, "#" starts a
+// comment. A line that does not fit empties the whole table, so that a broken table fails
+// loudly instead of shrinking.
+inline std::vector<Problem> readProblems(const QString& path)
+{
+    static const QStringList kinds{QStringLiteral("derivative"), QStringLiteral("primitive"),
+                                   QStringLiteral("none")};
+    std::vector<Problem> problems;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return {};
+    while (!file.atEnd()) {
+        const QString line = QString::fromUtf8(file.readLine()).trimmed();
+        if (line.isEmpty() || line.startsWith(u'#'))
+            continue;
+        const QStringList fields = line.split(u'\t');
+        bool fromOk = false;
+        bool toOk = false;
+        Problem p{Kind(kinds.indexOf(fields[0])), fields.value(1), fields.value(2).toDouble(&fromOk),
+                  fields.value(3).toDouble(&toOk), fields.value(4, QStringLiteral("f(x)"))};
+        if (!kinds.contains(fields[0]) || fields.size() > 5 || !fromOk || !toOk || !(p.from < p.to)) {
+            std::fprintf(stderr, "%s: not a problem: %s\n", qPrintable(path), qPrintable(line));
+            return {};
+        }
+        problems.push_back(p);
+    }
+    return problems;
+}
+
+#ifdef CURVIX_SYMBOLIC_PROBLEMS
+// The shared table, read once.
+inline const std::vector<Problem>& allProblems()
+{
+    static const std::vector<Problem> problems =
+        readProblems(QString::fromUtf8(CURVIX_SYMBOLIC_PROBLEMS));
+    return problems;
+}
+#endif
+
 // The variable of a problem's label.
 inline QString variableOf(const Problem& problem)
 {
-    const QString name = eval::VariableNameFromLabel(QString::fromUtf8(problem.label));
+    const QString name = eval::VariableNameFromLabel(problem.label);
     return name.isEmpty() ? QStringLiteral("x") : name;
 }
 
@@ -271,12 +97,12 @@ inline QString variableOf(const Problem& problem)
 // (primitives). Returns "" when the answer holds, otherwise what is wrong.
 inline QString checkAnswer(const Problem& problem, const QString& answer)
 {
-    const QString label = QString::fromUtf8(problem.label);
+    const QString& label = problem.label;
     eval::ExpressionEvaluator evaluator;
     QString message;
     const auto keep = [&](const QString& m) { message = m; };
     const QString formula =
-        eval::PrepareExpressionText(evaluator, QString::fromUtf8(problem.formula), label, keep);
+        eval::PrepareExpressionText(evaluator, problem.formula, label, keep);
     if (formula.isEmpty())
         return QStringLiteral("the problem does not compile: ") + message;
     const QString prepared = eval::PrepareExpressionText(evaluator, answer, label, keep);

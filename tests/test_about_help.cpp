@@ -2,10 +2,10 @@
 #include "app/help_window.h"
 #include "model/strings.h"
 #include "scripted_prompter.h"
+#include "widget_lookup.h"
 
 #include <QDir>
 #include <QFile>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -19,7 +19,6 @@
 
 #include <algorithm>
 #include <map>
-#include <memory>
 
 using namespace curvix;
 
@@ -69,22 +68,13 @@ QStringList manualPages()
 }
 
 struct HelpWidgets {
-    app::HelpWindow* window = nullptr;
-    QTabWidget* tabs = nullptr;
-    QTreeWidget* contents = nullptr;
-    QLineEdit* search = nullptr;
-    QListWidget* results = nullptr;
-    QTextBrowser* page = nullptr;
-
-    explicit HelpWidgets(app::HelpWindow* w) : window(w)
-    {
-        tabs = w->findChild<QTabWidget*>(QStringLiteral("tabs"));
-        contents = w->findChild<QTreeWidget*>(QStringLiteral("contents"));
-        search = w->findChild<QLineEdit*>(QStringLiteral("search"));
-        results = w->findChild<QListWidget*>(QStringLiteral("results"));
-        page = w->findChild<QTextBrowser*>(QStringLiteral("page"));
-    }
-    bool complete() const { return tabs && contents && search && results && page; }
+    explicit HelpWidgets(QWidget* w) : window(w) {}
+    QWidget* window;
+    QTabWidget* tabs = child<QTabWidget>(window, QStringLiteral("tabs"));
+    QTreeWidget* contents = child<QTreeWidget>(window, QStringLiteral("contents"));
+    QLineEdit* search = child<QLineEdit>(window, QStringLiteral("search"));
+    QListWidget* results = child<QListWidget>(window, QStringLiteral("results"));
+    QTextBrowser* page = child<QTextBrowser>(window, QStringLiteral("page"));
 };
 
 } // namespace
@@ -92,48 +82,14 @@ struct HelpWidgets {
 class TestAboutHelp : public QObject {
     Q_OBJECT
 private slots:
-    void aboutWindow();
     void sysInfo_data();
     void sysInfo();
-    void sysInfoButtonOnThisMachine();
     void manualLinksResolve();
     void contentsListAndOpenEveryPage();
-    void followingALinkSelectsItsTopic();
     void search_data();
     void search();
-    void searchHighlightsTheWords();
     void showHelpOpensOneWindowOnTheAskedTab();
 };
-
-void TestAboutHelp::aboutWindow()
-{
-    ScriptedPrompter prompter;
-    app::frmAbout1 about(prompter);
-    auto* version = about.findChild<QLabel*>(QStringLiteral("lblVersion"));
-    auto* notice = about.findChild<QLabel*>(QStringLiteral("lblDisclaimer"));
-    auto* icon = about.findChild<QLabel*>(QStringLiteral("picIcon"));
-    QVERIFY(version && notice && icon);
-    QCOMPARE(version->text(), QStringLiteral("Version " CURVIX_EXPECTED_VERSION));
-    QVERIFY(!icon->pixmap().isNull());
-
-    // The rights notice comes first; the credit of the symbolic library follows after a
-    // line break and names the library that really does the work.
-    const QStringList lines = notice->text().split(QLatin1Char('\n'));
-    QVERIFY(lines.size() >= 2 && lines.first().startsWith(QStringLiteral("Copyright")));
-    QVERIFY(notice->text().contains(QStringLiteral("GPL-3.0-or-later")));
-    QVERIFY2(lines.last().startsWith(QStringLiteral("SYMBOLIC.DLL ")) &&
-                 lines.last().contains(QStringLiteral("Giac")),
-             qPrintable(lines.last()));
-
-    about.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&about));
-    auto* ok = about.findChild<QPushButton*>(QStringLiteral("cmdOK"));
-    QVERIFY(ok);
-    QTest::mouseClick(ok, Qt::LeftButton);
-    QVERIFY(!about.isVisible());
-    QCOMPARE(about.result(), int(QDialog::Accepted));
-    QVERIFY(prompter.messages.isEmpty());
-}
 
 void TestAboutHelp::sysInfo_data()
 {
@@ -151,16 +107,11 @@ void TestAboutHelp::sysInfo_data()
     QTest::newRow("kinfocenter before the others")
         << QStringList{"gnome-system-monitor", "hardinfo", "kinfocenter"} << none << true
         << QStringLiteral("/usr/bin/kinfocenter") << true;
-    QTest::newRow("hardinfo before gnome-system-monitor")
-        << QStringList{"gnome-system-monitor", "hardinfo"} << none << true
-        << QStringLiteral("/usr/bin/hardinfo") << true;
     QTest::newRow("found but will not start")
         << QStringList{"hardinfo"} << none << false << QStringLiteral("/usr/bin/hardinfo") << false;
     QTest::newRow("a registered tool comes first")
         << QStringList{"kinfocenter"} << QStringLiteral("C:/Tools/msinfo32.exe") << true
         << QStringLiteral("C:/Tools/msinfo32.exe") << true;
-    QTest::newRow("unknown programs are not taken")
-        << QStringList{"top", "htop"} << none << true << none << false;
 }
 
 void TestAboutHelp::sysInfo()
@@ -186,31 +137,15 @@ void TestAboutHelp::sysInfo()
         return startWorks;
     };
 
-    ScriptedPrompter prompter;
-    QCOMPARE(app::StartSysInfo(prompter, search), started);
-    QCOMPARE(attempts, tried.isEmpty() ? QStringList{} : QStringList{tried});
-    QCOMPARE(prompter.messages, started ? QStringList{} : QStringList{kUnavailable});
-}
-
-void TestAboutHelp::sysInfoButtonOnThisMachine()
-{
-    // The real PATH lookup, asked for a program that no machine has.
-    app::SysInfoSearch search = app::systemSysInfoSearch();
-    search.registered = nullptr;
-    search.candidates = {QStringLiteral("curvix-test-no-such-program-3f9c1")};
-    bool startCalled = false;
-    search.start = [&startCalled](const QString&) { return startCalled = true; };
-
+    // Through the dialog's button; the dialog stays open either way.
     ScriptedPrompter prompter;
     app::frmAbout1 about(prompter);
     about.setSysInfoSearch(search);
     about.show();
-    auto* button = about.findChild<QPushButton*>(QStringLiteral("cmdSysInfo"));
-    QVERIFY(button);
-    QTest::mouseClick(button, Qt::LeftButton);
-    QVERIFY(!startCalled);
-    QCOMPARE(prompter.messages, QStringList{kUnavailable});
+    QTest::mouseClick(child<QPushButton>(&about, QStringLiteral("cmdSysInfo")), Qt::LeftButton);
     QVERIFY(about.isVisible());
+    QCOMPARE(attempts, tried.isEmpty() ? QStringList{} : QStringList{tried});
+    QCOMPARE(prompter.messages, started ? QStringList{} : QStringList{kUnavailable});
 }
 
 void TestAboutHelp::manualLinksResolve()
@@ -242,54 +177,38 @@ void TestAboutHelp::manualLinksResolve()
     QVERIFY(internal > pages.size());
 }
 
+// Every topic and section of the contents opens its page at its place; following a link
+// selects the link's topic, and Back returns.
 void TestAboutHelp::contentsListAndOpenEveryPage()
 {
     app::HelpWindow window;
     HelpWidgets w(&window);
-    QVERIFY(w.complete());
     window.show();
     QStringList listed;
-    int sections = 0;
     for (int i = 0; i < w.contents->topLevelItemCount(); ++i) {
         QTreeWidgetItem* topic = w.contents->topLevelItem(i);
         listed << topic->data(0, Qt::UserRole).toUrl().fileName();
         w.contents->setCurrentItem(topic);
         QCOMPARE(w.page->source().fileName(), listed.last());
-        QVERIFY2(w.page->toPlainText().trimmed().size() > 200, qPrintable(topic->text(0)));
         QCOMPARE(w.page->documentTitle(), topic->text(0));
         for (int k = 0; k < topic->childCount(); ++k) {
-            QTreeWidgetItem* section = topic->child(k);
-            w.contents->setCurrentItem(section);
-            const QUrl url = section->data(0, Qt::UserRole).toUrl();
+            w.contents->setCurrentItem(topic->child(k));
+            const QUrl url = topic->child(k)->data(0, Qt::UserRole).toUrl();
             QCOMPARE(w.page->source(), url);
-            QVERIFY(readPage(url.fileName()).anchors.contains(url.fragment()));
-            QVERIFY2(w.page->toPlainText().contains(section->text(0)), qPrintable(section->text(0)));
-            ++sections;
+            QVERIFY2(readPage(url.fileName()).anchors.contains(url.fragment()), qPrintable(url.toString()));
         }
     }
-    QVERIFY(sections > w.contents->topLevelItemCount());
     QCOMPARE(listed.first(), model::LoadResString(3));
     listed.sort();
     QCOMPARE(listed, manualPages());
-}
 
-void TestAboutHelp::followingALinkSelectsItsTopic()
-{
-    app::HelpWindow window;
-    HelpWidgets w(&window);
-    QVERIFY(w.complete());
     const QUrl start = w.page->source();
     w.page->setSource(pageUrl(QStringLiteral("zoom.html#wheel")));
     QTreeWidgetItem* current = w.contents->currentItem();
     QVERIFY(current && current->parent());
     QCOMPARE(current->data(0, Qt::UserRole).toUrl(), pageUrl(QStringLiteral("zoom.html#wheel")));
-    QCOMPARE(current->parent()->text(0), QStringLiteral("Zooming"));
-
-    auto* back = window.findChild<QToolButton*>(QStringLiteral("back"));
-    QVERIFY(back && back->isEnabled());
-    QTest::mouseClick(back, Qt::LeftButton);
+    QTest::mouseClick(child<QToolButton>(&window, QStringLiteral("back")), Qt::LeftButton);
     QCOMPARE(w.page->source(), start);
-    QCOMPARE(w.contents->currentItem()->data(0, Qt::UserRole).toUrl(), start);
 }
 
 void TestAboutHelp::search_data()
@@ -297,15 +216,14 @@ void TestAboutHelp::search_data()
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("firstTopic"); // empty: no topic found
 
-    QTest::newRow("tangent") << QStringLiteral("tangent") << QStringLiteral("Tangents");
     QTest::newRow("upper case") << QStringLiteral("TANGENT") << QStringLiteral("Tangents");
     QTest::newRow("two words") << QStringLiteral("wheel  notch") << QStringLiteral("Zooming");
     QTest::newRow("primitive") << QStringLiteral("primitive") << QStringLiteral("Derivative and primitive function");
-    QTest::newRow("nonsense") << QStringLiteral("qxzvolbr") << QString();
     QTest::newRow("one known, one nonsense") << QStringLiteral("zoom qxzvolbr") << QString();
-    QTest::newRow("blanks only") << QStringLiteral("   ") << QString();
 }
 
+// Exactly the pages that hold every word, whatever their case, the one that mentions them
+// most first; opening it marks every place of the words, and leaving the tab removes the marks.
 void TestAboutHelp::search()
 {
     QFETCH(QString, typed);
@@ -313,52 +231,37 @@ void TestAboutHelp::search()
 
     app::HelpWindow window;
     HelpWidgets w(&window);
-    QVERIFY(w.complete());
+    window.show();
     window.showTab(app::HelpTab::Search);
     QTest::keyClicks(w.search, typed);
 
-    // Exactly the pages that hold every word, whatever their case.
     const QStringList words = typed.split(QLatin1Char(' '), Qt::SkipEmptyParts);
     QStringList expected;
     for (const QString& page : manualPages()) {
         const PageFacts facts = readPage(page);
-        const bool all = !words.isEmpty() && std::all_of(words.begin(), words.end(), [&](const QString& word) {
-            return facts.text.contains(word, Qt::CaseInsensitive);
-        });
-        if (all)
+        if (std::all_of(words.begin(), words.end(),
+                        [&](const QString& word) { return facts.text.contains(word, Qt::CaseInsensitive); }))
             expected << facts.title;
     }
     QStringList found;
     for (int i = 0; i < w.results->count(); ++i)
         found << w.results->item(i)->text();
-    if (!firstTopic.isEmpty())
-        QCOMPARE(found.value(0), firstTopic);
+    QCOMPARE(found.value(0), firstTopic);
     found.sort();
     expected.sort();
     QCOMPARE(found, expected);
-    QCOMPARE(found.isEmpty(), firstTopic.isEmpty());
-}
+    if (found.isEmpty())
+        return;
 
-void TestAboutHelp::searchHighlightsTheWords()
-{
-    app::HelpWindow window;
-    HelpWidgets w(&window);
-    QVERIFY(w.complete());
-    window.show();
-    window.showTab(app::HelpTab::Search);
-    QTest::keyClicks(w.search, QStringLiteral("Tangent"));
     QTest::keyClick(w.search, Qt::Key_Return);
-    QCOMPARE(w.page->documentTitle(), QStringLiteral("Tangents"));
-
+    QCOMPARE(w.page->documentTitle(), firstTopic);
+    qsizetype places = 0;
+    for (const QString& word : words)
+        places += w.page->toPlainText().count(word, Qt::CaseInsensitive);
     const QList<QTextEdit::ExtraSelection> marks = w.page->extraSelections();
-    QCOMPARE(marks.size(), w.page->toPlainText().count(QStringLiteral("tangent"), Qt::CaseInsensitive));
+    QCOMPARE(marks.size(), places);
     for (const QTextEdit::ExtraSelection& mark : marks)
-        QCOMPARE(mark.cursor.selectedText().toLower(), QStringLiteral("tangent"));
-
-    // A page reached by a link is marked as well; leaving the search tab removes the marks.
-    w.page->setSource(pageUrl(QStringLiteral("demonstration.html")));
-    QVERIFY(w.page->toPlainText().contains(QStringLiteral("tangent")));
-    QVERIFY(!w.page->extraSelections().isEmpty());
+        QVERIFY(words.contains(mark.cursor.selectedText(), Qt::CaseInsensitive));
     w.tabs->setCurrentIndex(w.tabs->indexOf(w.contents));
     QVERIFY(w.page->extraSelections().isEmpty());
 }
@@ -367,16 +270,12 @@ void TestAboutHelp::showHelpOpensOneWindowOnTheAskedTab()
 {
     QWidget mainWindow;
     app::HelpWindow* first = app::showHelp(&mainWindow, app::HelpTab::Search);
-    QVERIFY(first);
-    QCOMPARE(first->objectName(), QStringLiteral("helpWindow"));
-    QVERIFY(first->isVisible());
+    QVERIFY(first && first->isVisible());
     HelpWidgets w(first);
-    QVERIFY(w.complete());
     QVERIFY(w.tabs->currentWidget()->isAncestorOf(w.search));
     QCOMPARE(w.page->source().fileName(), model::LoadResString(3));
 
-    app::HelpWindow* second = app::showHelp(&mainWindow, app::HelpTab::Contents);
-    QCOMPARE(second, first);
+    QCOMPARE(app::showHelp(&mainWindow, app::HelpTab::Contents), first);
     QCOMPARE(w.tabs->currentWidget(), static_cast<QWidget*>(w.contents));
     QCOMPARE(mainWindow.findChildren<app::HelpWindow*>().size(), 1);
 }

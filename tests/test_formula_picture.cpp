@@ -60,14 +60,10 @@ private slots:
     {
         QTest::addColumn<QString>("typed");
         QTest::addColumn<bool>("stacked"); // a fraction at full size
-        for (const char* typed :
-             {"2x+1", "-3x+5", "x^2", "x^2-4x+3", "2x^2+3x-1", "(x-2)^2+1", "x^3-3x", "(x+1)(x-2)",
-              "sqrt(x)", "sqrt(x^2+1)", "2^x", "e^x", "e^(-x)", "3*0,5^x", "5*1.05^x", "x*e^(-x^2)",
-              "ln(x)", "log(x)", "log10(x+1)", "sin(x)", "2sin(3x)", "sin(x)+cos(x)", "sin(¶x)",
-              "asin(x)", "abs(x-1)", "sign(x)*x^2"})
+        for (const char* typed : {"-3x+5", "x^2-4x+3", "(x-2)^2+1", "sqrt(x^2+1)", "e^(-x)", "3*0,5^x",
+                                   "log10(x+1)", "2sin(3x)", "sin(¶x)", "asin(x)", "abs(x-1)"})
             QTest::newRow(typed) << QString::fromUtf8(typed) << false;
-        for (const char* typed :
-             {"1/x", "(x+1)/(x-1)", "3/(x^2+1)", "1/(1+e^(-x))", "x/sqrt(x^2+1)", "tan(x/2)"})
+        for (const char* typed : {"(x+1)/(x-1)", "1/(1+e^(-x))", "tan(x/2)"})
             QTest::newRow(typed) << QString::fromUtf8(typed) << true;
     }
 
@@ -105,21 +101,11 @@ private slots:
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("label");
         QTest::addColumn<bool>("drawn");
-        QTest::newRow("empty") << "" << kLabel << false;
         QTest::newRow("blank") << "   " << kLabel << false;
-        QTest::newRow("dangling operator") << "x+" << kLabel << false;
-        QTest::newRow("number after a name") << "2x3" << kLabel << false;
-        QTest::newRow("function without parentheses") << "sin x" << kLabel << false;
         QTest::newRow("open parenthesis") << "(x+1" << kLabel << false;
-        QTest::newRow("extra parenthesis") << "x+1)" << kLabel << false;
-        QTest::newRow("unknown function") << "foo(x)" << kLabel << false;
-        QTest::newRow("stray character") << "x#2" << kLabel << false;
-        QTest::newRow("two decimal points") << "1.2.3x" << kLabel << false;
-        QTest::newRow("empty argument") << "sqrt()" << kLabel << false;
         QTest::newRow("another variable") << "2t+1" << kLabel << false;
         QTest::newRow("the label's variable") << "2t+1" << "g(t)" << true;
         QTest::newRow("no label") << "x^2" << "" << true;
-        QTest::newRow("label without variable") << "x^2" << "y" << true;
         QTest::newRow("Euler's number times x") << "2ex" << kLabel << true;
     }
 
@@ -142,26 +128,18 @@ private slots:
                                 << QString::fromLatin1(relation);
         };
         row("no dot before a letter", "2*x", "same", "2x");
-        row("no dot before a function", "2*sin(x)", "same", "2sin(x)");
         row("no dot before a parenthesis", "2*(x+1)", "same", "2(x+1)");
         row("pilcrow is pi", "2¶x", "same", "2*pi*x");
-        row("redundant parentheses", "((x+1))", "same", "x+1");
-        row("unary plus", "+x", "same", "x");
         row("exp in either spelling", "exp(x)", "same", "Exp(x)");
-        row("1/2x is a half times x", "1/2x", "same", "(1/2)x");
-        row("decimal comma or point", "2,5x", "same", "2.5x");
         row("dot between numbers", "2*3", "wider", "23");
         row("parentheses of a power's base", "(x+1)^2", "wider", "x+1^2");
+        row("parentheses of a product as base", "(2x)^2", "wider", "2x^2");
         row("parentheses of a factor", "2(x+1)", "wider", "2x+1");
         row("parentheses after a minus", "x-(x-1)", "wider", "x-x-1");
-        row("parentheses of a negation", "-(x+1)", "wider", "-x+1");
         row("base 10 written out", "log10(x)", "wider", "log(x)");
         row("exponent", "2^x", "taller", "2x");
-        row("exponent in a sum", "x^2+1", "taller", "x+1");
         row("nested exponent", "e^(x^2)", "taller", "e^x");
         row("fraction", "(x+1)/2", "taller", "(x+1)*2");
-        row("nested fraction", "1/(1+1/x)", "taller", "1/(1+x)");
-        row("fraction in an argument", "sin(x/2)", "taller", "sin(x)");
         row("overline of a root", "sqrt(x+1)", "taller", "x+1");
     }
 
@@ -186,10 +164,8 @@ private slots:
         QTest::addColumn<QString>("typed");
         QTest::addColumn<bool>("rule");
         QTest::newRow("fraction") << "1/x" << true;
-        QTest::newRow("fraction of sums") << "(x+1)/(x-1)" << true;
         QTest::newRow("root") << "sqrt(x+1)" << true;
         QTest::newRow("sum") << "x+1" << false;
-        QTest::newRow("difference") << "x-1" << false;
         QTest::newRow("absolute value") << "abs(x-1)" << false;
     }
 
@@ -224,7 +200,7 @@ private slots:
     void deviceRatio_data()
     {
         QTest::addColumn<qreal>("ratio");
-        for (qreal ratio : {1.25, 1.5, 2.0, 3.0})
+        for (qreal ratio : {1.5, 3.0})
             QTest::addRow("%g", ratio) << ratio;
     }
 
