@@ -12,63 +12,88 @@ namespace {
 // none is visited twice, without a mask beside the picture.
 constexpr QRgb kReached = 0x00000000;
 
-} // namespace
+// Span filling: each entry is a span of row y - dy that is filled; row y next to it is
+// explored, and only the parts of the parent row that stick out are looked at again.
+class SpanFill {
+public:
+    SpanFill(QImage& picture, QRgb wall)
+        // One detach, then raw rows: scanLine() on a non-const image checks for sharing
+        // each call.
+        : m_base(reinterpret_cast<QRgb*>(picture.bits())),
+          m_stride(picture.bytesPerLine() / qsizetype(sizeof(QRgb))), m_width(picture.width()),
+          m_height(picture.height()), m_wall(wall), m_firstX(std::size_t(m_height), m_width),
+          m_lastX(std::size_t(m_height), -1)
+    {
+    }
 
-void FloodFill(QImage& picture, QPoint seed, const QColor& fill, const QColor& boundary)
-{
-    if (picture.format() != QImage::Format_ARGB32_Premultiplied &&
-        picture.format() != QImage::Format_RGB32 && picture.format() != QImage::Format_ARGB32)
-        picture = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    const int width = picture.width();
-    const int height = picture.height();
-    if (!QRect(0, 0, width, height).contains(seed))
-        return;
-    const QRgb wall = boundary.rgba();
-    const QRgb paint = qPremultiply(fill.rgba());
-    // One detach, then raw rows: scanLine() on a non-const image checks for sharing each call.
-    QRgb* const base = reinterpret_cast<QRgb*>(picture.bits());
-    const qsizetype stride = picture.bytesPerLine() / qsizetype(sizeof(QRgb));
-    auto open = [wall](QRgb pixel) { return pixel != wall && pixel != kReached; };
-    if (!open(base[seed.y() * stride + seed.x()]))
-        return;
+    bool open(QPoint at) const { return open(m_base[at.y() * m_stride + at.x()]); }
 
-    // Span filling: each entry is a span of row y - dy that is filled; row y next to it is
-    // explored, and only the parts of the parent row that stick out are looked at again.
+    void run(QPoint seed)
+    {
+        m_top = m_bottom = seed.y();
+        push(seed.y(), seed.x(), seed.x(), 1);
+        push(seed.y() + 1, seed.x(), seed.x(), -1);
+        while (!m_stack.empty()) {
+            const Span span = m_stack.back();
+            m_stack.pop_back();
+            fillRow(span);
+        }
+    }
+
+    // Only the reached part of each row is recoloured: a pass over the whole picture costs
+    // as much as the fill itself.
+    void recolour(QRgb paint)
+    {
+        for (int y = m_top; y <= m_bottom; ++y) {
+            QRgb* line = m_base + y * m_stride;
+            const int first = m_firstX[std::size_t(y)];
+            const int last = m_lastX[std::size_t(y)];
+            if (first <= last)
+                std::replace(line + first, line + last + 1, kReached, paint);
+        }
+    }
+
+private:
     struct Span {
         int y, left, right, dy;
     };
-    std::vector<Span> stack;
-    auto push = [&](int y, int left, int right, int dy) {
-        if (y + dy >= 0 && y + dy < height)
-            stack.push_back({y, left, right, dy});
-    };
-    // The reached part of each row, so that only it is recoloured at the end: a pass over
-    // the whole picture costs as much as the fill itself.
-    std::vector<int> firstX(std::size_t(height), width);
-    std::vector<int> lastX(std::size_t(height), -1);
-    auto reached = [&](int y, int from, int to) {
-        firstX[std::size_t(y)] = std::min(firstX[std::size_t(y)], from);
-        lastX[std::size_t(y)] = std::max(lastX[std::size_t(y)], to);
-    };
-    int top = seed.y();
-    int bottom = seed.y();
-    push(seed.y(), seed.x(), seed.x(), 1);
-    push(seed.y() + 1, seed.x(), seed.x(), -1);
-    while (!stack.empty()) {
-        const Span span = stack.back();
-        stack.pop_back();
+
+    bool open(QRgb pixel) const { return pixel != m_wall && pixel != kReached; }
+
+    void push(int y, int left, int right, int dy)
+    {
+        if (y + dy >= 0 && y + dy < m_height)
+            m_stack.push_back({y, left, right, dy});
+    }
+
+    void reached(int y, int from, int to)
+    {
+        m_top = std::min(m_top, y);
+        m_bottom = std::max(m_bottom, y);
+        m_firstX[std::size_t(y)] = std::min(m_firstX[std::size_t(y)], from);
+        m_lastX[std::size_t(y)] = std::max(m_lastX[std::size_t(y)], to);
+    }
+
+    // The next open pixel of the line after x, within the span; past x2 when none.
+    int nextOpen(const QRgb* line, int x, int x2) const
+    {
+        for (++x; x <= x2 && !open(line[x]); ++x) {
+        }
+        return x;
+    }
+
+    void fillRow(const Span& span)
+    {
         const int dy = span.dy;
         const int y = span.y + dy;
         const int x1 = span.left;
         const int x2 = span.right;
-        QRgb* line = base + y * stride;
+        QRgb* line = m_base + y * m_stride;
         int x = x1;
         while (x >= 0 && open(line[x]))
             line[x--] = kReached;
         int left;
         if (x < x1) {
-            top = std::min(top, y);
-            bottom = std::max(bottom, y);
             left = x + 1;
             reached(y, left, x1);
             if (left < x1)
@@ -76,34 +101,50 @@ void FloodFill(QImage& picture, QPoint seed, const QColor& fill, const QColor& b
             x = x1 + 1;
         } else {
             // The first pixel was closed: look for the next open one under the span.
-            for (++x; x <= x2 && !open(line[x]); ++x) {
-            }
-            left = x;
+            x = left = nextOpen(line, x, x2);
             if (x > x2)
-                continue;
+                return;
         }
         for (;;) {
             const int from = x;
-            while (x < width && open(line[x]))
+            while (x < m_width && open(line[x]))
                 line[x++] = kReached;
-            top = std::min(top, y);
-            bottom = std::max(bottom, y);
             reached(y, from, x - 1);
             push(y, left, x - 1, dy);
             if (x > x2 + 1)
                 push(y, x2 + 1, x - 1, -dy); // leaks round the right end
-            for (++x; x <= x2 && !open(line[x]); ++x) {
-            }
-            left = x;
+            x = left = nextOpen(line, x, x2);
             if (x > x2)
-                break;
+                return;
         }
     }
-    for (int y = top; y <= bottom; ++y) {
-        QRgb* line = base + y * stride;
-        if (firstX[std::size_t(y)] <= lastX[std::size_t(y)])
-            std::replace(line + firstX[std::size_t(y)], line + lastX[std::size_t(y)] + 1, kReached, paint);
-    }
+
+    QRgb* const m_base;
+    const qsizetype m_stride;
+    const int m_width;
+    const int m_height;
+    const QRgb m_wall;
+    std::vector<Span> m_stack;
+    std::vector<int> m_firstX;
+    std::vector<int> m_lastX;
+    int m_top = 0;
+    int m_bottom = 0;
+};
+
+} // namespace
+
+void FloodFill(QImage& picture, QPoint seed, const QColor& fill, const QColor& boundary)
+{
+    if (picture.format() != QImage::Format_ARGB32_Premultiplied &&
+        picture.format() != QImage::Format_RGB32 && picture.format() != QImage::Format_ARGB32)
+        picture = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    if (!picture.rect().contains(seed))
+        return;
+    SpanFill span(picture, boundary.rgba());
+    if (!span.open(seed))
+        return;
+    span.run(seed);
+    span.recolour(qPremultiply(fill.rgba()));
 }
 
 } // namespace curvix::plot
