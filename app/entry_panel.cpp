@@ -61,10 +61,7 @@ EntryPanel::EntryPanel(QWidget* window) : QObject(window), m_window(window)
     describe();
     connect(m_functionBox, &FunctionBox::enterPressed, this, &EntryPanel::drawRequested);
     connect(m_drawButton, &QPushButton::clicked, this, &EntryPanel::drawRequested);
-    connect(m_functionBox, &QComboBox::editTextChanged, this, [this](const QString& text) {
-        showPreview();
-        emit functionTextEdited(text);
-    });
+    connect(m_functionBox, &QComboBox::editTextChanged, this, &EntryPanel::showPreview);
     for (int i = 0; i < int(m_keys.size()); ++i)
         connect(m_keys[i], &QToolButton::clicked, this, [this, i] { pressToken(i); });
     m_focusConnection = connect(qApp, &QApplication::focusChanged, this,

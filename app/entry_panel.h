@@ -63,7 +63,6 @@ signals:
     // Enter in the function box, or Draw.
     void drawRequested();
     void statusMessage(const QString& text);
-    void functionTextEdited(const QString& text);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -146,7 +146,6 @@ void frmgraph::connectParts()
 {
     connect(m_entry, &EntryPanel::drawRequested, this, &frmgraph::drawTypedFunction);
     connect(m_entry, &EntryPanel::statusMessage, m_status, &StatusPanels::showMessage);
-    connect(m_entry, &EntryPanel::functionTextEdited, this, &frmgraph::updateActions);
     connect(m_ranges, &RangePanel::statusMessage, m_status, &StatusPanels::showMessage);
     connect(m_ranges, &RangePanel::redrawRequested, this, &frmgraph::redraw);
     connect(m_plotView, &PlotView::redrawNeeded, this, &frmgraph::redraw);
