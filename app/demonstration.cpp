@@ -1,5 +1,6 @@
 #include "app/demonstration.h"
 
+#include "app/form_names.h"
 #include "app/frmtangent.h"
 #include "app/status_panels.h"
 #include "eval/numtext.h"
@@ -33,7 +34,7 @@ Demonstration::Demonstration(model::AppState& state, model::Prompter& prompter,
     for (int i = 0; i < 4; ++i) {
         auto* button = new QToolButton;
         m_buttons[std::size_t(i)] = button;
-        button->setObjectName(QStringLiteral("Command3_%1").arg(i));
+        button->setObjectName(formNameAt(formName::demoButton, i));
         button->setIcon(demoIcon(i, bar->palette().color(QPalette::ButtonText)));
         button->setToolTip(LoadResString(4005 + i).remove(QLatin1Char('&')));
         button->setAccessibleName(button->toolTip());

@@ -1,5 +1,6 @@
 #include "app/entry_panel.h"
 
+#include "app/form_names.h"
 #include "app/fraction_input.h"
 #include "app/function_box.h"
 #include "app/pi_line_edit.h"
@@ -73,12 +74,12 @@ void EntryPanel::createEntryRow()
     m_entryRow = new QWidget;
     auto* row = new QHBoxLayout(m_entryRow);
     row->setContentsMargins(0, 0, 0, 0);
-    m_labelEdit = named(new QLineEdit(QStringLiteral("f(x)")), QStringLiteral("Text5"));
+    m_labelEdit = named(new QLineEdit(QStringLiteral("f(x)")), QLatin1String(formName::labelEdit));
     m_labelEdit->setMaxLength(4);
     m_labelEdit->setFixedWidth(m_labelEdit->fontMetrics().horizontalAdvance(QStringLiteral("f(x)==")) + 12);
     m_labelEdit->installEventFilter(this);
-    m_functionBox = named(new FunctionBox, QStringLiteral("imgcombfunc"));
-    m_drawButton = named(new QPushButton(LoadResString(710)), QStringLiteral("Command1_0"));
+    m_functionBox = named(new FunctionBox, QLatin1String(formName::functionBox));
+    m_drawButton = named(new QPushButton(LoadResString(710)), QLatin1String(formName::drawButton));
     m_drawButton->setAutoDefault(false);
     row->addWidget(m_labelEdit);
     row->addWidget(new QLabel(QStringLiteral("=")));
@@ -92,13 +93,13 @@ void EntryPanel::createSidePanel()
     auto* side = new QVBoxLayout(m_sidePanel);
     side->setContentsMargins(0, 0, 0, 0);
     auto* labelRow = new QHBoxLayout;
-    m_labelText = named(new QLineEdit, QStringLiteral("Text2"));
+    m_labelText = named(new QLineEdit, QLatin1String(formName::labelText));
     m_labelText->setToolTip(LoadResString(2072));
     m_labelText->setDragEnabled(true);
     labelRow->addWidget(new QLabel(LoadResString(2026)));
     labelRow->addWidget(m_labelText, 1);
     side->addLayout(labelRow);
-    m_preview = named(new QLabel, QStringLiteral("OLE1"));
+    m_preview = named(new QLabel, QLatin1String(formName::formulaPreview));
     m_preview->setToolTip(LoadResString(2073));
     m_preview->setMinimumHeight(28);
     m_preview->setCursor(Qt::OpenHandCursor);
@@ -108,7 +109,7 @@ void EntryPanel::createSidePanel()
     auto* pad = new QGridLayout;
     pad->setSpacing(2);
     for (std::size_t i = 0; i < m_keys.size(); ++i) {
-        m_keys[i] = named(new QToolButton, QStringLiteral("cmdtoken_%1").arg(i));
+        m_keys[i] = named(new QToolButton, formNameAt(formName::keypadKey, int(i)));
         // A click never gives a key the focus, so that it types into the box that had it;
         // the Tab key reaches the keys, and Space presses one.
         m_keys[i]->setFocusPolicy(Qt::TabFocus);

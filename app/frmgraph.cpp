@@ -1,5 +1,6 @@
 #include "app/frmgraph.h"
 
+#include "app/form_names.h"
 #include "app/color_actions.h"
 #include "app/curve_tools.h"
 #include "app/demonstration.h"
@@ -44,7 +45,7 @@ using model::LoadResString;
 frmgraph::frmgraph(model::Prompter& prompter, QWidget* parent)
     : QMainWindow(parent), m_prompter(prompter), m_actions(new WindowActions)
 {
-    setObjectName(QStringLiteral("frmgraph"));
+    setObjectName(QLatin1String(formName::mainWindow));
     setWindowTitle(LoadResString(1));
     setWindowIcon(curvixIcon());
     plot::InitPlotDefaults(m_state);
@@ -123,7 +124,7 @@ void frmgraph::createToolBar()
     for (std::size_t i = 0; i < m_toolButtons.size(); ++i) {
         QToolButton* button = new QToolButton;
         m_toolButtons[i] = button;
-        button->setObjectName(QStringLiteral("Command5_%1").arg(i));
+        button->setObjectName(formNameAt(formName::toolButton, int(i)));
         button->setAutoRaise(true);
         button->setFocusPolicy(Qt::NoFocus);
         button->setToolTip(LoadResString(tips[i]).remove(QLatin1Char('&')));

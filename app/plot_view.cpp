@@ -1,5 +1,6 @@
 #include "app/plot_view.h"
 
+#include "app/form_names.h"
 #include "app/plot_frame.h"
 #include "app/plot_labels.h"
 #include "app/plot_widget.h"
@@ -28,11 +29,11 @@ PlotView::PlotView(model::AppState& state, model::Prompter& prompter, QWidget* w
     : QObject(window), m_state(state), m_prompter(prompter)
 {
     m_plot = new PlotWidget;
-    m_plot->setObjectName(QStringLiteral("Picture1"));
+    m_plot->setObjectName(QLatin1String(formName::plotArea));
     m_frame = new PlotFrame(m_plot);
     m_zoomBox = new ZoomBoxWidget(m_plot);
     m_grip = new QLabel(m_plot);
-    m_grip->setObjectName(QStringLiteral("lblGrip"));
+    m_grip->setObjectName(QLatin1String(formName::grip));
     m_grip->setFixedSize(8, 8);
     m_grip->setCursor(Qt::SizeFDiagCursor);
     m_grip->installEventFilter(this);

@@ -1,5 +1,6 @@
 #include "app/range_panel.h"
 
+#include "app/form_names.h"
 #include "app/fraction_input.h"
 #include "app/pi_line_edit.h"
 #include "eval/numtext.h"
@@ -67,8 +68,8 @@ QWidget* RangePanel::createRangeGroup()
     grid->addWidget(new QLabel(QStringLiteral("x")), 1, 0);
     grid->addWidget(new QLabel(QStringLiteral("y")), 2, 0);
     for (int c = 0; c < 4; ++c) {
-        m_xRow[c] = named(new PiLineEdit, QStringLiteral("Text4_%1").arg(c));
-        m_yRow[c] = named(new PiLineEdit, QStringLiteral("Text6_%1").arg(c));
+        m_xRow[c] = named(new PiLineEdit, formNameAt(formName::xRangeRow, c));
+        m_yRow[c] = named(new PiLineEdit, formNameAt(formName::yRangeRow, c));
         m_xRow[c]->setRule(plot::acceptsRangeText);
         m_yRow[c]->setRule(plot::acceptsStepText);
         for (PiLineEdit* box : {m_xRow[c], m_yRow[c]}) {
@@ -81,7 +82,7 @@ QWidget* RangePanel::createRangeGroup()
     }
     // In the fraction form these stand in for the x row's minimum, maximum and step.
     for (int c = 0; c < 3; ++c) {
-        m_fractions[c] = named(new FractionInput, QStringLiteral("fracinput_%1").arg(c));
+        m_fractions[c] = named(new FractionInput, formNameAt(formName::fractionInput, c));
         m_fractions[c]->setAllowedValues(kWholes, kNumerators, kDenominators);
         grid->addWidget(m_fractions[c], 1, c + 1);
     }
@@ -94,10 +95,10 @@ QWidget* RangePanel::createAngleGroup()
     auto* layout = new QVBoxLayout(angle);
     for (int i = 0; i < 3; ++i) {
         m_angleOptions[i] = named(new QRadioButton(LoadResString(452 + i)),
-                                  QStringLiteral("Option1_%1").arg(i));
+                                  formNameAt(formName::angleOption, i));
         layout->addWidget(m_angleOptions[i]);
     }
-    m_exactTrig = named(new QCheckBox(LoadResString(456)), QStringLiteral("Check1"));
+    m_exactTrig = named(new QCheckBox(LoadResString(456)), QLatin1String(formName::exactTrigBox));
     layout->addWidget(m_exactTrig);
     return angle;
 }
@@ -107,9 +108,9 @@ QWidget* RangePanel::createDrawingBoxes()
     auto* row = new QWidget;
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
-    m_grid = named(new QCheckBox(QStringLiteral("Rutnät")), QStringLiteral("Check2"));
-    m_arrows = named(new QCheckBox(QStringLiteral("X")), QStringLiteral("Check3"));
-    m_tickLabels = named(new QCheckBox(QStringLiteral("Y")), QStringLiteral("Check4"));
+    m_grid = named(new QCheckBox(QStringLiteral("Rutnät")), QLatin1String(formName::gridBox));
+    m_arrows = named(new QCheckBox(QStringLiteral("X")), QLatin1String(formName::arrowsBox));
+    m_tickLabels = named(new QCheckBox(QStringLiteral("Y")), QLatin1String(formName::tickLabelsBox));
     for (QCheckBox* box : {m_grid, m_arrows, m_tickLabels})
         layout->addWidget(box);
     layout->addStretch();
@@ -119,11 +120,11 @@ QWidget* RangePanel::createDrawingBoxes()
 void RangePanel::createNumberFormMenu()
 {
     m_numberForm = new QMenu(this);
-    m_numberForm->setObjectName(QStringLiteral("mnupop2"));
+    m_numberForm->setObjectName(QLatin1String(formName::numberFormMenu));
     m_decimalForm = m_numberForm->addAction(LoadResString(472));
-    m_decimalForm->setObjectName(QStringLiteral("mnupop21"));
+    m_decimalForm->setObjectName(QLatin1String(formName::decimalForm));
     m_fractionForm = m_numberForm->addAction(LoadResString(473));
-    m_fractionForm->setObjectName(QStringLiteral("mnupop22"));
+    m_fractionForm->setObjectName(QLatin1String(formName::fractionForm));
     auto* form = new QActionGroup(this);
     for (QAction* a : {m_decimalForm, m_fractionForm}) {
         a->setCheckable(true);

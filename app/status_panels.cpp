@@ -1,5 +1,6 @@
 #include "app/status_panels.h"
 
+#include "app/form_names.h"
 #include "model/strings.h"
 
 #include <QLabel>
@@ -11,7 +12,7 @@ StatusPanels::StatusPanels(QStatusBar* bar) : QObject(bar)
 {
     for (std::size_t i = 0; i < m_panels.size(); ++i) {
         m_panels[i] = new QLabel;
-        m_panels[i]->setObjectName(QStringLiteral("StatusBar1_%1").arg(i + 1));
+        m_panels[i]->setObjectName(formNameAt(formName::statusPanel, int(i) + 1));
         m_panels[i]->setAccessibleName(model::LoadResString(5066).arg(i + 1));
         bar->addWidget(m_panels[i], i == 4 ? 1 : 0);
     }
