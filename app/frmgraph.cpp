@@ -1,11 +1,11 @@
 #include "app/frmgraph.h"
 
-#include "app/form_names.h"
 #include "app/color_actions.h"
 #include "app/curve_tools.h"
 #include "app/demonstration.h"
 #include "app/entry_panel.h"
 #include "app/export_actions.h"
+#include "app/form_names.h"
 #include "app/frmabout1.h"
 #include "app/frmsettings.h"
 #include "app/frmtangent.h"
