@@ -1,5 +1,4 @@
 #include "model/graph_list.h"
-#include "model/link_check.h"
 #include "model/strings.h"
 #include "plot/colors.h"
 #include "plot/coordinates.h"
@@ -7,7 +6,6 @@
 #include "plot/render.h"
 #include "scripted_prompter.h"
 
-#include <QGuiApplication>
 #include <QTest>
 
 #include <algorithm>
@@ -18,8 +16,7 @@ using model::ViewWindow;
 
 namespace {
 
-constexpr quint32 kBlue = 0x00FF0000;  // the graph list's curve
-constexpr quint32 kGreen = 0x0000FF00; // the demonstration
+constexpr quint32 kGreen = 0x0000FF00; // the demonstration, unlike the list's curve
 
 struct Drawing {
     model::AppState state;
@@ -29,14 +26,13 @@ struct Drawing {
     {
         plot::InitPlotDefaults(state);
         state.view = ViewWindow{-5, 5, 1, 1, -5, 5, 1, 1};
-        state.functionColor = kBlue;
         model::SymbolicLinkCheck links{{}};
         model::addFunction(state, prompter, links, formula, QStringLiteral("f(x)"));
         state.functionColor = kGreen;
     }
-    bool start(const plot::DemoPlan& plan, bool fromList, bool withDerivative = true)
+    bool start(const plot::DemoPlan& plan, bool fromList, bool withDerivative = true, int entry = 0)
     {
-        return plot::startDemonstration(state, 0, plan.xs, fromList, withDerivative,
+        return plot::startDemonstration(state, entry, plan.xs, fromList, withDerivative,
                                         [this](const QString& m) { prompter.messages << m; });
     }
 };
@@ -75,7 +71,6 @@ void TestDemonstration::plan_data()
     QTest::newRow("last step shorter") << -1.0 << 1.0 << 0.3 << QList<double>{} << 7 << 0;
     QTest::newRow("list wins over a bad range") << 2.0 << 2.0 << 0.0 << QList<double>{3, -1} << 2 << 0;
     QTest::newRow("from equals to") << 2.0 << 2.0 << 0.5 << QList<double>{} << 0 << 4021;
-    QTest::newRow("from above to") << 3.0 << 1.0 << 0.5 << QList<double>{} << 0 << 4021;
     QTest::newRow("zero step") << 0.0 << 1.0 << 0.0 << QList<double>{} << 0 << 4022;
     QTest::newRow("too many steps") << 0.0 << 1.0 << 1e-5 << QList<double>{} << 0 << 4023;
 }
@@ -121,28 +116,29 @@ void TestDemonstration::walkFollowsTheDerivative()
         plot::planDemonstration(-2, 2, 0.5, std::vector<double>(list.begin(), list.end()));
     QVERIFY(d.start(plan, !list.isEmpty()));
     const model::Demonstration& demo = d.state.demonstration;
-    QVERIFY(!demo.curve.empty());
 
+    // A slope by central difference: a one-sided one would be off by about h·f''/2.
+    const auto close = [&](double slope, double x) {
+        const double truth = valueOf(derivative, x);
+        return std::isfinite(truth) ? std::abs(slope - truth) < 1e-7 : !std::isfinite(slope);
+    };
     for (std::size_t i = 0; i < plan.xs.size(); ++i) {
         const plot::DemoStepResult step = plot::demonstrationStep(d.state);
         QVERIFY(step.stepped);
         QCOMPARE(step.x, plan.xs[i]);
         QCOMPARE(step.finished, i + 1 == plan.xs.size());
-        const double truth = valueOf(derivative, step.x);
-        QCOMPARE(std::isfinite(step.slope), std::isfinite(truth));
-        if (std::isfinite(truth))
-            QVERIFY2(std::abs(step.slope - truth) < 1e-3, qPrintable(QString::number(step.x)));
+        QVERIFY2(close(step.slope, step.x), qPrintable(QString::number(step.x)));
         QVERIFY(demo.tangent && demo.tangent->x == step.x);
     }
     QVERIFY(!plot::demonstrationStep(d.state).stepped); // the walk is over
-    QVERIFY(demo.running);
+    QVERIFY(demo.running && !demo.curve.empty());
 
     // Every point of the derivative's graph is true; along a range the graph has no gaps,
     // a listed x gets only a short piece around it.
     QVERIFY(!demo.derivative.empty());
     const double pieceHalf = 5 * 10.0 / 1000 + 1e-9;
     for (const eval::PointD& p : demo.derivative) {
-        QVERIFY2(std::abs(p.y - valueOf(derivative, p.x)) < 1e-3, qPrintable(QString::number(p.x)));
+        QVERIFY2(close(p.y, p.x), qPrintable(QString::number(p.x)));
         if (!list.isEmpty())
             QVERIFY(std::any_of(list.begin(), list.end(), [&](double x) { return std::abs(p.x - x) <= pieceHalf; }));
     }
@@ -155,9 +151,7 @@ void TestDemonstration::walkFollowsTheDerivative()
         for (std::size_t i = 1; i < xs.size(); ++i)
             QVERIFY(xs[i].x - xs[i - 1].x <= 10.0 / 7000 * 1.01);
     }
-    // The graph list is never touched.
-    QCOMPARE(d.state.graphs.size(), std::size_t(1));
-    QCOMPARE(d.state.graphCount, qint16(1));
+    QCOMPARE(d.state.graphs.size(), std::size_t(1)); // the graph list is never touched
 }
 
 void TestDemonstration::stopKeepsOnlyTheDerivative()
@@ -169,22 +163,19 @@ void TestDemonstration::stopKeepsOnlyTheDerivative()
     }
     // A redraw of another view resamples the list, never the demonstrated curve.
     QImage picture(500, 500, QImage::Format_ARGB32_Premultiplied);
-    plot::RedrawOptions options;
     d.state.view = ViewWindow{-3, 3, 1, 1, -3, 3, 1, 1};
-    plot::redraw(d.state, picture, options);
-    QCOMPARE(d.state.demonstration.curve.size(), curve.size());
+    plot::redraw(d.state, picture, {});
     QCOMPARE(d.state.demonstration.curve.front().x, curve.front().x);
 
     plot::stopDemonstration(d.state);
     const model::Demonstration& demo = d.state.demonstration;
     QVERIFY(!demo.running && demo.curve.empty() && !demo.tangent);
     QVERIFY(!plot::demonstrationStep(d.state).stepped);
-    QVERIFY(!demo.derivative.empty());
 
     // Drawn in the demonstration's colour: the derivative at x = 1 is 1, the curve -1.
     d.state.graphs.clear();
     d.state.graphCount = 0;
-    plot::redraw(d.state, picture, options);
+    plot::redraw(d.state, picture, {});
     const plot::PlotScale scale = plot::SetPlotScale(QSizeF(picture.size()), d.state.view);
     auto greenNear = [&](double x, double y) {
         const QPoint at = scale.toPixel(x, y).toPoint();
@@ -196,27 +187,23 @@ void TestDemonstration::stopKeepsOnlyTheDerivative()
     };
     QVERIFY(greenNear(1, 1));
     QVERIFY(!greenNear(1.8, 1.8 * 1.8 * 1.8 - 3.6)); // where only the curve was
-
-    model::clearDrawing(d.state);
-    QVERIFY(d.state.demonstration.derivative.empty());
 }
 
 void TestDemonstration::startRefusesWithoutAFunction()
 {
     Drawing d(QStringLiteral("x^2"));
-    QVERIFY(d.start(plot::planDemonstration(0, 1, 0.5, {}), false));
+    const plot::DemoPlan plan = plot::planDemonstration(0, 1, 0.5, {});
+    QVERIFY(d.start(plan, false));
     plot::demonstrationStep(d.state);
     const std::size_t derivative = d.state.demonstration.derivative.size();
-    for (int entry : {-1, 1}) {
-        QVERIFY(!plot::startDemonstration(d.state, entry, {0.0}, false, true,
-                                          [&](const QString& m) { d.prompter.messages << m; }));
-    }
-    QCOMPARE(d.prompter.messages, QStringList(2, QStringLiteral("Ingen aktiv funktion")));
+    QVERIFY(!d.start(plan, false, true, -1));
+    QVERIFY(!d.start(plan, false, true, 1));
+    QCOMPARE(d.prompter.messages.size(), 2);
     // A refused start leaves the running demonstration as it was.
     QVERIFY(d.state.demonstration.running);
     QCOMPARE(d.state.demonstration.derivative.size(), derivative);
     // Without the derivative nothing grows.
-    QVERIFY(d.start(plot::planDemonstration(0, 1, 0.5, {}), false, false));
+    QVERIFY(d.start(plan, false, false));
     QVERIFY(plot::demonstrationStep(d.state).stepped);
     QVERIFY(d.state.demonstration.derivative.empty());
 }
