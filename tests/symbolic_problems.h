@@ -36,6 +36,13 @@ struct Problem {
     QString answer; // the exact text expected, where its form matters; else empty
 };
 
+inline QString kindName(Kind kind)
+{
+    static const QStringList names{QStringLiteral("derivative"), QStringLiteral("primitive"),
+                                   QStringLiteral("no elementary primitive")};
+    return names.value(int(kind));
+}
+
 // Reads the table: "kind<TAB>formula<TAB>from<TAB>to[<TAB>label[<TAB>answer]]" a line, "#"
 // starts a comment. A line that does not fit empties the whole table, so that a broken table
 // fails loudly instead of shrinking.
@@ -52,8 +59,7 @@ inline std::vector<Problem> readProblems(const QString& path)
         if (line.isEmpty() || line.startsWith(u'#'))
             continue;
         const QStringList fields = line.split(u'\t');
-        bool fromOk = false;
-        bool toOk = false;
+        bool fromOk = false, toOk = false;
         Problem p{Kind(kinds.indexOf(fields[0])), fields.value(1), fields.value(2).toDouble(&fromOk),
                   fields.value(3).toDouble(&toOk), fields.value(4, QStringLiteral("f(x)")),
                   fields.value(5)};

@@ -47,10 +47,9 @@ const QStringList kDerivativeFailure{QStringLiteral("Error in derivative calcula
 void TestSymbolic::schoolProblems_data()
 {
     QTest::addColumn<int>("index");
-    const char* const kinds[] = {"derivative", "primitive", "no elementary primitive"};
     int i = 0;
     for (const problems::Problem& p : problems::allProblems()) {
-        QTest::addRow("%s %s", kinds[int(p.kind)], qPrintable(p.formula)) << i;
+        QTest::addRow("%s %s", qPrintable(problems::kindName(p.kind)), qPrintable(p.formula)) << i;
         ++i;
     }
     QVERIFY(i >= 150);
@@ -60,12 +59,11 @@ void TestSymbolic::schoolProblems()
 {
     QFETCH(int, index);
     const problems::Problem& p = problems::allProblems()[std::size_t(index)];
-    const QString& formula = p.formula;
     const QString variable = problems::variableOf(p);
     Messages messages;
     const QString answer = p.kind == problems::Kind::Derivative
-                               ? SymbolicDerivative(formula, variable, 1, messages.report())
-                               : SymbolicPrimitive(formula, variable, messages.report());
+                               ? SymbolicDerivative(p.formula, variable, 1, messages.report())
+                               : SymbolicPrimitive(p.formula, variable, messages.report());
     if (p.kind == problems::Kind::NoElementaryPrimitive && answer.isEmpty()) {
         QCOMPARE(messages.list, kPrimitiveFailure);
         return;
@@ -195,7 +193,6 @@ void TestSymbolic::linking_data()
     QTest::addColumn<bool>("linked");
 
     QTest::newRow("derivative as computed") << true << "x^3+2x^2" << "3x^2+4x" << true;
-    QTest::newRow("derivative reordered") << true << "x^3+2x^2" << "4x+3x^2" << false;
     QTest::newRow("primitive as computed") << false << "2x" << "x^2" << true;
     QTest::newRow("primitive plus a constant") << false << "2x" << "x^2+1" << false;
     QTest::newRow("pi sign") << true << QString::fromUtf8("¶x^2") << QString::fromUtf8("2¶x") << true;
