@@ -33,21 +33,19 @@ struct Problem {
     double from = 0; // an interval where the formula is smooth
     double to = 0;
     QString label = QStringLiteral("f(x)");
+    QString answer; // the exact text expected, where its form matters; else empty
 };
 
 inline QString kindName(Kind kind)
 {
-    switch (kind) {
-    case Kind::Derivative: return QStringLiteral("derivative");
-    case Kind::Primitive: return QStringLiteral("primitive");
-    case Kind::NoElementaryPrimitive: return QStringLiteral("no elementary primitive");
-    }
-    return {};
+    static const QStringList names{QStringLiteral("derivative"), QStringLiteral("primitive"),
+                                   QStringLiteral("no elementary primitive")};
+    return names.value(int(kind));
 }
 
-// Reads the table: "kind<TAB>formula<TAB>from<TAB>to[<TAB>label]" a line, "#" starts a
-// comment. A line that does not fit empties the whole table, so that a broken table fails
-// loudly instead of shrinking.
+// Reads the table: "kind<TAB>formula<TAB>from<TAB>to[<TAB>label[<TAB>answer]]" a line, "#"
+// starts a comment. A line that does not fit empties the whole table, so that a broken table
+// fails loudly instead of shrinking.
 inline std::vector<Problem> readProblems(const QString& path)
 {
     static const QStringList kinds{QStringLiteral("derivative"), QStringLiteral("primitive"),
@@ -61,11 +59,11 @@ inline std::vector<Problem> readProblems(const QString& path)
         if (line.isEmpty() || line.startsWith(u'#'))
             continue;
         const QStringList fields = line.split(u'\t');
-        bool fromOk = false;
-        bool toOk = false;
+        bool fromOk = false, toOk = false;
         Problem p{Kind(kinds.indexOf(fields[0])), fields.value(1), fields.value(2).toDouble(&fromOk),
-                  fields.value(3).toDouble(&toOk), fields.value(4, QStringLiteral("f(x)"))};
-        if (!kinds.contains(fields[0]) || fields.size() > 5 || !fromOk || !toOk || !(p.from < p.to)) {
+                  fields.value(3).toDouble(&toOk), fields.value(4, QStringLiteral("f(x)")),
+                  fields.value(5)};
+        if (!kinds.contains(fields[0]) || fields.size() > 6 || !fromOk || !toOk || !(p.from < p.to)) {
             std::fprintf(stderr, "%s: not a problem: %s\n", qPrintable(path), qPrintable(line));
             return {};
         }
@@ -101,13 +99,12 @@ inline QString checkAnswer(const Problem& problem, const QString& answer)
     eval::ExpressionEvaluator evaluator;
     QString message;
     const auto keep = [&](const QString& m) { message = m; };
-    const QString formula =
-        eval::PrepareExpressionText(evaluator, problem.formula, label, keep);
-    if (formula.isEmpty())
-        return QStringLiteral("the problem does not compile: ") + message;
-    const QString prepared = eval::PrepareExpressionText(evaluator, answer, label, keep);
+    const QString formula = eval::PrepareExpressionText(evaluator, problem.formula, label, keep);
+    const QString prepared =
+        formula.isEmpty() ? QString() : eval::PrepareExpressionText(evaluator, answer, label, keep);
     if (prepared.isEmpty())
-        return QStringLiteral("the answer does not compile: ") + message;
+        return (formula.isEmpty() ? QStringLiteral("the problem") : QStringLiteral("the answer")) +
+               QStringLiteral(" does not compile: ") + message;
 
     const int variable = evaluator.DefineVariable(variableOf(problem));
     const int f = evaluator.SetExpression(formula);
@@ -134,9 +131,8 @@ inline QString checkAnswer(const Problem& problem, const QString& answer)
         const double tolerance = 1e-5 * (1 + std::fabs(expected)) +
                                  1e-10 * std::max(std::fabs(above), std::fabs(below)) / h;
         if (std::fabs(quotient - expected) > tolerance) {
-            return QStringLiteral("at x = %1 the %2 is %3, the difference quotient %4")
+            return QStringLiteral("at x = %1 the slope is %2, the difference quotient %3")
                 .arg(x)
-                .arg(derivative ? QStringLiteral("answer") : QStringLiteral("formula"))
                 .arg(expected, 0, 'g', 12)
                 .arg(quotient, 0, 'g', 12);
         }

@@ -14,7 +14,6 @@
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTextDocument>
-#include <QToolButton>
 #include <QTreeWidget>
 
 #include <algorithm>
@@ -23,8 +22,6 @@
 using namespace curvix;
 
 namespace {
-
-const QString kUnavailable = QStringLiteral("System Information Is Unavailable At This Time");
 
 struct PageFacts {
     QStringList anchors;
@@ -88,7 +85,6 @@ private slots:
     void contentsListAndOpenEveryPage();
     void search_data();
     void search();
-    void showHelpOpensOneWindowOnTheAskedTab();
 };
 
 void TestAboutHelp::sysInfo_data()
@@ -96,22 +92,20 @@ void TestAboutHelp::sysInfo_data()
     QTest::addColumn<QStringList>("installed");
     QTest::addColumn<QString>("registered");
     QTest::addColumn<bool>("startWorks");
-    QTest::addColumn<QString>("tried");
-    QTest::addColumn<bool>("started");
+    QTest::addColumn<QString>("tried"); // empty: nothing is started, the dialog says so
 
-    const QString none;
-    QTest::newRow("nothing installed") << QStringList{} << none << true << none << false;
-    QTest::newRow("only the last choice")
-        << QStringList{"gnome-system-monitor"} << none << true
-        << QStringLiteral("/usr/bin/gnome-system-monitor") << true;
-    QTest::newRow("kinfocenter before the others")
-        << QStringList{"gnome-system-monitor", "hardinfo", "kinfocenter"} << none << true
-        << QStringLiteral("/usr/bin/kinfocenter") << true;
-    QTest::newRow("found but will not start")
-        << QStringList{"hardinfo"} << none << false << QStringLiteral("/usr/bin/hardinfo") << false;
-    QTest::newRow("a registered tool comes first")
-        << QStringList{"kinfocenter"} << QStringLiteral("C:/Tools/msinfo32.exe") << true
-        << QStringLiteral("C:/Tools/msinfo32.exe") << true;
+    const auto row = [](const char* name, QStringList installed, const char* tried, bool startWorks = true,
+                        const char* registered = "") {
+        QTest::newRow(name) << installed << QString::fromLatin1(registered) << startWorks
+                            << QString::fromLatin1(tried);
+    };
+    row("nothing installed", {}, "");
+    row("only the last choice", {"gnome-system-monitor"}, "/usr/bin/gnome-system-monitor");
+    row("kinfocenter before the others", {"gnome-system-monitor", "hardinfo", "kinfocenter"},
+        "/usr/bin/kinfocenter");
+    row("found but will not start", {"hardinfo"}, "/usr/bin/hardinfo", false);
+    row("a registered tool comes first", {"kinfocenter"}, "C:/Tools/msinfo32.exe", true,
+        "C:/Tools/msinfo32.exe");
 }
 
 void TestAboutHelp::sysInfo()
@@ -123,7 +117,6 @@ void TestAboutHelp::sysInfo()
     QFETCH(QString, registered);
     QFETCH(bool, startWorks);
     QFETCH(QString, tried);
-    QFETCH(bool, started);
 
     app::SysInfoSearch search = app::systemSysInfoSearch();
     if (!registered.isEmpty())
@@ -145,7 +138,7 @@ void TestAboutHelp::sysInfo()
     QTest::mouseClick(child<QPushButton>(&about, QStringLiteral("cmdSysInfo")), Qt::LeftButton);
     QVERIFY(about.isVisible());
     QCOMPARE(attempts, tried.isEmpty() ? QStringList{} : QStringList{tried});
-    QCOMPARE(prompter.messages, started ? QStringList{} : QStringList{kUnavailable});
+    QCOMPARE(prompter.messages.size(), tried.isEmpty() || !startWorks ? 1 : 0);
 }
 
 void TestAboutHelp::manualLinksResolve()
@@ -160,30 +153,28 @@ void TestAboutHelp::manualLinksResolve()
     for (const QString& page : pages) {
         QVERIFY2(!facts[page].title.isEmpty(), qPrintable(page + " has no title"));
         for (const QUrl& link : facts[page].links) {
-            const QString where = page + " -> " + link.toString();
             if (link.scheme() == QLatin1String("http") || link.scheme() == QLatin1String("https"))
                 continue;
-            QCOMPARE(link.scheme(), QStringLiteral("qrc"));
             ++internal;
             const QString target = link.fileName();
-            QVERIFY2(facts.count(target) == 1, qPrintable(where));
-            if (link.hasFragment())
-                QVERIFY2(facts[target].anchors.contains(link.fragment()), qPrintable(where));
+            QVERIFY2(link.scheme() == QLatin1String("qrc") && facts.count(target) == 1 &&
+                         (!link.hasFragment() || facts[target].anchors.contains(link.fragment())),
+                     qPrintable(page + " -> " + link.toString()));
         }
         for (const QUrl& image : facts[page].images)
-            QVERIFY2(QFile::exists(QLatin1Char(':') + image.path()),
-                     qPrintable(page + " -> " + image.toString()));
+            QVERIFY2(QFile::exists(QLatin1Char(':') + image.path()), qPrintable(image.toString()));
     }
     QVERIFY(internal > pages.size());
 }
 
 // Every topic and section of the contents opens its page at its place; following a link
-// selects the link's topic, and Back returns.
+// selects the link's topic.
 void TestAboutHelp::contentsListAndOpenEveryPage()
 {
     app::HelpWindow window;
     HelpWidgets w(&window);
     window.show();
+    QCOMPARE(w.page->source().fileName(), model::LoadResString(3)); // the start page
     QStringList listed;
     for (int i = 0; i < w.contents->topLevelItemCount(); ++i) {
         QTreeWidgetItem* topic = w.contents->topLevelItem(i);
@@ -202,13 +193,10 @@ void TestAboutHelp::contentsListAndOpenEveryPage()
     listed.sort();
     QCOMPARE(listed, manualPages());
 
-    const QUrl start = w.page->source();
     w.page->setSource(pageUrl(QStringLiteral("zoom.html#wheel")));
     QTreeWidgetItem* current = w.contents->currentItem();
     QVERIFY(current && current->parent());
     QCOMPARE(current->data(0, Qt::UserRole).toUrl(), pageUrl(QStringLiteral("zoom.html#wheel")));
-    QTest::mouseClick(child<QToolButton>(&window, QStringLiteral("back")), Qt::LeftButton);
-    QCOMPARE(w.page->source(), start);
 }
 
 void TestAboutHelp::search_data()
@@ -224,15 +212,17 @@ void TestAboutHelp::search_data()
 
 // Exactly the pages that hold every word, whatever their case, the one that mentions them
 // most first; opening it marks every place of the words, and leaving the tab removes the marks.
+// The window is the one F1 opens: asked again, the same one turns to the asked tab.
 void TestAboutHelp::search()
 {
     QFETCH(QString, typed);
     QFETCH(QString, firstTopic);
 
-    app::HelpWindow window;
-    HelpWidgets w(&window);
-    window.show();
-    window.showTab(app::HelpTab::Search);
+    QWidget mainWindow;
+    app::HelpWindow* window = app::showHelp(&mainWindow, app::HelpTab::Search);
+    QVERIFY(window && window->isVisible());
+    HelpWidgets w(window);
+    QVERIFY(w.tabs->currentWidget()->isAncestorOf(w.search));
     QTest::keyClicks(w.search, typed);
 
     const QStringList words = typed.split(QLatin1Char(' '), Qt::SkipEmptyParts);
@@ -250,33 +240,21 @@ void TestAboutHelp::search()
     found.sort();
     expected.sort();
     QCOMPARE(found, expected);
-    if (found.isEmpty())
-        return;
 
-    QTest::keyClick(w.search, Qt::Key_Return);
-    QCOMPARE(w.page->documentTitle(), firstTopic);
-    qsizetype places = 0;
-    for (const QString& word : words)
-        places += w.page->toPlainText().count(word, Qt::CaseInsensitive);
-    const QList<QTextEdit::ExtraSelection> marks = w.page->extraSelections();
-    QCOMPARE(marks.size(), places);
-    for (const QTextEdit::ExtraSelection& mark : marks)
-        QVERIFY(words.contains(mark.cursor.selectedText(), Qt::CaseInsensitive));
-    w.tabs->setCurrentIndex(w.tabs->indexOf(w.contents));
-    QVERIFY(w.page->extraSelections().isEmpty());
-}
-
-void TestAboutHelp::showHelpOpensOneWindowOnTheAskedTab()
-{
-    QWidget mainWindow;
-    app::HelpWindow* first = app::showHelp(&mainWindow, app::HelpTab::Search);
-    QVERIFY(first && first->isVisible());
-    HelpWidgets w(first);
-    QVERIFY(w.tabs->currentWidget()->isAncestorOf(w.search));
-    QCOMPARE(w.page->source().fileName(), model::LoadResString(3));
-
-    QCOMPARE(app::showHelp(&mainWindow, app::HelpTab::Contents), first);
+    if (!found.isEmpty()) {
+        QTest::keyClick(w.search, Qt::Key_Return);
+        QCOMPARE(w.page->documentTitle(), firstTopic);
+        qsizetype places = 0;
+        for (const QString& word : words)
+            places += w.page->toPlainText().count(word, Qt::CaseInsensitive);
+        const QList<QTextEdit::ExtraSelection> marks = w.page->extraSelections();
+        QCOMPARE(marks.size(), places);
+        for (const QTextEdit::ExtraSelection& mark : marks)
+            QVERIFY(words.contains(mark.cursor.selectedText(), Qt::CaseInsensitive));
+    }
+    QCOMPARE(app::showHelp(&mainWindow, app::HelpTab::Contents), window);
     QCOMPARE(w.tabs->currentWidget(), static_cast<QWidget*>(w.contents));
+    QVERIFY(w.page->extraSelections().isEmpty());
     QCOMPARE(mainWindow.findChildren<app::HelpWindow*>().size(), 1);
 }
 

@@ -13,7 +13,6 @@ private slots:
     void commands();
     void exports_data();
     void exports();
-    void exportsVectorFiles();
     void exportRefuses_data();
     void exportRefuses();
 
@@ -57,10 +56,9 @@ void TestCli::commands_data()
     };
     row("polynomial at two points", {"--eval", "2x^2+1", "--at", "1", "--at", "0.5"}, 0, "3\n1.5\n");
     row("full precision", {"--eval", "1/3", "--at", "0"}, 0, "0.3333333333333333\n");
-    row("pi is the program's 15-digit pi", {"--eval", "¶", "--at", "0"}, 0, "3.14159265358979\n");
     row("decimal comma typed", {"--eval", "2,5x", "--at", "2"}, 0, "5\n");
-    row("outside the domain", {"--eval", "sqrt(x)", "--at", "-1", "--at", "4"}, 0, "nan\n2\n");
-    row("pole", {"--eval", "1/x", "--at", "0", "--at", "-0"}, 0, "inf\n-inf\n");
+    row("nan and infinities", {"--eval", "sqrt(x)+1/x", "--at", "-1", "--at", "0", "--at", "-0"}, 0,
+        "nan\ninf\n-inf\n");
     row("label names the variable", {"--eval", "t^2", "--label", "f(t)", "--at", "-3"}, 0, "9\n");
     row("negative value after --at", {"--eval", "-x^2", "--at", "-2"}, 0, "-4\n");
     row("compile error", {"--eval", "2x+", "--at", "1"}, 1, "",
@@ -69,9 +67,9 @@ void TestCli::commands_data()
     row("bad number", {"--eval", "x", "--at", "abc"}, 2, "", "abc");
     row("unknown command", {"--frobnicate"}, 2, "", "usage");
 
-    row("derivative", {"--derivative", "x^3+2x^2"}, 0, "3x^2+4x\n");
-    row("primitive keeps the decimal point", {"--primitive", "2,5x"}, 0, "1.25x^2\n");
     row("primitive in the label's variable", {"--primitive", "t^2", "--label", "g(t)"}, 0, "t^3/3\n");
+    // The integrator warns about abs: nothing of that may reach the terminal.
+    row("the library prints nothing", {"--primitive", "abs(x)"}, 0, "x^2*sign(x)/2\n");
     row("derivative fails", {"--derivative", "2x+"}, 1, "", "Error in derivative calculation\n");
     row("no elementary primitive: two messages", {"--primitive", "exp(x^2)"}, 1, "",
         "Error in calculation of primitive function\nError in primitive calculation\n");
@@ -102,8 +100,6 @@ void TestCli::exports_data()
     QTest::addColumn<int>("exitCode");
     QTest::addColumn<bool>("curves"); // whether anything beyond the bare axes is drawn
 
-    QTest::newRow("png, defaults") << "a.png" << QStringList{} << QStringList{"sin(x)", "x^2-2"}
-                                   << QSize(800, 600) << 0 << true;
     QTest::newRow("bmp with a size") << "b.bmp" << QStringList{"--size", "320x200"}
                                      << QStringList{"x"} << QSize(320, 200) << 0 << true;
     QTest::newRow("view with pi")
@@ -132,17 +128,6 @@ void TestCli::exports()
     const QString bare = m_dir.filePath("bare-" + file);
     QCOMPARE(runCurvix(QStringList{"--export", bare} + view).exitCode, 0);
     QCOMPARE(image != QImage(bare), curves);
-}
-
-void TestCli::exportsVectorFiles()
-{
-    for (const char* file : {"v.pdf", "v.svg"}) {
-        const QString path = m_dir.filePath(file);
-        QCOMPARE(runCurvix({"--export", path, "--size", "300x200", "sin(x)"}).exitCode, 0);
-        QFile written(path);
-        QVERIFY(written.open(QIODevice::ReadOnly));
-        QVERIFY(written.readAll().startsWith(path.endsWith(".pdf") ? "%PDF" : "<?xml"));
-    }
 }
 
 void TestCli::exportRefuses_data()
