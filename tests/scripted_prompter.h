@@ -10,7 +10,7 @@
 #include <deque>
 
 // A Prompter for tests: records every text it is shown and answers from queues. A
-// question it has no answer for is recorded as unexpected and answered with Cancel.
+// dialog it has no answer for is recorded as unexpected and cancelled.
 class ScriptedPrompter : public curvix::model::Prompter {
 public:
     QStringList messages;
@@ -31,33 +31,21 @@ public:
     Button ask(const QString& text, Buttons) override
     {
         questions << text;
-        if (answers.empty()) {
-            unexpected << text;
-            return Button::Cancel;
-        }
-        const Button b = answers.front();
-        answers.pop_front();
-        return b;
+        return take(answers, text, Button::Cancel);
     }
 
     std::optional<quint32> chooseColor(const QString& title, quint32) override
     {
         colorTitles << title;
-        if (colors.empty()) {
-            unexpected << title;
-            return std::nullopt;
-        }
-        auto c = colors.front();
-        colors.pop_front();
-        return c;
+        return take(colors, title, std::optional<quint32>());
     }
 
     bool printerSetup([[maybe_unused]] QPrinter& printer) override
     {
         ++printerDialogs;
+#ifdef QT_PRINTSUPPORT_LIB
         if (printToPdf.isEmpty())
             return false;
-#ifdef QT_PRINTSUPPORT_LIB
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(printToPdf);
         return true;
@@ -68,27 +56,26 @@ public:
 
     std::optional<QString> inputText(const QString& prompt, const QString&) override
     {
-        if (inputs.empty()) {
-            unexpected << prompt;
-            return std::nullopt;
-        }
-        const QString text = inputs.front();
-        inputs.pop_front();
-        if (text.isNull())
-            return std::nullopt;
-        return text;
+        const QString text = take(inputs, prompt, QString());
+        return text.isNull() ? std::nullopt : std::optional<QString>(text);
     }
 
-    QString saveFileName(const QString& title, const QString& folder,
-                         const QString& filter) override
+    QString saveFileName(const QString& title, const QString& folder, const QString& filter) override
     {
         saveDialogs << title + QLatin1Char('|') + folder + QLatin1Char('|') + filter;
-        if (fileNames.empty()) {
-            unexpected << title;
-            return {};
+        return take(fileNames, title, QString());
+    }
+
+private:
+    template <typename T>
+    T take(std::deque<T>& queue, const QString& dialog, T cancel)
+    {
+        if (queue.empty()) {
+            unexpected << dialog;
+            return cancel;
         }
-        const QString name = fileNames.front();
-        fileNames.pop_front();
-        return name;
+        T answer = queue.front();
+        queue.pop_front();
+        return answer;
     }
 };
