@@ -13,7 +13,6 @@
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QTest>
-#include <QTimer>
 #include <QToolButton>
 
 #include <cmath>
@@ -81,143 +80,114 @@ class TestDemo : public QObject {
 
 private slots:
     void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
-    void walksTheRangeOrTheList_data();
-    void walksTheRangeOrTheList();
-    void pauseStepAndStopFromBothWindows_data();
-    void pauseStepAndStopFromBothWindows();
-    void badValuesDoNotStart_data();
-    void badValuesDoNotStart();
-    void needsADrawnFunction();
+
+    void walksTheRangeOrTheList_data()
+    {
+        QTest::addColumn<QString>("step");
+        QTest::addColumn<QStringList>("list");
+        QTest::addColumn<bool>("sort");
+        QTest::addColumn<std::vector<double>>("expected");
+        QTest::newRow("range, decimal comma") << "0,5" << QStringList{} << false
+                                              << std::vector<double>{-1, -0.5, 0, 0.5, 1};
+        QTest::newRow("the list, in its order, instead of the range")
+            << "0.5" << QStringList{"2", "-1", "0.5"} << false << std::vector<double>{2, -1, 0.5};
+        QTest::newRow("the sorted list; the range is not even read")
+            << "nonsense" << QStringList{"2", "-1", "p"} << true << std::vector<double>{-1, 2, eval::kPiValue};
+    }
+
+    void walksTheRangeOrTheList()
+    {
+        QFETCH(QString, step);
+        QFETCH(QStringList, list);
+        QFETCH(bool, sort);
+        QFETCH(std::vector<double>, expected);
+        Demo d;
+        QCOMPARE(d.tangent->usage(), frmtangent::Usage::Demonstration);
+        d.setRange(QStringLiteral("-1"), QStringLiteral("1"), step);
+        for (const QString& x : list) {
+            child<QLineEdit>(d.tangent, QStringLiteral("value"))->setText(x);
+            d.click("add");
+        }
+        if (sort)
+            d.click("sort");
+        const std::vector<double> xs = d.walk();
+        QCOMPARE(xs.size(), expected.size());
+        for (std::size_t i = 0; i < xs.size(); ++i)
+            QVERIFY2(std::abs(xs[i] - expected[i]) < 1e-9, qPrintable(QString::number(xs[i])));
+        QVERIFY(d.prompter.messages.isEmpty());
+    }
+
+    void pauseStepAndStopFromBothWindows_data()
+    {
+        QTest::addColumn<bool>("fromMainWindow");
+        QTest::newRow("demonstration window") << false;
+        QTest::newRow("main window's buttons") << true;
+    }
+
+    void pauseStepAndStopFromBothWindows()
+    {
+        QFETCH(bool, fromMainWindow);
+        Demo d;
+        // A trace that runs gives way to the demonstration.
+        child<QAction>(&d.window, QStringLiteral("mnutrace"))->trigger();
+        d.setRange(QStringLiteral("-2"), QStringLiteral("2"), QStringLiteral("0.1"));
+        d.click("start");
+        QVERIFY(!d.window.state().trace.on);
+        QVERIFY(d.window.demonstration().playing());
+        QVERIFY(d.command3(0)->isVisible() && d.command3(3)->isVisible());
+        // A redraw while it plays keeps it playing.
+        d.window.redraw();
+        QVERIFY(d.window.demonstration().playing());
+
+        auto press = [&](int button) {
+            if (fromMainWindow)
+                d.command3(button)->click();
+            else
+                d.click(button == app::DemoPause ? "pause" : button == app::DemoStep ? "step" : "stop");
+        };
+        press(app::DemoPause);
+        QVERIFY(!d.window.demonstration().playing());
+        const double paused = d.tangentX();
+        QTest::qWait(100);
+        QCOMPARE(d.tangentX(), paused); // nothing moves while paused
+        press(app::DemoStep);
+        QVERIFY(std::abs(d.tangentX() - (paused + 0.1)) < 1e-9);
+        QVERIFY(!d.window.demonstration().playing());
+        QVERIFY(d.panel(4).startsWith(QStringLiteral("f'(x) = ")));
+
+        press(app::DemoStop);
+        QVERIFY(!d.window.demonstration().running());
+        QCOMPARE(int(d.window.state().graphs.size()), 1);
+        QVERIFY(!d.command3(0)->isVisible());
+        QCOMPARE(d.panel(4), QString());
+    }
+
+    void refusals()
+    {
+        Demo d;
+        // Values that make no walk start none.
+        d.setRange(QStringLiteral("1"), QStringLiteral("-2"), QStringLiteral("0.1"));
+        d.click("start");
+        QCOMPARE(d.prompter.messages.size(), 1);
+        QCOMPARE(d.prompter.messages[0].left(15), model::LoadResString(4021).left(15));
+        QVERIFY(!d.window.demonstration().running() && !d.command3(0)->isVisible());
+        // Only a drawn function is demonstrated: neither an empty box nor one typed, not drawn.
+        auto* box = child<QComboBox>(&d.window, QStringLiteral("imgcombfunc"));
+        d.tangent->close();
+        for (const char* text : {"", "x^3"}) {
+            d.prompter.messages.clear();
+            box->setEditText(QLatin1String(text));
+            child<QAction>(&d.window, QStringLiteral("mnudemo"))->trigger();
+            QCOMPARE(d.prompter.messages, QStringList{QStringLiteral("Ingen aktiv funktion")});
+            QVERIFY(!d.tangent->isVisible());
+        }
+        // The function's own popup menu opens it for that function.
+        box->setEditText(QStringLiteral("x^2"));
+        child<QAction>(&d.window, QStringLiteral("mnupopdemo"))->trigger();
+        QVERIFY(d.tangent->isVisible());
+        QCOMPARE(d.tangent->function(), QStringLiteral("x^2"));
+    }
 };
-
-void TestDemo::walksTheRangeOrTheList_data()
-{
-    QTest::addColumn<QString>("step");
-    QTest::addColumn<QStringList>("list");
-    QTest::addColumn<bool>("sort");
-    QTest::addColumn<std::vector<double>>("expected");
-    QTest::newRow("range, decimal comma") << "0,5" << QStringList{} << false
-                                          << std::vector<double>{-1, -0.5, 0, 0.5, 1};
-    QTest::newRow("the list, in its order, instead of the range")
-        << "0.5" << QStringList{"2", "-1", "0.5"} << false << std::vector<double>{2, -1, 0.5};
-    QTest::newRow("the sorted list; the range is not even read")
-        << "nonsense" << QStringList{"2", "-1", "p"} << true
-        << std::vector<double>{-1, 2, eval::kPiValue};
-}
-
-void TestDemo::walksTheRangeOrTheList()
-{
-    QFETCH(QString, step);
-    QFETCH(QStringList, list);
-    QFETCH(bool, sort);
-    QFETCH(std::vector<double>, expected);
-    Demo d;
-    QVERIFY(d.tangent && d.tangent->isVisible());
-    QCOMPARE(d.tangent->usage(), frmtangent::Usage::Demonstration);
-    d.setRange(QStringLiteral("-1"), QStringLiteral("1"), step);
-    auto* value = child<QLineEdit>(d.tangent, QStringLiteral("value"));
-    for (const QString& x : list) {
-        value->setText(x);
-        d.click("add");
-    }
-    if (sort)
-        d.click("sort");
-    const std::vector<double> xs = d.walk();
-    QCOMPARE(xs.size(), expected.size());
-    for (std::size_t i = 0; i < xs.size(); ++i)
-        QVERIFY2(std::abs(xs[i] - expected[i]) < 1e-9, qPrintable(QString::number(xs[i])));
-    QVERIFY(d.prompter.messages.isEmpty());
-}
-
-void TestDemo::pauseStepAndStopFromBothWindows_data()
-{
-    QTest::addColumn<bool>("fromMainWindow");
-    QTest::newRow("demonstration window") << false;
-    QTest::newRow("main window's buttons") << true;
-}
-
-void TestDemo::pauseStepAndStopFromBothWindows()
-{
-    QFETCH(bool, fromMainWindow);
-    Demo d;
-    // A trace that runs gives way to the demonstration.
-    child<QAction>(&d.window, QStringLiteral("mnutrace"))->trigger();
-    d.setRange(QStringLiteral("-2"), QStringLiteral("2"), QStringLiteral("0.1"));
-    d.click("start");
-    QVERIFY(!d.window.state().trace.on);
-    QVERIFY(d.window.demonstration().playing());
-    QCOMPARE(d.panel(3), QStringLiteral("Derivata/tangent"));
-    for (int i = 0; i < 4; ++i)
-        QVERIFY(d.command3(i)->isVisible());
-    // A redraw while it plays keeps it playing.
-    d.window.redraw();
-    QVERIFY(d.window.demonstration().playing());
-
-    auto press = [&](int button) {
-        if (fromMainWindow)
-            d.command3(button)->click();
-        else
-            d.click(button == app::DemoPause ? "pause" : button == app::DemoStep ? "step" : "stop");
-    };
-    press(app::DemoPause);
-    QVERIFY(!d.window.demonstration().playing());
-    const double paused = d.tangentX();
-    QTest::qWait(100);
-    QCOMPARE(d.tangentX(), paused); // nothing moves while paused
-    press(app::DemoStep);
-    QVERIFY(std::abs(d.tangentX() - (paused + 0.1)) < 1e-9);
-    QVERIFY(!d.window.demonstration().playing());
-    QVERIFY(d.panel(4).startsWith(QStringLiteral("f'(x) = ")));
-
-    press(app::DemoStop);
-    QVERIFY(!d.window.demonstration().running());
-    QCOMPARE(int(d.window.state().graphs.size()), 1);
-    QVERIFY(!d.command3(0)->isVisible());
-    QCOMPARE(d.panel(4), QString());
-    // Stopped, the steps do nothing.
-    press(app::DemoStep);
-    QVERIFY(!d.window.demonstration().running());
-}
-
-void TestDemo::badValuesDoNotStart_data()
-{
-    QTest::addColumn<QString>("to");
-    QTest::addColumn<int>("message");
-    QTest::newRow("from above to") << "-2" << 4021;
-    QTest::newRow("not a number") << "two" << 4020;
-}
-
-void TestDemo::badValuesDoNotStart()
-{
-    QFETCH(QString, to);
-    QFETCH(int, message);
-    Demo d;
-    d.setRange(QStringLiteral("1"), to, QStringLiteral("0.1"));
-    d.click("start");
-    QCOMPARE(d.prompter.messages.size(), 1);
-    QCOMPARE(d.prompter.messages[0].left(15), model::LoadResString(message).left(15));
-    QVERIFY(!d.window.demonstration().running());
-    QVERIFY(!d.command3(0)->isVisible());
-}
-
-void TestDemo::needsADrawnFunction()
-{
-    Demo d;
-    auto* box = child<QComboBox>(&d.window, QStringLiteral("imgcombfunc"));
-    d.tangent->close();
-    for (const char* text : {"", "x^3"}) { // empty, and typed but not drawn
-        d.prompter.messages.clear();
-        box->setEditText(QLatin1String(text));
-        child<QAction>(&d.window, QStringLiteral("mnudemo"))->trigger();
-        QCOMPARE(d.prompter.messages, QStringList{QStringLiteral("Ingen aktiv funktion")});
-        QVERIFY(!d.tangent->isVisible());
-    }
-    // The function's own popup menu opens it for that function.
-    box->setEditText(QStringLiteral("x^2"));
-    child<QAction>(&d.window, QStringLiteral("mnupopdemo"))->trigger();
-    QVERIFY(d.tangent->isVisible());
-    QCOMPARE(d.tangent->function(), QStringLiteral("x^2"));
-}
 
 QTEST_MAIN(TestDemo)
 #include "test_demo.moc"
