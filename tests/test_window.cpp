@@ -27,8 +27,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QRadioButton>
-#include <QRegularExpression>
 #include <QSemaphore>
 #include <QSettings>
 #include <QSignalSpy>
@@ -47,15 +45,6 @@ using app::frmgraph;
 using B = model::Prompter::Button;
 
 namespace {
-
-// Types a function into the function box the way a user does, then presses Enter.
-void typeFunction(frmgraph& window, const QString& text)
-{
-    auto* box = child<QComboBox>(&window, QStringLiteral("imgcombfunc"));
-    box->lineEdit()->clear();
-    QTest::keyClicks(box->lineEdit(), text);
-    QTest::keyClick(box->lineEdit(), Qt::Key_Return);
-}
 
 // The symbolic library's stand-in: fixed answers ("" fails), its calls counted and the
 // thread it ran on kept. Each call waits until the test opens the gate.
@@ -89,6 +78,7 @@ struct ShownWindow {
     ScriptedPrompter prompter;
     frmgraph window{prompter};
     model::AppState& state = window.state();
+    QComboBox* functionBox = child<QComboBox>(&window, QStringLiteral("imgcombfunc"));
     ShownWindow()
     {
         window.show();
@@ -98,25 +88,27 @@ struct ShownWindow {
     }
     template <typename W = QWidget>
     W* get(const QString& name) { return child<W>(&window, name); }
-    app::PiLineEdit* box(const QString& name) { return get<app::PiLineEdit>(name); }
-    QComboBox* functionBox() { return get<QComboBox>(QStringLiteral("imgcombfunc")); }
     QAction* action(const char* name) { return get<QAction>(QLatin1String(name)); }
     QString status(int panel = 5) { return get<QLabel>(QStringLiteral("StatusBar1_%1").arg(panel))->text(); }
+    // Types a function into the function box the way a user does, then presses Enter.
+    void type(const QString& text)
+    {
+        functionBox->lineEdit()->clear();
+        QTest::keyClicks(functionBox->lineEdit(), text);
+        QTest::keyClick(functionBox->lineEdit(), Qt::Key_Return);
+    }
     void focus(QWidget* w)
     {
         w->setFocus();
         QCoreApplication::processEvents();
     }
-    void press(int token)
+    // Clicks where a user clicks: a key of the keypad, an angle option on its circle.
+    void click(const QString& name)
     {
-        QTest::mouseClick(get<QToolButton>(QStringLiteral("cmdtoken_%1").arg(token)), Qt::LeftButton);
+        QWidget* w = get(name);
+        QTest::mouseClick(w, Qt::LeftButton, {}, QPoint(6, w->height() / 2));
     }
-    // Clicks an angle option on its circle, where a user clicks it.
-    void option(int index)
-    {
-        auto* button = get<QRadioButton>(QStringLiteral("Option1_%1").arg(index));
-        QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(6, button->height() / 2));
-    }
+    void press(int token) { click(QStringLiteral("cmdtoken_%1").arg(token)); }
     // A popup menu takes the window's activation; closing it gives it back.
     void closePopup(const QString& name)
     {
@@ -130,7 +122,7 @@ struct ShownWindow {
     {
         QStringList texts;
         for (int i = 0; i < 4; ++i)
-            texts << box(QStringLiteral("%1_%2").arg(QLatin1String(prefix)).arg(i))->storedText();
+            texts << get<app::PiLineEdit>(QStringLiteral("%1_%2").arg(QLatin1String(prefix)).arg(i))->storedText();
         return texts;
     }
     QStringList graphTexts()
@@ -181,7 +173,6 @@ private slots:
         QTest::newRow("one variable per list")
             << QStringList{"f(t)|t+1", "f(x)|x^2"} << QStringList{"t+1"} << "Endast en variabel per omgång";
         QTest::newRow("a refused label draws nothing") << QStringList{"F(t)|t^2"} << QStringList{} << "";
-        QTest::newRow("a mended label draws") << QStringList{"F(t)|t^2", "f(t)|=t^2"} << QStringList{"t^2"} << "";
         QTest::newRow("the start of a drawn function is drawn as typed")
             << QStringList{"f(x)|x^3", "f(x)|x"} << QStringList{"x^3", "x"} << "";
     }
@@ -198,15 +189,15 @@ private slots:
             label->setText(step.section(QLatin1Char('|'), 0, 0));
             const QString text = step.section(QLatin1Char('|'), 1);
             if (!text.startsWith(QLatin1Char('='))) {
-                typeFunction(w.window, text);
+                w.type(text);
             } else {
-                w.functionBox()->setEditText(text.mid(1));
-                QTest::mouseClick(w.get<QPushButton>(QStringLiteral("Command1_0")), Qt::LeftButton);
+                w.functionBox->setEditText(text.mid(1));
+                w.get<QPushButton>(QStringLiteral("Command1_0"))->click();
             }
         }
         QCOMPARE(w.graphTexts(), drawn);
         // Enter never adds the text to the list by itself: the items mirror the graph list.
-        QCOMPARE(w.functionBox()->count(), drawn.size());
+        QCOMPARE(w.functionBox->count(), drawn.size());
         QCOMPARE(w.state.documentChanged, !drawn.isEmpty());
         QCOMPARE(w.window.redrawCount() > redraws, !drawn.isEmpty());
         QCOMPARE(w.prompter.messages.size(), message.isEmpty() ? 0 : 1);
@@ -232,22 +223,21 @@ private slots:
             return true;
         };
         QVERIFY(enabled(false));
-        typeFunction(w.window, QStringLiteral("x^2"));
+        w.type(QStringLiteral("x^2"));
         QVERIFY(enabled(true));
         // An empty box asks the library nothing.
-        w.functionBox()->setEditText(QString());
+        w.functionBox->setEditText(QString());
         w.action("mnuderivative")->trigger();
         QVERIFY(!w.window.symbolicRunner().busy());
         QCOMPARE(library.calls->load(), 0);
-        w.functionBox()->setEditText(QStringLiteral("x^2"));
+        w.functionBox->setEditText(QStringLiteral("x^2"));
         w.action("mnupop1")->trigger();
         QVERIFY(enabled(false));
     }
 
     void symbolicRequests_data()
     {
-        QTest::addColumn<QString>("source");
-        QTest::addColumn<QString>("other"); // drawn after the source, before the request
+        QTest::addColumn<QString>("sources"); // drawn first; the first is asked about
         QTest::addColumn<QString>("command");
         QTest::addColumn<QByteArray>("derivative"); // the library's answer once released; "" fails
         QTest::addColumn<bool>("escape");
@@ -255,21 +245,20 @@ private slots:
         QTest::addColumn<QString>("tree");  // the function box afterwards, "indent:text"
 
         QTest::newRow("a derivative goes under its source, not at the end")
-            << "x^3" << "2x" << "mnupopderiv" << QByteArray("3x^2") << false << "" << "0:x^3 1:3x^2 0:2x";
+            << "x^3 2x" << "mnupopderiv" << QByteArray("3x^2") << false << "" << "0:x^3 1:3x^2 0:2x";
         QTest::newRow("a primitive goes above its source, by its button")
-            << "2x" << "" << "Command5_6" << QByteArray() << false << "" << "0:x^2 1:2x";
+            << "2x" << "Command5_6" << QByteArray() << false << "" << "0:x^2 1:2x";
         QTest::newRow("an edited answer is an ordinary function")
-            << "x^3" << "" << "mnuderivative" << QByteArray("3x^2") << false << "+1" << "0:x^3 0:3x^2+1";
+            << "x^3" << "mnuderivative" << QByteArray("3x^2") << false << "+1" << "0:x^3 0:3x^2+1";
         QTest::newRow("a failure is reported at the end")
-            << "x^3" << "" << "mnuderivative" << QByteArray() << false << "" << "0:x^3";
+            << "x^3" << "mnuderivative" << QByteArray() << false << "" << "0:x^3";
         QTest::newRow("escape: an answer that comes anyway is dropped")
-            << "x^3" << "" << "mnuderivative" << QByteArray("3x^2") << true << "" << "0:x^3";
+            << "x^3" << "mnuderivative" << QByteArray("3x^2") << true << "" << "0:x^3";
     }
 
     void symbolicRequests()
     {
-        QFETCH(QString, source);
-        QFETCH(QString, other);
+        QFETCH(QString, sources);
         QFETCH(QString, command);
         QFETCH(QByteArray, derivative);
         QFETCH(bool, escape);
@@ -278,11 +267,10 @@ private slots:
         ShownWindow w;
         FakeLibrary library{derivative, "x^2"};
         library.install(w.window);
-        for (const QString& text : {source, other})
-            if (!text.isEmpty())
-                typeFunction(w.window, text);
-        QLineEdit* edit = w.functionBox()->lineEdit();
-        edit->setText(source);
+        for (const QString& text : sources.split(QLatin1Char(' ')))
+            w.type(text);
+        QLineEdit* edit = w.functionBox->lineEdit();
+        edit->setText(sources.section(QLatin1Char(' '), 0, 0));
         QSignalSpy answered(&w.window.symbolicRunner(), &app::SymbolicRunner::answered);
         QSignalSpy busy(&w.window.symbolicRunner(), &app::SymbolicRunner::busyChanged);
         if (QAction* menu = w.window.findChild<QAction*>(command))
@@ -302,10 +290,8 @@ private slots:
         const bool failed = command.contains(QLatin1String("deriv")) && derivative.isEmpty();
         QCOMPARE(w.prompter.messages, failed ? QStringList{"Error in derivative calculation"} : QStringList{});
         QCOMPARE(answered.count(), escape || failed ? 0 : 1);
-        if (answered.isEmpty())
-            QCOMPARE(edit->text(), source);
-        else
-            typeFunction(w.window, edit->text() + typed);
+        if (!answered.isEmpty())
+            w.type(edit->text() + typed);
         // The link was checked against the remembered answer: the library was asked once.
         QCOMPARE(library.calls->load(), 1);
         auto* box = w.get<app::FunctionBox>(QStringLiteral("imgcombfunc"));
@@ -315,24 +301,22 @@ private slots:
         QCOMPARE(items.join(QLatin1Char(' ')), tree);
     }
 
-    void saveQuestionBeforeNewAndClose_data()
+    void saveQuestionBeforeClosing_data()
     {
-        QTest::addColumn<bool>("close"); // else New
         QTest::addColumn<bool>("changed");
         QTest::addColumn<int>("answer");  // to "Save changes?"
         QTest::addColumn<bool>("saveTo"); // a file is named in the save dialog, else it is cancelled
         QTest::addColumn<bool>("proceeds");
 
-        QTest::newRow("close unchanged: no question") << true << false << -1 << false << true;
-        QTest::newRow("close, No") << true << true << int(B::No) << false << true;
-        QTest::newRow("close, Cancel") << true << true << int(B::Cancel) << false << false;
-        QTest::newRow("close, Yes, save dialog cancelled") << true << true << int(B::Yes) << false << false;
-        QTest::newRow("new, Yes, saved") << false << true << int(B::Yes) << true << true;
+        QTest::newRow("unchanged: no question") << false << -1 << false << true;
+        QTest::newRow("No") << true << int(B::No) << false << true;
+        QTest::newRow("Cancel") << true << int(B::Cancel) << false << false;
+        QTest::newRow("Yes, save dialog cancelled") << true << int(B::Yes) << false << false;
+        QTest::newRow("Yes, saved") << true << int(B::Yes) << true << true;
     }
 
-    void saveQuestionBeforeNewAndClose()
+    void saveQuestionBeforeClosing()
     {
-        QFETCH(bool, close);
         QFETCH(bool, changed);
         QFETCH(int, answer);
         QFETCH(bool, saveTo);
@@ -344,38 +328,34 @@ private slots:
             w.prompter.answers.push_back(B(answer));
         w.prompter.fileNames.push_back(saveTo ? file : QString());
         if (changed)
-            typeFunction(w.window, QStringLiteral("x^2"));
+            w.type(QStringLiteral("x^2"));
 
-        if (close)
-            QCOMPARE(w.window.close(), proceeds);
-        else
-            w.action("mnunew")->trigger();
+        QCOMPARE(w.window.close(), proceeds);
         QCOMPARE(w.prompter.questions.size(), changed ? 1 : 0);
         QVERIFY(w.prompter.unexpected.isEmpty());
         QCOMPARE(QImage(file).size(), saveTo ? w.window.plotArea()->image().size() : QSize(0, 0));
         // The colours are stored when the window closes.
-        QCOMPARE(QSettings().contains(QStringLiteral("colors/gridcolor")), close && proceeds);
-        if (!close)
-            QCOMPARE(w.graphTexts().isEmpty(), proceeds);
+        QCOMPARE(QSettings().contains(QStringLiteral("colors/gridcolor")), proceeds);
     }
 
     void newStartsAFreshDrawing()
     {
         ShownWindow w;
         const QStringList startRows = w.row("Text4");
-        typeFunction(w.window, QStringLiteral("x^2"));
-        w.option(0);
+        w.type(QStringLiteral("x^2"));
+        w.click(QStringLiteral("Option1_0"));
         w.window.plotView().labels().addText(QStringLiteral("kept?"), QPointF(10, 10));
         w.action("mnutrace")->trigger();
         w.get<QToolButton>(QStringLiteral("tracePlay"))->click();
-        w.prompter.answers.push_back(B::No);
+        // Cancel to the save question keeps the drawing; No drops it.
+        w.prompter.answers = {B::Cancel, B::No};
+        w.get<QToolButton>(QStringLiteral("Command5_9"))->click();
+        QCOMPARE(w.graphTexts(), QStringList{"x^2"});
         const int redraws = w.window.redrawCount();
-
         w.get<QToolButton>(QStringLiteral("Command5_9"))->click();
         QCOMPARE(w.graphTexts(), QStringList());
-        QCOMPARE(w.functionBox()->count(), 0);
-        QVERIFY(w.get<QRadioButton>(QStringLiteral("Option1_1"))->isChecked());
-        QCOMPARE(w.row("Text4"), startRows);
+        QCOMPARE(w.functionBox->count(), 0);
+        QCOMPARE(w.row("Text4"), startRows); // in radians again
         QTRY_VERIFY(w.labels().isEmpty());
         QVERIFY(!w.state.trace.on && !w.window.curveTools().tracePlaying() && !w.action("mnutrace")->isChecked());
         QVERIFY(!w.state.documentChanged);
@@ -383,7 +363,7 @@ private slots:
         QCOMPARE(w.window.redrawCount(), redraws + 1);
         // A new drawing may use another variable.
         w.get<QLineEdit>(QStringLiteral("Text5"))->setText(QStringLiteral("f(t)"));
-        typeFunction(w.window, QStringLiteral("t^2"));
+        w.type(QStringLiteral("t^2"));
         QCOMPARE(w.graphTexts(), QStringList{"t^2"});
         QVERIFY(w.prompter.messages.isEmpty());
     }
@@ -391,14 +371,13 @@ private slots:
     void dialogCommandsRedraw()
     {
         ShownWindow w;
-        typeFunction(w.window, QStringLiteral("x^2"));
+        w.type(QStringLiteral("x^2"));
         int redraws = w.window.redrawCount();
         auto redrawn = [&] {
             const int before = std::exchange(redraws, w.window.redrawCount());
             return redraws > before;
         };
-        w.prompter.inputs = {QStringLiteral("big"), QStringLiteral("7.5")};
-        w.prompter.answers = {B::Retry};
+        w.prompter.inputs = {QStringLiteral("7.5")};
         w.action("mnufontsize")->trigger();
         QCOMPARE(w.window.plotArea()->font().pointSize(), 8);
         QVERIFY(redrawn());
@@ -416,11 +395,8 @@ private slots:
         w.state.verticalLines = {4};
         w.action("mnuvertical")->trigger();
         auto* value = w.get<QLineEdit>(QStringLiteral("value"));
-        for (const char* text : {"-1,5", "nonsense"}) {
-            value->setText(QLatin1String(text));
-            QTest::keyClick(value, Qt::Key_Return);
-        }
-        QCOMPARE(w.prompter.messages.size(), 1); // the nonsense
+        value->setText(QStringLiteral("-1,5"));
+        QTest::keyClick(value, Qt::Key_Return);
         QCOMPARE(w.state.verticalLines, std::vector<double>{4}); // nothing reaches the drawing before OK
         w.get<QPushButton>(QStringLiteral("ok"))->click();
         QCOMPARE(w.state.verticalLines, (std::vector<double>{4, -1.5}));
@@ -431,51 +407,47 @@ private slots:
         auto* separator = child<QComboBox>(settings, QStringLiteral("Combo1"));
         separator->setCurrentIndex(3);
         emit separator->activated(3);
-        child<QCheckBox>(settings, QStringLiteral("Check1_0"))->setChecked(false);
         child<QPushButton>(settings, QStringLiteral("Command1_0"))->click();
         QCOMPARE(w.state.coordinateSeparator, QStringLiteral("|"));
-        QCOMPARE(w.state.arrows, (model::AxisArrowSwitches{true, true, false, true}));
         QVERIFY(redrawn());
-        QVERIFY(w.prompter.unexpected.isEmpty() && w.prompter.inputs.empty() && w.prompter.colors.empty());
+        QVERIFY(w.prompter.unexpected.isEmpty() && w.prompter.messages.isEmpty());
     }
 
     void keypadTypesIntoItsTarget_data()
     {
         QTest::addColumn<QString>("target"); // widget to focus first
-        QTest::addColumn<QString>("before");
         QTest::addColumn<QList<int>>("tokens");
-        QTest::addColumn<QString>("after"); // stored text of the target afterwards
+        QTest::addColumn<QString>("after"); // stored text of the target afterwards, from "2"
 
         const QString pi(QChar(0x00B6));
-        QTest::newRow("pi twice in the function box") << "imgcombfunc" << "2" << QList<int>{16, 16} << "2" + pi + pi;
-        QTest::newRow("a formula from keys") << "imgcombfunc" << "" << QList<int>{20, 30, 19, 11, 1} << "sqrt(x)+1";
-        QTest::newRow("pi twice in a range box is one p") << "Text4_1" << "3" << QList<int>{16, 16} << "3p";
-        QTest::newRow("a digit in a range box does nothing") << "Text4_0" << "-5" << QList<int>{7, 11} << "-5";
-        QTest::newRow("pi on the y row does nothing") << "Text6_0" << "-5" << QList<int>{16} << "-5";
-        QTest::newRow("pi in the label text") << "Text2" << "A" << QList<int>{16, 3} << "A" + pi;
+        QTest::newRow("pi twice in the function box") << "imgcombfunc" << QList<int>{16, 16} << "2" + pi + pi;
+        QTest::newRow("a formula from keys") << "imgcombfunc" << QList<int>{13, 20, 30, 19, 11, 1} << "2*sqrt(x)+1";
+        QTest::newRow("pi twice in a range box is one p") << "Text4_1" << QList<int>{16, 16} << "2p";
+        QTest::newRow("a digit in a range box does nothing") << "Text4_0" << QList<int>{7, 11} << "2";
+        QTest::newRow("pi on the y row does nothing") << "Text6_0" << QList<int>{16} << "2";
+        QTest::newRow("pi in the label text") << "Text2" << QList<int>{16, 3} << "2" + pi;
     }
 
     void keypadTypesIntoItsTarget()
     {
         QFETCH(QString, target);
-        QFETCH(QString, before);
         QFETCH(QList<int>, tokens);
         QFETCH(QString, after);
         ShownWindow w;
         const bool intoBox = target == QLatin1String("imgcombfunc");
-        w.functionBox()->setEditText(intoBox ? before : QStringLiteral("sin(x)"));
-        auto* edit = intoBox ? w.functionBox()->lineEdit() : w.get<QLineEdit>(target);
-        edit->setText(before);
+        w.functionBox->setEditText(QStringLiteral("sin(x)"));
+        auto* edit = intoBox ? w.functionBox->lineEdit() : w.get<QLineEdit>(target);
+        edit->setText(QStringLiteral("2"));
         w.focus(edit);
         for (int token : tokens)
             w.press(token);
         auto* range = qobject_cast<app::PiLineEdit*>(edit);
         QCOMPARE(range ? range->storedText() : edit->text(), after);
         QVERIFY(edit->hasFocus());
-        QCOMPARE(w.functionBox()->currentText(), intoBox ? after : QStringLiteral("sin(x)"));
+        QCOMPARE(w.functionBox->currentText(), intoBox ? after : QStringLiteral("sin(x)"));
         // C clears the function box from anywhere.
         w.press(31);
-        QCOMPARE(w.functionBox()->currentText(), QString());
+        QCOMPARE(w.functionBox->currentText(), QString());
     }
 
     void rangeBoxesFilterAndApply_data()
@@ -486,9 +458,7 @@ private slots:
         QTest::addColumn<int>("field"); // of the view, in the order of its members
         QTest::addColumn<double>("value");
         QTest::addColumn<QString>("problem"); // in the status bar
-        const QString pi(QChar(0x03C0));
-        QTest::newRow("x max") << "Text4_1" << "2xp!p" << "2p" << 1 << 2 * eval::kPiValue << "";
-        QTest::newRow("x min, π typed") << "Text4_0" << "-" + pi << "-p" << 0 << -eval::kPiValue << "";
+        QTest::newRow("x max") << "Text4_1" << "2xπ!p" << "2p" << 1 << 2 * eval::kPiValue << "";
         QTest::newRow("y step takes no p") << "Text6_2" << "0p,5" << "0,5" << 6 << 0.5 << "";
         QTest::newRow("y min above y max keeps the last good view")
             << "Text6_0" << "7" << "7" << 4 << -5.0 << "y minimum";
@@ -503,7 +473,7 @@ private slots:
         QFETCH(double, value);
         QFETCH(QString, problem);
         ShownWindow w;
-        app::PiLineEdit* box = w.box(name);
+        auto* box = w.get<app::PiLineEdit>(name);
         box->clear();
         w.focus(box);
         for (const QChar c : typed) {
@@ -511,9 +481,8 @@ private slots:
             QApplication::sendEvent(box, &key);
         }
         QCOMPARE(box->storedText(), stored);
-        QCOMPARE(box->text(), app::piShown(stored));
         // Enter in the function box reads the rows too; the function is drawn all the same.
-        typeFunction(w.window, QStringLiteral("x^2"));
+        w.type(QStringLiteral("x^2"));
         const model::ViewWindow& v = w.state.view;
         const double fields[8] = {v.XMin, v.XMax, v.XStep, v.XTicks, v.YMin, v.YMax, v.YStep, v.YTicks};
         QCOMPARE(fields[field], value);
@@ -524,20 +493,19 @@ private slots:
     void angleUnitsAndExactValues()
     {
         ShownWindow w;
-        typeFunction(w.window, QStringLiteral("sin(x)"));
+        w.type(QStringLiteral("sin(x)"));
         w.state.graphs[0].marks.push_back({QStringLiteral("x"), 0.5 * eval::kPiValue, 1, {}, {}, 0});
         auto* exact = w.get<QCheckBox>(QStringLiteral("Check1"));
         exact->click();
         w.closePopup(QStringLiteral("mnupop2"));
         w.action("mnupop22")->trigger();
         auto* fraction = w.get<app::FractionInput>(QStringLiteral("fracinput_2"));
-        QVERIFY(fraction->isVisible() && !w.box(QStringLiteral("Text4_2"))->isVisible());
+        QVERIFY(fraction->isVisible() && !w.get(QStringLiteral("Text4_2"))->isVisible());
         // The pi key types into the numerator unless the whole part is being edited.
         fraction->field(app::FractionInput::Numerator)->setText(QStringLiteral("3"));
         w.focus(fraction->field(app::FractionInput::Numerator));
         w.press(16);
         w.press(16);
-        QCOMPARE(fraction->text(app::FractionInput::Numerator), QStringLiteral("3p"));
         fraction->field(app::FractionInput::Denominator)->setText(QStringLiteral("4"));
         QTest::keyClick(fraction->field(app::FractionInput::Denominator), Qt::Key_Return);
         QCOMPARE(w.state.view.XStep, 3 * eval::kPiValue / 4);
@@ -549,10 +517,9 @@ private slots:
         const double markX[3] = {90, 1.57, 100}; // back in radians to two decimals
         for (int option : {0, 2, 1}) {
             const int redraws = w.window.redrawCount();
-            w.option(option);
+            w.click(QStringLiteral("Option1_%1").arg(option));
             QCOMPARE(w.row("Text4"), QStringList(presets[option][0]->begin(), presets[option][0]->end()));
             QCOMPARE(w.row("Text6"), QStringList(presets[option][1]->begin(), presets[option][1]->end()));
-            QCOMPARE(w.state.view.XMax, *plot::readRangeNumber(w.row("Text4")[1]));
             QCOMPARE(w.state.graphs[0].marks[0].x, markX[option]);
             QVERIFY(w.window.redrawCount() > redraws);
             QCOMPARE(exact->isEnabled(), option == 1);
@@ -580,19 +547,19 @@ private slots:
         QFETCH(QString, traced);
         QFETCH(QStringList, remaining);
         ShownWindow w;
-        typeFunction(w.window, QStringLiteral("x"));
-        typeFunction(w.window, QStringLiteral("x^2"));
+        w.type(QStringLiteral("x"));
+        w.type(QStringLiteral("x^2"));
         if (!traced.isEmpty()) {
-            w.functionBox()->setEditText(traced);
+            w.functionBox->setEditText(traced);
             w.action("mnutrace")->trigger();
         }
         if (pick >= 0)
-            w.functionBox()->setCurrentIndex(pick);
-        w.functionBox()->setEditText(text);
+            w.functionBox->setCurrentIndex(pick);
+        w.functionBox->setEditText(text);
         w.get<QToolButton>(QStringLiteral("Command5_7"))->click();
 
         QCOMPARE(w.graphTexts(), remaining);
-        QCOMPARE(w.functionBox()->count(), remaining.size());
+        QCOMPARE(w.functionBox->count(), remaining.size());
         const bool traceOn = remaining.contains(traced);
         QCOMPARE(w.state.trace.on, traceOn);
         QCOMPARE(w.action("mnutrace")->isChecked(), traceOn);
@@ -619,9 +586,7 @@ private slots:
             QCOMPARE(int(w.state.zoomCount), escape ? 0 : 1);
         }
         // The quarter below and right of the centre, to the nearest pixel.
-        QVERIFY(std::abs(view.XMin) < 0.05 && std::abs(view.XMax - 5) < 0.05);
-        QVERIFY(std::abs(view.YMin + 5) < 0.05 && std::abs(view.YMax) < 0.05);
-        QVERIFY(w.state.documentChanged);
+        QVERIFY(std::abs(view.XMin) < 0.05 && std::abs(view.XMax - 5) < 0.05 && std::abs(view.YMax) < 0.05);
         const QPointF centre(plot->width() / 2.0, plot->height() / 2.0);
         QWheelEvent wheel(centre, plot->mapToGlobal(centre), QPoint(), QPoint(0, 120), Qt::NoButton,
                           Qt::NoModifier, Qt::NoScrollPhase, false);
@@ -634,48 +599,23 @@ private slots:
         QCOMPARE(view, model::ViewWindow{});
         QCOMPARE(w.row("Text4"), startRows);
 
-        // The plot shrinks by Shift and the arrows, never past its frame, or by its corner.
+        // The plot shrinks by its corner, and is drawn again at its new size.
         auto* grip = w.get<QLabel>(QStringLiteral("lblGrip"));
-        w.focus(w.get(QStringLiteral("Check2")));
         const QSize full = plot->size();
-        QTest::keyClick(&w.window, Qt::Key_Up, Qt::ShiftModifier);
-        QTest::keyClick(&w.window, Qt::Key_Right, Qt::ShiftModifier);
-        QCOMPARE(plot->size(), full - QSize(0, 10));
         QTest::mousePress(grip, Qt::LeftButton, {}, QPoint(4, 4));
         const QPointF to(4 - 60, 4 - 40);
         QMouseEvent move(QEvent::MouseMove, to, grip->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(grip, &move);
         QTest::mouseRelease(grip, Qt::LeftButton, {}, to.toPoint());
-        QCOMPARE(plot->size(), full - QSize(60, 50));
+        QCOMPARE(plot->size(), full - QSize(60, 40));
         QCOMPARE(plot->image().size(), plot->devicePixelSize());
-        QCOMPARE(grip->geometry().bottomRight(), plot->rect().bottomRight());
-    }
-
-    void traceWalksTheCurve()
-    {
-        ShownWindow w;
-        typeFunction(w.window, QStringLiteral("sqrt(x)"));
-        w.get<QToolButton>(QStringLiteral("Command5_3"))->click();
-        QVERIFY(w.action("mnutrace")->isChecked() && w.status(1).contains(QStringLiteral("sqrt(x)")));
-        const double start = w.state.trace.x;
-        w.focus(w.get(QStringLiteral("Check2")));
-        for (int i = 0; i < 50; ++i) // 50 of the 200 steps across the view
-            QTest::keyClick(&w.window, Qt::Key_Right);
-        QVERIFY(std::abs(w.state.trace.x - start - 2.5) < 0.01);
-        QVERIFY2(w.status(2).startsWith("X = 2" + QLocale().decimalPoint() + "5"), qPrintable(w.status(2)));
-        w.get<QToolButton>(QStringLiteral("tracePlay"))->click();
-        QTRY_VERIFY(w.state.trace.x > start + 2.6);
-        w.get<QToolButton>(QStringLiteral("tracePause"))->click();
-        QVERIFY(!w.window.curveTools().tracePlaying());
-        w.action("mnutrace")->trigger();
-        QVERIFY(!w.state.trace.on && w.status(1).isEmpty());
     }
 
     void labelsOnThePlot()
     {
         ShownWindow w;
         // A double-click near a curve labels its nearest point; far from it, nothing.
-        typeFunction(w.window, QStringLiteral("x"));
+        w.type(QStringLiteral("x"));
         w.state.coordinateSeparator = QStringLiteral("|");
         QTest::mouseDClick(w.window.plotArea(), Qt::LeftButton, {}, w.pixel(4, 1));
         QTest::mouseDClick(w.window.plotArea(), Qt::LeftButton, {}, w.pixel(2, 2));
@@ -687,12 +627,12 @@ private slots:
         // A text dropped on the plot becomes a label there, π shown for ¶. (Without a real
         // drag in progress the application holds drop events back, so the plot reports it.)
         emit w.window.plotArea()->textDropped(QStringLiteral("A = 2") + QChar(0x00B6), w.pixel(2, 3));
-        QCOMPARE(w.labels().size(), 1);
-        app::PlotLabel* label = w.labels()[0];
+        app::PlotLabel* label = w.labels().value(0);
         QCOMPARE(label->text(), QStringLiteral("A = 2") + QChar(0x03C0));
         // It follows a new range: the world point stays under it.
-        w.box(QStringLiteral("Text4_0"))->setText(QStringLiteral("0"));
-        QTest::keyClick(w.box(QStringLiteral("Text4_0")), Qt::Key_Return);
+        auto* xMin = w.get<QLineEdit>(QStringLiteral("Text4_0"));
+        xMin->setText(QStringLiteral("0"));
+        QTest::keyClick(xMin, Qt::Key_Return);
         QVERIFY((label->pos() - w.pixel(2, 3)).manhattanLength() <= 2);
         // Dragged elsewhere, it keeps its new world position.
         QTest::mousePress(label, Qt::LeftButton, {}, QPoint(2, 2));
@@ -700,62 +640,52 @@ private slots:
         QTest::mouseRelease(label, Qt::LeftButton, {}, QPoint(42, 2));
         QVERIFY(label->worldX() > 2.2);
 
-        // Alt+Q edits the last formula picture; one that does not parse is refused.
+        // Alt+Q edits the last formula picture.
         QLabel* formula = w.window.plotView().labels().addFormula(QStringLiteral("sqrt(x)"), QStringLiteral("f(x)"),
                                                                   QPointF(30, 30));
         const int height = formula->pixmap().height();
-        w.prompter.inputs = {QStringLiteral("sqrt(x)/(x^2+1)"), QStringLiteral("2x+")};
+        w.prompter.inputs = {QStringLiteral("sqrt(x)/(x^2+1)")};
         QTest::keyClick(&w.window, Qt::Key_Q, Qt::AltModifier);
         QVERIFY(formula->pixmap().height() > height); // a fraction now
-        QTest::keyClick(&w.window, Qt::Key_Q, Qt::AltModifier);
-        QCOMPARE(w.prompter.messages.size(), 1);
     }
 
-    void plotClicks_data()
+    void plotToolsPickTheCurve()
     {
-        QTest::addColumn<bool>("tangentMode"); // else a right-click
-        QTest::addColumn<QPointF>("at");       // in world units; the curves are x and -x+3
-        QTest::addColumn<QString>("picked");   // the function box's text afterwards
-        QTest::newRow("right near a curve picks it") << false << QPointF(2.2, 2.22) << "x";
-        QTest::newRow("right far from the curves") << false << QPointF(-4, 4) << "-x+3";
-        QTest::newRow("tangent mode puts a tangent") << true << QPointF(1, 1) << "-x+3";
-    }
-
-    void plotClicks()
-    {
-        QFETCH(bool, tangentMode);
-        QFETCH(QPointF, at);
-        QFETCH(QString, picked);
         ShownWindow w;
-        typeFunction(w.window, QStringLiteral("x"));
-        typeFunction(w.window, QStringLiteral("-x+3"));
-        if (!tangentMode) {
-            QTest::mouseRelease(w.window.plotArea(), Qt::RightButton, {}, w.pixel(at.x(), at.y()));
-            w.closePopup(picked == QLatin1String("x") ? QStringLiteral("mnupop") : QStringLiteral("mnutool"));
-            QCOMPARE(w.functionBox()->currentText(), picked);
-            // The next fill starts where the right-click was, in the fill colour.
-            w.state.fillColor = 0xFF0000;
-            w.action("mnufill")->trigger();
-            const model::FillPoint& fill = w.state.fills.back();
-            QCOMPARE(fill.color, 0xFF0000u);
-            QVERIFY(std::abs(fill.x - at.x()) < 0.05 && std::abs(fill.y - at.y()) < 0.05);
-            return;
-        }
+        w.type(QStringLiteral("x"));
+        w.type(QStringLiteral("-x+3"));
+        // A right-click near a curve picks it and opens its menu; the next fill starts there.
+        QTest::mouseRelease(w.window.plotArea(), Qt::RightButton, {}, w.pixel(2.2, 2.22));
+        w.closePopup(QStringLiteral("mnupop"));
+        QCOMPARE(w.functionBox->currentText(), QStringLiteral("x"));
+        w.state.fillColor = 0xFF0000;
+        w.action("mnufill")->trigger();
+        QCOMPARE(w.state.fills.back().color, 0xFF0000u);
+        QVERIFY(std::abs(w.state.fills.back().x - 2.2) < 0.05 && std::abs(w.state.fills.back().y - 2.22) < 0.05);
+
+        // Tangent mode puts a tangent on the curve clicked; the curve's menu removes it.
         w.get<QToolButton>(QStringLiteral("Command5_4"))->click();
-        QTest::mousePress(w.window.plotArea(), Qt::LeftButton, {}, w.pixel(at.x(), at.y()));
+        QTest::mousePress(w.window.plotArea(), Qt::LeftButton, {}, w.pixel(1, 1));
         QVERIFY2(w.status().contains(QStringLiteral("*x+")), qPrintable(w.status()));
         QCOMPARE(w.state.graphs[0].marks.size(), std::size_t(1));
-        QVERIFY(std::abs(w.state.graphs[0].marks[0].x - at.x()) < 0.05);
-        // The popup of the function in the box removes its tangents.
-        w.functionBox()->setEditText(QStringLiteral("x"));
+        QVERIFY(std::abs(w.state.graphs[0].marks[0].x - 1) < 0.05);
         w.action("mnuremovetangents")->trigger();
         QVERIFY(w.state.graphs[0].marks.empty());
+
+        // The trace walks the curve in the box, 200 steps across the view.
+        w.get<QToolButton>(QStringLiteral("Command5_3"))->click();
+        QVERIFY(w.status(1).contains(QStringLiteral("x")));
+        const double start = w.state.trace.x;
+        w.focus(w.get(QStringLiteral("Check2")));
+        for (int i = 0; i < 50; ++i)
+            QTest::keyClick(&w.window, Qt::Key_Right);
+        QVERIFY(std::abs(w.state.trace.x - start - 2.5) < 0.01);
     }
 
-    void controlsAreReachableByKeyboardAndNamed()
+    void everyMenuCommandHasALetter()
     {
         ShownWindow w;
-        // Every menu and every command of a menu has a letter, none shared within a menu.
+        // None shared within a menu.
         for (QAction* menu : w.window.menuBar()->actions()) {
             QVERIFY2(menu->text().contains(QLatin1Char('&')), qPrintable(menu->text()));
             QStringList letters;
@@ -765,35 +695,6 @@ private slots:
                 QVERIFY2(item->isSeparator() || (!letter.isEmpty() && !letters.contains(letter)), qPrintable(text));
                 letters << letter;
             }
-        }
-        const QRegularExpression controls(QStringLiteral(
-            "^(cmdtoken_\\d+|Text\\d(_\\d)?|imgcombfunc|Command\\d_\\d+|fracinput_\\d|Option1_\\d|Check\\d|"
-            "OLE1|lblGrip|trace(Play|Pause|Step))$"));
-        int seen = 0;
-        for (QWidget* widget : w.window.findChildren<QWidget*>()) {
-            if (controls.match(widget->objectName()).hasMatch()) {
-                ++seen;
-                QVERIFY2(!widget->accessibleName().isEmpty() && !widget->accessibleName().contains(QLatin1Char('&')),
-                         qPrintable(widget->objectName()));
-            }
-        }
-        QVERIFY(seen > 60);
-
-        // Tab follows the layout; it enters the angle options once, and the keypad row by row.
-        QStringList expected{"Text5",   "imgcombfunc", "Command1_0", "Text4_0", "Text4_1", "Text4_2",
-                             "Text4_3", "Text6_0",     "Text6_1",    "Text6_2", "Text6_3", "Option1_0",
-                             "Check1",  "Check2",      "Check3",     "Check4",  "Text2"};
-        for (int token : {7, 8, 9, 14, 15, 31, 20, 27, 4, 5, 6, 13, 16, 28, 21, 24,
-                          1, 2, 3, 12, 17, 29, 22, 25, 0, 10, 30, 11, 18, 19, 23, 26})
-            expected << QStringLiteral("cmdtoken_%1").arg(token);
-        expected << "Text5"; // and round again
-        w.focus(w.get(QStringLiteral("Text5")));
-        for (const QString& name : expected) {
-            QWidget* now = QApplication::focusWidget();
-            while (now && now->objectName().isEmpty()) // the function box's own line edit stands for it
-                now = now->parentWidget();
-            QCOMPARE(now ? now->objectName() : QString(), name);
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
         }
     }
 };
