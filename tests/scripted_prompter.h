@@ -21,7 +21,6 @@ public:
     std::deque<QString> inputs; // a null QString answers Cancel
     std::deque<QString> fileNames;
     QStringList saveDialogs; // "title|folder|filter" of each save dialog shown
-    QStringList colorTitles; // the title of each colour dialog shown
     // The printer dialog prints into this PDF file; an empty name cancels it.
     QString printToPdf;
     int printerDialogs = 0;
@@ -36,7 +35,6 @@ public:
 
     std::optional<quint32> chooseColor(const QString& title, quint32) override
     {
-        colorTitles << title;
         return take(colors, title, std::optional<quint32>());
     }
 
@@ -44,14 +42,10 @@ public:
     {
         ++printerDialogs;
 #ifdef QT_PRINTSUPPORT_LIB
-        if (printToPdf.isEmpty())
-            return false;
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(printToPdf);
-        return true;
-#else
-        return false;
 #endif
+        return !printToPdf.isEmpty();
     }
 
     std::optional<QString> inputText(const QString& prompt, const QString&) override

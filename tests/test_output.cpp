@@ -125,7 +125,7 @@ private slots:
         QVERIFY(folder.exists()); // created before the dialog opened
         QVERIFY(w.prompter.saveDialogs.value(0).startsWith("Save As|" + folder.path() + '|'));
         QCOMPARE(w.window.state().documentChanged, written.isEmpty());
-        QCOMPARE(w.prompter.messages.size(), name.startsWith(QLatin1String("no/")) ? 1 : 0);
+        QCOMPARE(w.prompter.messages.size(), name.contains(QLatin1Char('/')) ? 1 : 0);
         QCOMPARE(folder.entryList(QDir::Files), written.isEmpty() ? QStringList() : QStringList{written});
         if (name.isEmpty())
             QCOMPARE(w.window.redrawCount(), redraws); // nothing was captured
@@ -164,21 +164,11 @@ private slots:
         QCOMPARE(w.grip(), QColor(Qt::black));
     }
 
-    void printRectIsNeverFittedToThePage_data()
-    {
-        QTest::addColumn<QSizeF>("picture");
-        QTest::addColumn<double>("printerDpi");
-        QTest::addColumn<QRectF>("expected");
-        QTest::newRow("same resolution") << QSizeF(800, 600) << 96.0 << QRectF(20 / 3.0, 20 / 3.0, 800, 600);
-        QTest::newRow("wider than any page") << QSizeF(5000, 100) << 600.0 << QRectF(125 / 3.0, 125 / 3.0, 31250, 625);
-    }
-
     void printRectIsNeverFittedToThePage()
     {
-        QFETCH(QSizeF, picture);
-        QFETCH(double, printerDpi);
-        QFETCH(QRectF, expected);
-        QCOMPARE(output::printRect(picture, printerDpi, 96), expected);
+        // A margin of 1/15 inch, and the picture at its screen size in the printer's dots.
+        QCOMPARE(output::printRect(QSizeF(800, 600), 96, 96), QRectF(20 / 3.0, 20 / 3.0, 800, 600));
+        QCOMPARE(output::printRect(QSizeF(5000, 100), 600, 96), QRectF(125 / 3.0, 125 / 3.0, 31250, 625));
     }
 };
 
