@@ -1,5 +1,6 @@
 // Thousands of random actions on the real window, with the window's invariants checked
-// after each. A failure prints the seed and a shorter action list that still fails.
+// after each: the function box's tree, the links, the view, the trace and the
+// demonstration. A failure prints the seed and a shorter action list that still fails.
 #include "app/curve_tools.h"
 #include "app/demonstration.h"
 #include "app/frmgraph.h"
@@ -15,24 +16,18 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QCheckBox>
 #include <QElapsedTimer>
 #include <QLineEdit>
-#include <QMouseEvent>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QToolButton>
 #include <QWheelEvent>
 
 #include <cmath>
 #include <random>
 
 using namespace curvix;
-using app::frmgraph;
 using Button = model::Prompter::Button;
 
 namespace {
@@ -43,9 +38,9 @@ constexpr quint32 kDefaultSeed = 20240610;
 constexpr qint64 kShrinkBudgetMs = 120000;
 
 // Each action carries two random numbers a and b in 0..999 that it reads as it needs.
-enum class Kind { Type, Delete, New, Button, Range, Zoom, Wheel, RightClick, Trace, Label, Symbolic, Demo };
+enum class Kind { Type, Delete, New, Button, Range, Zoom, RightClick, Trace, Label, Symbolic, Demo };
 // How often each kind comes; the symbolic library takes up to milliseconds.
-constexpr int kWeights[] = {250, 80, 20, 100, 120, 80, 40, 60, 100, 40, 20, 30};
+constexpr int kWeights[] = {250, 80, 20, 100, 120, 120, 60, 100, 40, 20, 30};
 
 struct Action {
     Kind kind;
@@ -119,7 +114,8 @@ public:
 
 private:
     ScriptedPrompter prompter;
-    frmgraph window{prompter};
+    app::frmgraph window{prompter};
+    const model::AppState& state = window.state();
     app::FunctionBox* box = child<app::FunctionBox>(&window, QStringLiteral("imgcombfunc"));
     QWidget* plot = window.plotArea();
     QString m_saveFolder;
@@ -132,89 +128,52 @@ private:
         return QPoint(std::max(1, plot->width() - 2) * a / 1000 + 1, std::max(1, plot->height() - 2) * b / 1000 + 1);
     }
     void trigger(const char* action) { child<QAction>(&window, QLatin1String(action))->trigger(); }
-    QWidget* widget(const QString& name) { return child<QWidget>(&window, name); }
     // A button, an angle option or a check box, where a user clicks it.
-    void click(const QString& name, Qt::MouseButton button = Qt::LeftButton)
+    void click(const QString& name)
     {
-        QWidget* w = widget(name);
-        QTest::mouseClick(w, button, {}, QPoint(6, w->height() / 2));
+        QWidget* w = child<QWidget>(&window, name);
+        QTest::mouseClick(w, Qt::LeftButton, {}, QPoint(6, w->height() / 2));
     }
 
-    // Does the action; returns the messages it may show.
-    QStringList perform(const Action& act)
+    // The function box, the range rows and the buttons beside them; returns the messages
+    // the action may show.
+    QStringList performOnEntries(const Action& act)
     {
         switch (act.kind) {
-        case Kind::Type: {
+        case Kind::Type:
             box->lineEdit()->clear();
             typeText(box->lineEdit(), act.text);
-            const QStringList allowed = expectedOnDraw(box->currentText());
             if (act.a % 2)
                 QTest::keyClick(box->lineEdit(), Qt::Key_Return);
             else
                 click(QStringLiteral("Command1_0"));
-            return allowed;
-        }
+            break;
         case Kind::Delete:
             if (act.a % 4 < box->count())
                 box->setCurrentIndex(act.a % 4);
             trigger("mnupop1");
             break;
-        case Kind::New: {
-            // No; Cancel; Yes and save; Yes and cancel the save dialog.
-            const int answer = act.a % 4;
-            prompter.answers = {answer == 0 ? Button::No : answer == 1 ? Button::Cancel : Button::Yes};
-            prompter.fileNames = {answer == 2 ? m_saveFolder + QStringLiteral("/d%1.png").arg(m_saves++) : QString()};
+        case Kind::New: // No; Cancel; Yes and save; Yes and cancel the save dialog
+            prompter.answers = {act.a % 4 == 0 ? Button::No : act.a % 4 == 1 ? Button::Cancel : Button::Yes};
+            prompter.fileNames = {act.a % 4 == 2 ? m_saveFolder + QStringLiteral("/d%1.png").arg(m_saves++) : QString()};
             trigger("mnunew");
             break;
-        }
         case Kind::Button: // the angle options, the exact values, the grid, ...
             click(act.a % 2 ? QStringLiteral("Option1_%1").arg(act.b % 3) : QStringLiteral("Check%1").arg(1 + act.b % 4));
             break;
-        case Kind::Range: {
-            auto* edit = child<QLineEdit>(&window, QStringLiteral("Text%1_%2").arg(act.a % 2 ? 4 : 6).arg(act.b % 4));
-            if (edit->isVisible()) {
+        case Kind::Range:
+            if (auto* edit = child<QLineEdit>(&window, QStringLiteral("Text%1_%2").arg(act.a % 2 ? 4 : 6).arg(act.b % 4));
+                edit->isVisible()) {
                 edit->clear();
                 typeText(edit, act.text);
                 QTest::keyClick(edit, Qt::Key_Return);
             }
             break;
-        }
-        case Kind::Zoom: // in by the zoom box, double-clicked or escaped; out one step or to the beginning
-            if (act.a % 4 >= 2) {
-                trigger(act.a % 2 ? "mnuzoominc" : "mnuzoombeg");
-                break;
-            }
-            trigger("mnuzoomin");
-            if (QWidget* zoomBox = window.findChild<app::ZoomBoxWidget*>(); act.a % 2)
-                QTest::keyClick(zoomBox, Qt::Key_Escape);
-            else
-                QTest::mouseDClick(zoomBox, Qt::LeftButton, {}, zoomBox->rect().center());
-            break;
-        case Kind::Wheel: {
-            const QPointF p = at(act.a, act.b);
-            QWheelEvent wheel(p, plot->mapToGlobal(p), QPoint(), QPoint(0, 120 * (act.a % 5 - 2)), Qt::NoButton,
-                              Qt::NoModifier, Qt::NoScrollPhase, false);
-            QApplication::sendEvent(plot, &wheel);
-            break;
-        }
-        case Kind::RightClick: // picks the curve near the click; a fill may start there
-            QTest::mouseClick(plot, Qt::RightButton, {}, at(act.a, act.b));
-            if (QWidget* popup = QApplication::activePopupWidget())
-                popup->close();
-            if (act.a % 2)
-                trigger("mnufill");
-            break;
-        case Kind::Trace:
-            if (act.a % 3 == 0)
-                trigger("mnutrace");
-            else
-                window.curveTools().stepTrace(act.a % 3 == 1 ? 1 : -1);
-            break;
         case Kind::Label:
             child<QLineEdit>(&window, QStringLiteral("Text5"))->setText(act.text);
             box->setFocus();
             break;
-        case Kind::Symbolic: {
+        default: {
             // The answer comes by a signal; the action ends when the request does.
             QSignalSpy busy(&window.symbolicRunner(), &app::SymbolicRunner::busyChanged);
             trigger(act.a % 2 ? "mnuprimitive" : "mnuderivative");
@@ -222,30 +181,88 @@ private:
                 m_problem = QStringLiteral("the symbolic request never ended");
             if (act.b % 4) // the answer drawn as it came: linked to its source in the tree
                 QTest::keyClick(box->lineEdit(), Qt::Key_Return);
-            return kSymbolicFailures + expectedOnDraw(box->currentText());
-        }
-        case Kind::Demo: {
-            const auto items = window.state().functionItems;
-            demonstrate(act);
-            if (window.state().functionItems != items)
-                m_problem = QStringLiteral("the demonstration changed the graph list");
-            return {QStringLiteral("Ingen aktiv funktion")};
+            return kSymbolicFailures;
         }
         }
         return {};
     }
 
-    QString step(const Action& action)
+    // The plot and its tools.
+    void performOnPlot(const Action& act)
+    {
+        const QPoint p = at(act.a, act.b);
+        if (act.kind == Kind::Zoom && act.a % 5 == 4) {
+            QWheelEvent wheel(p, plot->mapToGlobal(p), QPoint(), QPoint(0, 120 * (act.b % 5 - 2)), Qt::NoButton,
+                              Qt::NoModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(plot, &wheel);
+        } else if (act.kind == Kind::Zoom && act.a % 5 >= 2) {
+            trigger(act.a % 2 ? "mnuzoominc" : "mnuzoombeg");
+        } else if (act.kind == Kind::Zoom) { // the zoom box, escaped or double-clicked
+            trigger("mnuzoomin");
+            QWidget* zoomBox = window.findChild<app::ZoomBoxWidget*>();
+            if (act.a % 2)
+                QTest::keyClick(zoomBox, Qt::Key_Escape);
+            else
+                QTest::mouseDClick(zoomBox, Qt::LeftButton, {}, zoomBox->rect().center());
+        } else if (act.kind == Kind::RightClick) { // picks the curve near the click; a fill may start there
+            QTest::mouseClick(plot, Qt::RightButton, {}, p);
+            if (QWidget* popup = QApplication::activePopupWidget())
+                popup->close();
+            if (act.a % 2)
+                trigger("mnufill");
+        } else if (act.kind == Kind::Trace) {
+            if (act.a % 3 == 0)
+                trigger("mnutrace");
+            else
+                window.curveTools().stepTrace(act.a % 3 == 1 ? 1 : -1);
+        }
+    }
+
+    // Starts a walk as the demonstration window plans it (or a list of its own), steps,
+    // stops or plays; the graph list stays as it was.
+    void demonstrate(const Action& act)
+    {
+        app::Demonstration& demo = window.demonstration();
+        const auto items = state.functionItems;
+        const double from = act.b % 10 - 5;
+        const std::vector<double> xs = plot::planDemonstration(from, from + act.b % 7, 0.25 * (act.b % 5), {}).xs;
+        if (act.a % 4 == 0)
+            demo.start(state.graphs.empty() || act.b % 4 == 0 ? box->currentText()
+                                                             : state.graphs[std::size_t(act.b) % state.graphs.size()].text,
+                       xs.empty() ? std::vector<double>{2, -1, 0.5} : xs, xs.empty(), act.b % 3 != 0);
+        else if (act.a % 4 == 1)
+            demo.step();
+        else if (act.a % 4 == 2)
+            demo.stop();
+        else
+            demo.play(!demo.playing());
+        if (state.functionItems != items)
+            m_problem = QStringLiteral("the demonstration changed the graph list");
+    }
+
+    QString step(const Action& act)
     {
         const qsizetype before = prompter.messages.size();
-        const std::size_t graphsBefore = window.state().graphs.size();
+        const int graphsBefore = int(state.graphs.size());
+        // What Draw may say about the text in the box: the variable rule, or the evaluator's
+        // own complaint, worked out on an evaluator of its own.
+        QStringList allowed{QStringLiteral("Endast en variabel per omgång"), QStringLiteral("Ingen aktiv funktion")};
+        if (state.pendingDerivativeOf >= 0 || state.pendingPrimitiveOf >= 0 || act.kind == Kind::Symbolic)
+            allowed << kSymbolicFailures;
         m_problem.clear();
-        const QStringList allowed = perform(action);
+        if (act.kind == Kind::Demo)
+            demonstrate(act);
+        else if (act.kind == Kind::Zoom || act.kind == Kind::RightClick || act.kind == Kind::Trace)
+            performOnPlot(act);
+        else
+            allowed << performOnEntries(act);
+        eval::ExpressionEvaluator evaluator;
+        eval::PrepareExpressionText(evaluator, box->currentText(), child<QLineEdit>(&window, QStringLiteral("Text5"))->text(),
+                                    [&](const QString& m) { allowed << m; });
         while (QWidget* popup = QApplication::activePopupWidget())
             popup->close();
         // Links are not renumbered when an entry goes: count the removals they may reach past.
-        const int removed = int(graphsBefore) - int(window.state().graphs.size());
-        m_removed = window.state().graphs.empty() ? 0 : m_removed + std::max(0, removed);
+        m_removed = state.graphs.empty() ? 0 : m_removed + std::max(0, graphsBefore - int(state.graphs.size()));
         for (qsizetype i = before; i < prompter.messages.size() && m_problem.isEmpty(); ++i)
             if (!allowed.contains(prompter.messages[i]))
                 m_problem = QStringLiteral("unexpected message \"%1\"").arg(prompter.messages[i]);
@@ -254,93 +271,49 @@ private:
         return m_problem.isEmpty() ? invariants() : m_problem;
     }
 
-    QStringList graphTexts() const
-    {
-        QStringList texts;
-        for (const model::GraphEntry& entry : window.state().graphs)
-            texts << entry.text;
-        return texts;
-    }
-
-    // Starts a walk as the demonstration window plans it (or a list of its own), steps, stops
-    // or plays.
-    void demonstrate(const Action& act)
-    {
-        app::Demonstration& demo = window.demonstration();
-        const std::vector<model::GraphEntry>& graphs = window.state().graphs;
-        const double from = act.b % 10 - 5;
-        const std::vector<double> xs = plot::planDemonstration(from, from + act.b % 7, 0.25 * (act.b % 5), {}).xs;
-        switch (act.a % 4) {
-        case 0:
-            demo.start(graphs.empty() || act.b % 4 == 0 ? box->currentText() : graphs[std::size_t(act.b) % graphs.size()].text,
-                       xs.empty() ? std::vector<double>{2, -1, 0.5} : xs, xs.empty(), act.b % 3 != 0);
-            break;
-        case 1: demo.step(); break;
-        case 2: demo.stop(); break;
-        default: demo.play(!demo.playing());
-        }
-    }
-
-    // What Draw may say about this text: the variable rule, or the evaluator's own
-    // complaint, worked out on an evaluator of its own.
-    QStringList expectedOnDraw(const QString& text)
-    {
-        QStringList said{QStringLiteral("Endast en variabel per omgång")};
-        eval::ExpressionEvaluator evaluator;
-        eval::PrepareExpressionText(evaluator, text, child<QLineEdit>(&window, QStringLiteral("Text5"))->text(),
-                                    [&](const QString& m) { said << m; });
-        // Whether a typed text is a derivative or primitive of its source asks the library.
-        if (window.state().pendingDerivativeOf >= 0 || window.state().pendingPrimitiveOf >= 0)
-            said << kSymbolicFailures;
-        return said;
-    }
-
     QString invariants() const
     {
-        const model::AppState& s = window.state();
-        const int size = int(s.graphs.size());
-        if (s.graphCount != size || int(s.functionItems.size()) != size || box->count() != size)
+        const int size = int(state.graphs.size());
+        if (state.graphCount != size || int(state.functionItems.size()) != size || box->count() != size)
             return QStringLiteral("graphCount %1, %2 items, %3 in the box, list %4")
-                .arg(s.graphCount).arg(s.functionItems.size()).arg(box->count()).arg(size);
+                .arg(state.graphCount).arg(state.functionItems.size()).arg(box->count()).arg(size);
         // The box shows the items as a tree, each at most one level below the one before, and
         // the items are the graph list's texts.
-        QStringList items;
+        QStringList items, texts;
         for (int i = 0, previous = -1; i < size; ++i) {
-            const model::FunctionItem& item = s.functionItems[std::size_t(i)];
+            const model::FunctionItem& item = state.functionItems[std::size_t(i)];
             if (box->itemText(i) != item.text || box->indentAt(i) != item.indent)
                 return QStringLiteral("box item %1 is \"%2\", not \"%3\"").arg(i).arg(box->itemText(i), item.text);
             if (item.indent < 0 || item.indent > previous + 1)
                 return QStringLiteral("item %1 is indented %2 after %3").arg(i).arg(item.indent).arg(previous);
             previous = item.indent;
             items << item.text;
+            texts << state.graphs[std::size_t(i)].text;
+            // A link past the end is explained only by as many removals as it reaches past.
+            for (const qint32 link : {state.graphs[std::size_t(i)].derivativeIndex, state.graphs[std::size_t(i)].primitiveIndex})
+                if (link < -1 || link >= size + m_removed)
+                    return QStringLiteral("entry %1 links to %2, %3 removed").arg(i).arg(link).arg(m_removed);
         }
-        QStringList texts = graphTexts();
         items.sort();
         texts.sort();
         if (items != texts)
             return QStringLiteral("the items are not the graph list's texts");
-        // A link past the end is explained only by as many removals as it reaches past.
-        for (const model::GraphEntry& entry : s.graphs)
-            for (const qint32 link : {entry.derivativeIndex, entry.primitiveIndex})
-                if (link < -1 || link >= size + m_removed)
-                    return QStringLiteral("a link to %1 with %2 entries and %3 removed").arg(link).arg(size).arg(m_removed);
-        const model::ViewWindow& v = s.view;
+        const model::ViewWindow& v = state.view;
         if (!std::isfinite(v.XMin + v.XMax + v.XStep + v.YMin + v.YMax + v.YStep) || !(v.XMin < v.XMax) ||
             !(v.YMin < v.YMax) || v.XStep < 0 || v.YStep < 0)
             return QStringLiteral("invalid view x %1..%2 step %3, y %4..%5 step %6")
                 .arg(v.XMin).arg(v.XMax).arg(v.XStep).arg(v.YMin).arg(v.YMax).arg(v.YStep);
-        if (s.trace.on && (s.trace.entry < 0 || s.trace.entry >= size))
-            return QStringLiteral("the trace follows entry %1 of %2").arg(s.trace.entry).arg(size);
-        const model::Demonstration& d = s.demonstration;
-        const bool playing = window.demonstration().playing();
+        if (state.trace.on && (state.trace.entry < 0 || state.trace.entry >= size))
+            return QStringLiteral("the trace follows entry %1 of %2").arg(state.trace.entry).arg(size);
+        const model::Demonstration& d = state.demonstration;
         if (d.running != window.demonstration().running() || (d.running && (d.next > d.xs.size() || !d.formula)))
             return QStringLiteral("the walk is at %1 of %2 steps").arg(d.next).arg(d.xs.size());
-        if (!d.running && (!d.xs.empty() || d.tangent || !d.curve.empty() || playing))
+        if (!d.running && (!d.xs.empty() || d.tangent || !d.curve.empty() || window.demonstration().playing()))
             return QStringLiteral("a stopped demonstration keeps its walk or plays");
         if (!d.derivative.empty() && !d.withDerivative)
             return QStringLiteral("a derivative's graph that was not asked for");
         for (const eval::PointD& p : d.derivative)
-            if (!std::isfinite(p.x) || !std::isfinite(p.y))
+            if (!std::isfinite(p.x + p.y))
                 return QStringLiteral("the derivative's graph has a point that is not finite");
         return {};
     }
@@ -372,7 +345,7 @@ private slots:
         for (int i = 0; i < kActionCount; ++i)
             actions.push_back(randomAction(rng));
         int failedAt = -1;
-        QString problem = Run(m_home.path()).play(actions, &failedAt);
+        const QString problem = Run(m_home.path()).play(actions, &failedAt);
         if (problem.isEmpty())
             return;
 
