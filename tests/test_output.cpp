@@ -7,19 +7,8 @@
 #include "scripted_prompter.h"
 #include "widget_lookup.h"
 
-#include <QAction>
-#include <QClipboard>
-#include <QComboBox>
-#include <QDir>
-#include <QFile>
-#include <QGuiApplication>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMimeData>
-#include <QPushButton>
-#include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QTest>
+#include <QtTest>
+#include <QtWidgets>
 
 using namespace curvix;
 using app::frmgraph;

@@ -14,15 +14,8 @@
 #include "scripted_prompter.h"
 #include "widget_lookup.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QElapsedTimer>
-#include <QLineEdit>
-#include <QSignalSpy>
-#include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QWheelEvent>
+#include <QtTest>
+#include <QtWidgets>
 
 #include <cmath>
 #include <random>
