@@ -28,7 +28,6 @@ struct Window {
         emit child<QPushButton>(&window, QStringLiteral("Command1_0"))->clicked();
     }
     QImage picture() const { return window.plotArea()->image(); }
-    QColor grip() { return child<QLabel>(&window, QStringLiteral("lblGrip"))->palette().color(QPalette::Window); }
     void trigger(const char* action) { child<QAction>(&window, QLatin1String(action))->trigger(); }
 };
 
@@ -71,12 +70,10 @@ private slots:
         delete removed;
         data.reset(w.window.exportActions().dragData());
         const QImage exported = qvariant_cast<QImage>(data->imageData());
-        QVERIFY(differsWithin(exported, plain, text->geometry()));
+        QVERIFY(differsWithin(exported, plain, text->geometry()) && differsWithin(exported, plain, formula->geometry()));
         QVERIFY(!differsWithin(exported, plain, removedRect));
-        QVERIFY(differsWithin(exported, plain, formula->geometry()));
         // The plot itself is drawn again without them.
         QCOMPARE(w.picture(), plain);
-        QCOMPARE(w.grip(), QColor(Qt::black));
     }
 
     void savingWritesTheFile_data()
@@ -111,10 +108,7 @@ private slots:
         QCOMPARE(w.window.state().documentChanged, written.isEmpty());
         QCOMPARE(w.prompter.messages.size(), name.contains(QLatin1Char('/')) ? 1 : 0);
         QCOMPARE(folder.entryList(QDir::Files), written.isEmpty() ? QStringList() : QStringList{written});
-        if (name.isEmpty())
-            QCOMPARE(w.window.redrawCount(), redraws); // nothing was captured
-        else
-            QCOMPARE(w.grip(), QColor(Qt::black)); // after every export
+        QCOMPARE(w.window.redrawCount() == redraws, name.isEmpty()); // a capture ends in a redraw
         if (written.isEmpty())
             return;
         QFile file(folder.filePath(written));
@@ -127,10 +121,8 @@ private slots:
     void copyAndPrint()
     {
         Window w;
-        QGuiApplication::clipboard()->setText(QStringLiteral("old"));
         w.trigger("mnucopy");
         QCOMPARE(QGuiApplication::clipboard()->image().size(), w.picture().size());
-        QCOMPARE(QGuiApplication::clipboard()->text(), QString());
 
         const QString pdf = m_home.filePath(QStringLiteral("printout.pdf"));
         w.prompter.printToPdf = pdf;

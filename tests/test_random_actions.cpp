@@ -31,19 +31,19 @@ constexpr quint32 kDefaultSeed = 20240610;
 constexpr qint64 kShrinkBudgetMs = 120000;
 
 // Each action carries two random numbers a and b in 0..999 that it reads as it needs.
-enum class Kind { Type, Delete, New, Button, Range, Zoom, RightClick, Trace, Label, Symbolic, Demo };
+enum class Kind { Type, Delete, New, Button, Range, Zoom, RightClick, Trace, Symbolic, Demo };
 // How often each kind comes; the symbolic library takes up to milliseconds.
-constexpr int kWeights[] = {250, 80, 20, 100, 120, 120, 60, 100, 40, 20, 30};
+constexpr int kWeights[] = {250, 80, 20, 100, 160, 120, 60, 100, 20, 30};
 
 struct Action {
     Kind kind;
     int a;
     int b;
-    QString text; // typed into the function box, a range box or the label box
+    QString text; // typed into the function box or a range box
 };
 
 // Texts that draw, so that there are curves to click, delete, trace and derive; pieces of
-// malformed and odd ones; texts for the range boxes and the label box.
+// malformed and odd ones; texts for the range boxes.
 const QStringList kGoodFormulas{"x^2", "sin(x)", "2x+1", "x^3-2x", "sqrt(x)", "1/x", "tan(x)", "ln(x)",
                                 "abs(x)", "exp(x)", "cos(x)", "x/2", "2^x", "-x^2+3", "¶x", "log(x)"};
 const QStringList kPieces{"x", "2", "3.5", "1,5", "sin(", "sqrt(", "log10(", "(", ")", "+", "-", "*", "/", "^",
@@ -51,7 +51,6 @@ const QStringList kPieces{"x", "2", "3.5", "1,5", "sin(", "sqrt(", "log10(", "("
                           "999999999999999999999"};
 const QStringList kRangeTexts{"-5", "5", "1", "0", "-1", "10", "p", "-2p", "0.5", "1,5",
                               "",   "abc", "-", "1e3", "999999", "-999999", "0.001"};
-const QStringList kLabels{"f(x)", "f(x)", "f(x)", "g(t)", "t", "F(X)", "f(", "1"};
 const QStringList kSymbolicFailures{"too long expression", "Error in derivative calculation",
                                     "Error in calculation of primitive function", "Error in primitive calculation"};
 
@@ -67,8 +66,6 @@ Action randomAction(std::mt19937& rng)
             act.text += pick(kPieces);
     else if (act.kind == Kind::Range)
         act.text = pick(kRangeTexts);
-    else if (act.kind == Kind::Label)
-        act.text = pick(kLabels);
     return act;
 }
 
@@ -160,10 +157,6 @@ private:
                 typeText(edit, act.text);
                 QTest::keyClick(edit, Qt::Key_Return);
             }
-            break;
-        case Kind::Label:
-            child<QLineEdit>(&window, QStringLiteral("Text5"))->setText(act.text);
-            box->setFocus();
             break;
         default: {
             // The answer comes by a signal; the action ends when the request does.
