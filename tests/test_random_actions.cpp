@@ -80,7 +80,7 @@ void typeText(QWidget* widget, const QString& text)
 // One run of a list of actions on a fresh window.
 class Run {
 public:
-    explicit Run(const QString& saveFolder) : m_saveFolder(saveFolder)
+    Run()
     {
         window.resize(1000, 700);
         window.show();
@@ -108,15 +108,9 @@ private:
     const model::AppState& state = window.state();
     app::FunctionBox* box = child<app::FunctionBox>(&window, QStringLiteral("imgcombfunc"));
     QWidget* plot = window.plotArea();
-    QString m_saveFolder;
-    int m_saves = 0;
     int m_removed = 0;
     QString m_problem;
 
-    QPoint at(int a, int b) const
-    {
-        return QPoint(std::max(1, plot->width() - 2) * a / 1000 + 1, std::max(1, plot->height() - 2) * b / 1000 + 1);
-    }
     void trigger(const char* action) { child<QAction>(&window, QLatin1String(action))->trigger(); }
     // A button, an angle option or a check box, where a user clicks it.
     void click(const QString& name)
@@ -142,9 +136,9 @@ private:
                 box->setCurrentIndex(act.a % 4);
             trigger("mnupop1");
             break;
-        case Kind::New: // No; Cancel; Yes and save; Yes and cancel the save dialog
-            prompter.answers = {act.a % 4 == 0 ? Button::No : act.a % 4 == 1 ? Button::Cancel : Button::Yes};
-            prompter.fileNames = {act.a % 4 == 2 ? m_saveFolder + QStringLiteral("/d%1.png").arg(m_saves++) : QString()};
+        case Kind::New: // No; Cancel; Yes and cancel the save dialog
+            prompter.answers = {act.a % 3 == 0 ? Button::No : act.a % 3 == 1 ? Button::Cancel : Button::Yes};
+            prompter.fileNames = {QString()};
             trigger("mnunew");
             break;
         case Kind::Button: // the angle options, the exact values, the grid, ...
@@ -173,20 +167,17 @@ private:
     // The plot and its tools.
     void performOnPlot(const Action& act)
     {
-        const QPoint p = at(act.a, act.b);
+        const QPoint p(plot->width() * act.a / 1000, plot->height() * act.b / 1000);
         if (act.kind == Kind::Zoom && act.a % 5 == 4) {
             QWheelEvent wheel(p, plot->mapToGlobal(p), QPoint(), QPoint(0, 120 * (act.b % 5 - 2)), Qt::NoButton,
                               Qt::NoModifier, Qt::NoScrollPhase, false);
             QApplication::sendEvent(plot, &wheel);
         } else if (act.kind == Kind::Zoom && act.a % 5 >= 2) {
             trigger(act.a % 2 ? "mnuzoominc" : "mnuzoombeg");
-        } else if (act.kind == Kind::Zoom) { // the zoom box, escaped or double-clicked
+        } else if (act.kind == Kind::Zoom) { // into the zoom box
             trigger("mnuzoomin");
             QWidget* zoomBox = window.findChild<app::ZoomBoxWidget*>();
-            if (act.a % 2)
-                QTest::keyClick(zoomBox, Qt::Key_Escape);
-            else
-                QTest::mouseDClick(zoomBox, Qt::LeftButton, {}, zoomBox->rect().center());
+            QTest::mouseDClick(zoomBox, Qt::LeftButton, {}, zoomBox->rect().center());
         } else if (act.kind == Kind::RightClick) { // picks the curve near the click; a fill may start there
             QTest::mouseClick(plot, Qt::RightButton, {}, p);
             if (QWidget* popup = QApplication::activePopupWidget())
@@ -323,7 +314,7 @@ private slots:
         for (int i = 0; i < kActionCount; ++i)
             actions.push_back(randomAction(rng));
         int failedAt = -1;
-        const QString problem = Run(m_home.path()).play(actions, &failedAt);
+        const QString problem = Run().play(actions, &failedAt);
         if (problem.isEmpty())
             return;
 
@@ -335,7 +326,7 @@ private slots:
             for (std::size_t from = 0; from + chunk <= actions.size() && clock.elapsed() < kShrinkBudgetMs;) {
                 std::vector<Action> shorter = actions;
                 shorter.erase(shorter.begin() + std::ptrdiff_t(from), shorter.begin() + std::ptrdiff_t(from + chunk));
-                if (!shorter.empty() && !Run(m_home.path()).play(shorter).isEmpty())
+                if (!shorter.empty() && !Run().play(shorter).isEmpty())
                     actions = shorter;
                 else
                     from += chunk;
