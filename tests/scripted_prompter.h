@@ -10,7 +10,7 @@
 #include <deque>
 
 // A Prompter for tests: records every text it is shown and answers from queues. A
-// question it has no answer for is recorded as unexpected and answered with Cancel.
+// dialog it has no answer for is recorded as unexpected and cancelled.
 class ScriptedPrompter : public curvix::model::Prompter {
 public:
     QStringList messages;
@@ -21,7 +21,6 @@ public:
     std::deque<QString> inputs; // a null QString answers Cancel
     std::deque<QString> fileNames;
     QStringList saveDialogs; // "title|folder|filter" of each save dialog shown
-    QStringList colorTitles; // the title of each colour dialog shown
     // The printer dialog prints into this PDF file; an empty name cancels it.
     QString printToPdf;
     int printerDialogs = 0;
@@ -31,64 +30,46 @@ public:
     Button ask(const QString& text, Buttons) override
     {
         questions << text;
-        if (answers.empty()) {
-            unexpected << text;
-            return Button::Cancel;
-        }
-        const Button b = answers.front();
-        answers.pop_front();
-        return b;
+        return take(answers, text, Button::Cancel);
     }
 
     std::optional<quint32> chooseColor(const QString& title, quint32) override
     {
-        colorTitles << title;
-        if (colors.empty()) {
-            unexpected << title;
-            return std::nullopt;
-        }
-        auto c = colors.front();
-        colors.pop_front();
-        return c;
+        return take(colors, title, std::optional<quint32>());
     }
 
     bool printerSetup([[maybe_unused]] QPrinter& printer) override
     {
         ++printerDialogs;
-        if (printToPdf.isEmpty())
-            return false;
 #ifdef QT_PRINTSUPPORT_LIB
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(printToPdf);
-        return true;
-#else
-        return false;
 #endif
+        return !printToPdf.isEmpty();
     }
 
     std::optional<QString> inputText(const QString& prompt, const QString&) override
     {
-        if (inputs.empty()) {
-            unexpected << prompt;
-            return std::nullopt;
-        }
-        const QString text = inputs.front();
-        inputs.pop_front();
-        if (text.isNull())
-            return std::nullopt;
-        return text;
+        const QString text = take(inputs, prompt, QString());
+        return text.isNull() ? std::nullopt : std::optional<QString>(text);
     }
 
-    QString saveFileName(const QString& title, const QString& folder,
-                         const QString& filter) override
+    QString saveFileName(const QString& title, const QString& folder, const QString& filter) override
     {
         saveDialogs << title + QLatin1Char('|') + folder + QLatin1Char('|') + filter;
-        if (fileNames.empty()) {
-            unexpected << title;
-            return {};
+        return take(fileNames, title, QString());
+    }
+
+private:
+    template <typename T>
+    T take(std::deque<T>& queue, const QString& dialog, T cancel)
+    {
+        if (queue.empty()) {
+            unexpected << dialog;
+            return cancel;
         }
-        const QString name = fileNames.front();
-        fileNames.pop_front();
-        return name;
+        T answer = queue.front();
+        queue.pop_front();
+        return answer;
     }
 };

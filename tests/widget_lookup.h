@@ -1,8 +1,6 @@
 #pragma once
 
 #include <QObject>
-#include <QString>
-#include <QtGlobal>
 
 // A widget of a window by its object name; a missing one ends the test at once, since every
 // later step would only fail less clearly.
