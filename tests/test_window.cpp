@@ -528,6 +528,47 @@ private slots:
         QTest::keyClick(label, Qt::Key_Delete);
         QTRY_VERIFY(w.labels().isEmpty());
     }
+
+    // Keyboard users reach every control in the order of the layout, screen readers find a
+    // name for each, and every menu command has a letter of its own.
+    void keyboardAndScreenReaders()
+    {
+        ShownWindow w;
+        QStringList expected{"Text5", "imgcombfunc", "Command1_0"};
+        for (const char* row : {"Text4", "Text6"})
+            for (int i = 0; i < 4; ++i)
+                expected << QStringLiteral("%1_%2").arg(QLatin1String(row)).arg(i);
+        // Tab enters the angle options once; the arrow keys move among them.
+        expected << "Option1_0" << "Check1" << "Check2" << "Check3" << "Check4" << "Text2";
+        // The keypad row by row: 7 8 9 / ^ C sqrt Exp, then 4 5 6 * p ln sin asin, ...
+        for (int token : {7, 8, 9, 14, 15, 31, 20, 27, 4, 5, 6, 13, 16, 28, 21, 24,
+                          1, 2, 3, 12, 17, 29, 22, 25, 0, 10, 30, 11, 18, 19, 23, 26})
+            expected << QStringLiteral("cmdtoken_%1").arg(token);
+        w.focus(w.get(QStringLiteral("Text5")));
+        QStringList visited{QStringLiteral("Text5")};
+        while (visited.size() < expected.size()) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            QWidget* now = QApplication::focusWidget();
+            while (now && now->objectName().isEmpty()) // the function box's own line edit
+                now = now->parentWidget();
+            visited << (now ? now->objectName() : QStringLiteral("(none)"));
+            QVERIFY2(!now->accessibleName().isEmpty(), qPrintable(visited.last()));
+        }
+        QCOMPARE(visited, expected);
+
+        for (QAction* menu : w.window.menuBar()->actions()) {
+            QSet<QChar> letters;
+            for (QAction* item : menu->menu()->actions()) {
+                const QString text = item->menu() ? item->menu()->title() : item->text();
+                const qsizetype mark = text.indexOf(QLatin1Char('&'));
+                if (item->isSeparator())
+                    continue;
+                QVERIFY2(mark >= 0 && mark + 1 < text.size(), qPrintable(text));
+                QVERIFY2(!letters.contains(text.at(mark + 1).toLower()), qPrintable(text));
+                letters.insert(text.at(mark + 1).toLower());
+            }
+        }
+    }
 };
 
 QTEST_MAIN(TestWindow)
