@@ -33,13 +33,6 @@ using model::LoadResString;
 
 namespace {
 
-template <typename W>
-W* named(W* widget, const QString& name)
-{
-    widget->setObjectName(name);
-    return widget;
-}
-
 void appendTo(QLineEdit* edit, const QString& text)
 {
     edit->setText(edit->text() + text);
@@ -59,7 +52,7 @@ EntryPanel::EntryPanel(QWidget* window) : QObject(window), m_window(window)
 {
     createEntryRow();
     createSidePanel();
-    describe();
+    describeControls();
     connect(m_functionBox, &FunctionBox::enterPressed, this, &EntryPanel::drawRequested);
     connect(m_drawButton, &QPushButton::clicked, this, &EntryPanel::drawRequested);
     connect(m_functionBox, &QComboBox::editTextChanged, this, &EntryPanel::showPreview);
@@ -122,13 +115,8 @@ void EntryPanel::createSidePanel()
     side->addStretch();
 }
 
-void EntryPanel::describe()
+void EntryPanel::describeControls()
 {
-    auto describe = [](QWidget* widget, const QString& name, const QString& tip) {
-        widget->setAccessibleName(name);
-        if (!tip.isEmpty())
-            widget->setToolTip(tip);
-    };
     describe(m_labelEdit, LoadResString(5040), LoadResString(2017));
     describe(m_functionBox, LoadResString(5041), LoadResString(2018));
     describe(m_drawButton, LoadResString(710), LoadResString(5042));

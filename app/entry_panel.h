@@ -70,7 +70,7 @@ protected:
 private:
     void createEntryRow();
     void createSidePanel();
-    void describe();
+    void describeControls();
     void onFocusChanged(QWidget* now);
     void showPreview();
 

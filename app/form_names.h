@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QWidget>
 
 namespace curvix::app {
 
@@ -36,6 +37,21 @@ inline constexpr char toolButton[] = "Command5";
 inline QString formNameAt(const char* name, int index)
 {
     return QStringLiteral("%1_%2").arg(QLatin1String(name)).arg(index);
+}
+
+template <typename W>
+W* named(W* widget, const QString& name)
+{
+    widget->setObjectName(name);
+    return widget;
+}
+
+// The name a screen reader says, and the tooltip when there is one.
+inline void describe(QWidget* widget, const QString& name, const QString& tip = QString())
+{
+    widget->setAccessibleName(name);
+    if (!tip.isEmpty())
+        widget->setToolTip(tip);
 }
 
 } // namespace curvix::app

@@ -23,13 +23,6 @@ using model::LoadResString;
 
 namespace {
 
-template <typename W>
-W* named(W* widget, const QString& name)
-{
-    widget->setObjectName(name);
-    return widget;
-}
-
 QString plainText(int number)
 {
     return LoadResString(number).remove(QLatin1Char('&'));
@@ -50,7 +43,7 @@ RangePanel::RangePanel(model::AppState& state, QWidget* parent) : QWidget(parent
     layout->addWidget(createAngleGroup());
     layout->addWidget(createDrawingBoxes());
     createNumberFormMenu();
-    describe();
+    describeControls();
     connectHandlers();
     reset();
 }
@@ -133,13 +126,8 @@ void RangePanel::createNumberFormMenu()
     m_decimalForm->setChecked(true);
 }
 
-void RangePanel::describe()
+void RangePanel::describeControls()
 {
-    auto describe = [](QWidget* widget, const QString& name, const QString& tip) {
-        widget->setAccessibleName(name);
-        if (!tip.isEmpty())
-            widget->setToolTip(tip);
-    };
     for (int c = 0; c < 4; ++c) {
         const int tip = c == 3 ? 465 : 5051 + c;
         describe(m_xRow[c], LoadResString(5043 + c), LoadResString(tip));

@@ -62,7 +62,7 @@ private:
     QWidget* createAngleGroup();
     QWidget* createDrawingBoxes();
     void createNumberFormMenu();
-    void describe();
+    void describeControls();
     void connectHandlers();
     void loadRows(const model::RangePreset& x, const model::RangePreset& y);
     void showFractionInputs(bool fractions);

@@ -47,10 +47,7 @@ class TestOutput : public QObject {
 private slots:
     void initTestCase()
     {
-        QVERIFY(m_home.isValid());
-        qputenv("HOME", m_home.path().toLocal8Bit());
-        qunsetenv("XDG_DOCUMENTS_DIR");
-        QStandardPaths::setTestModeEnabled(true);
+        QVERIFY(useHomeOfItsOwn(m_home));
     }
 
     void captureBurnsTheLabelsIn()

@@ -299,10 +299,7 @@ class TestRandomActions : public QObject {
 private slots:
     void initTestCase()
     {
-        QVERIFY(m_home.isValid());
-        qputenv("HOME", m_home.path().toLocal8Bit());
-        qunsetenv("XDG_DOCUMENTS_DIR");
-        QStandardPaths::setTestModeEnabled(true);
+        QVERIFY(useHomeOfItsOwn(m_home));
     }
 
     void invariantsHoldUnderRandomActions()

@@ -130,10 +130,7 @@ private slots:
 
     void initTestCase()
     {
-        QVERIFY(m_home.isValid());
-        qputenv("HOME", m_home.path().toLocal8Bit());
-        qunsetenv("XDG_DOCUMENTS_DIR");
-        QStandardPaths::setTestModeEnabled(true);
+        QVERIFY(useHomeOfItsOwn(m_home));
         QCoreApplication::setOrganizationName(QStringLiteral("Curvix"));
         QCoreApplication::setApplicationName(QStringLiteral("Curvix"));
     }
