@@ -187,6 +187,8 @@ void TestRender::curvesAreDotsWithoutJoins()
     scene.add(QStringLiteral("tan(x)"));
     scene.draw();
     QVERIFY(scene.count(kBlue) > 300);
+    // Colour values are 0x00BBGGRR, as the settings store keeps them: kBlue paints blue.
+    QCOMPARE(plot::colorFromValue(kBlue), QColor(Qt::blue));
     // A joined curve would run a stroke down the poles; dots leave each column sparse.
     int densest = 0;
     for (int x = 0; x < scene.picture.width(); ++x)
