@@ -228,7 +228,7 @@ void frmgraph::createKeyboardShortcuts()
     shortcut(Qt::ALT | Qt::Key_F, [this] { m_entry->focusFunctionBox(); });
     shortcut(Qt::ALT | Qt::Key_X, [this] { m_ranges->focusFirstBox(); });
     shortcut(Qt::ALT | Qt::Key_T, [this] { m_entry->focusLabelText(); });
-    shortcut(Qt::ALT | Qt::Key_I, [this] { m_ranges->toggleExactTrig(); });
+    shortcut(Qt::ALT | Qt::Key_I, [this] { m_ranges->rerunExactTrig(); });
     shortcut(Qt::ALT | Qt::Key_U, [this] { redraw(); });
     shortcut(Qt::ALT | Qt::Key_Q, [this] { editFormulaPicture(); });
     // The arrow keys step the trace (text boxes keep them for their caret).

@@ -280,12 +280,10 @@ void RangePanel::focusFirstBox()
     m_xRow[0]->setFocus();
 }
 
-void RangePanel::toggleExactTrig()
+void RangePanel::rerunExactTrig()
 {
-    if (!m_exactTrig->isEnabled())
-        return;
-    m_exactTrig->toggle();
-    onExactTrigClicked();
+    if (m_exactTrig->isEnabled())
+        onExactTrigClicked();
 }
 
 bool RangePanel::takesPi(const QWidget* widget) const

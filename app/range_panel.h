@@ -44,8 +44,8 @@ public:
     void focusFirstBox();
     // The x row with its fraction fields, the y row, the angle options and the check boxes.
     std::vector<QWidget*> tabOrder() const;
-    // The exact-trig box as its keyboard shortcut toggles it.
-    void toggleExactTrig();
+    // The exact-trig handler run again for the box as it stands (its keyboard shortcut).
+    void rerunExactTrig();
     // The line edits the keypad's π key may type into (x row and fraction fields).
     bool takesPi(const QWidget* widget) const;
 
