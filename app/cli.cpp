@@ -174,6 +174,7 @@ struct ExportRequest {
     model::AngleUnit angle = model::AngleUnit::Radians;
     bool exactTrig = false;
     bool grid = true;
+    bool autoColors = false;
     QStringList formulas;
 };
 
@@ -246,6 +247,15 @@ std::optional<ExportRequest> parseExport(const QStringList& args, QString& probl
             request.exactTrig = true;
         } else if (a == QLatin1String("--no-grid")) {
             request.grid = false;
+        } else if (a == QLatin1String("--colors")) {
+            const auto v = value();
+            if (!v)
+                return std::nullopt;
+            if (*v != QLatin1String("auto")) {
+                problem = QStringLiteral("--colors takes auto");
+                return std::nullopt;
+            }
+            request.autoColors = true;
         } else if (a.startsWith(QLatin1String("--"))) {
             problem = QStringLiteral("unexpected argument '%1'").arg(a);
             return std::nullopt;
@@ -292,6 +302,7 @@ int runExport(const QStringList& args, QTextStream& out, QTextStream& err)
     model::AppState state;
     plot::InitPlotDefaults(state);
     state.angleUnit = request->angle;
+    state.autoColors = request->autoColors;
     state.view = request->view.value_or(presetView(state, *request));
     StreamPrompter prompter(err);
     // Nothing is pending here, so the link check is never asked.
@@ -327,7 +338,8 @@ QString usageText()
         "       curvix --primitive FORMULA [--label f(t)]\n"
         "                                    print the derivative or a primitive function\n"
         "       curvix --export FILE [--size WxH] [--view xmin,xmax,xstep,ymin,ymax,ystep]\n"
-        "                    [--angle rad|deg|grad] [--exact-trig] [--no-grid] FORMULA ...\n"
+        "                    [--angle rad|deg|grad] [--exact-trig] [--no-grid] [--colors auto]\n"
+        "                    FORMULA ...\n"
         "                                    draw the formulas into FILE (.png .bmp .pdf .svg)\n"
         "       curvix --help                show this text\n");
 }

@@ -6,6 +6,7 @@
 #include "plot/colors.h"
 #include "plot/range_rows.h"
 
+#include <QSettings>
 #include <QWidget>
 
 #include <limits>
@@ -14,10 +15,16 @@ namespace curvix::app {
 
 using model::LoadResString;
 
+namespace {
+constexpr QLatin1String kAutoColorsKey("autoColors");
+}
+
 ColorActions::ColorActions(model::AppState& state, model::Prompter& prompter, PlotView& view,
                            QWidget* window)
     : QObject(window), m_state(state), m_prompter(prompter), m_view(view), m_window(window)
 {
+    m_state.autoColors =
+        QSettings(QStringLiteral("Curvix"), QStringLiteral("Curvix")).value(kAutoColorsKey, false).toBool();
 }
 
 quint32 ColorActions::askColor(bool axisTitle)
@@ -29,12 +36,6 @@ quint32 ColorActions::askColor(bool axisTitle)
     return m_dialogColor;
 }
 
-void ColorActions::recolorCurves()
-{
-    for (model::GraphEntry& entry : m_state.graphs)
-        entry.color = m_state.functionColor;
-    emit curveColorsChanged();
-}
 
 void ColorActions::chooseGridColor()
 {
@@ -51,9 +52,25 @@ void ColorActions::chooseAxisColor()
 void ColorActions::chooseFunctionColor()
 {
     m_state.functionColor = askColor(true);
-    m_state.axisColor = m_state.functionColor;
-    recolorCurves();
+    // The function box's swatch of a text not drawn yet shows the new colour.
+    emit curveColorsChanged();
     emit redrawNeeded();
+}
+
+void ColorActions::changeCurveColor(int entry)
+{
+    if (entry < 0 || std::size_t(entry) >= m_state.graphs.size())
+        return;
+    m_state.graphs[std::size_t(entry)].color = askColor(true);
+    m_state.documentChanged = true;
+    emit curveColorsChanged();
+    emit redrawNeeded();
+}
+
+void ColorActions::setAutoColors(bool on)
+{
+    m_state.autoColors = on;
+    QSettings(QStringLiteral("Curvix"), QStringLiteral("Curvix")).setValue(kAutoColorsKey, on);
 }
 
 void ColorActions::chooseWindowColor()
@@ -76,7 +93,6 @@ void ColorActions::fill()
         return;
     }
     m_state.fills.push_back({m_fillAnchor.x(), m_fillAnchor.y(), m_state.fillColor});
-    recolorCurves();
     m_state.documentChanged = true;
     emit redrawNeeded();
 }

@@ -20,8 +20,12 @@ public:
 
     void chooseGridColor();
     void chooseAxisColor();
-    // The axes follow the function colour, and so does every curve drawn so far.
+    // The colour of the functions drawn from now on; curves drawn so far keep theirs.
     void chooseFunctionColor();
+    // Recolours one curve (the curve popup's command); nothing for an index out of the list.
+    void changeCurveColor(int entry);
+    // "A new colour for each function": remembered in the settings store.
+    void setAutoColors(bool on);
     void chooseWindowColor();
     void chooseFillColor();
     // Where a right-click was, in world units: the next fill starts there.
@@ -39,7 +43,6 @@ private:
     // The shared colour dialog: opens on the colour chosen last, with the title it was
     // last given; a cancelled dialog still yields that colour.
     quint32 askColor(bool axisTitle);
-    void recolorCurves();
 
     model::AppState& m_state;
     model::Prompter& m_prompter;

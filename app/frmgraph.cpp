@@ -206,6 +206,9 @@ void frmgraph::connectCommands()
     connect(a.gridColor, &QAction::triggered, m_colors, &ColorActions::chooseGridColor);
     connect(a.axisColor, &QAction::triggered, m_colors, &ColorActions::chooseAxisColor);
     connect(a.functionColor, &QAction::triggered, m_colors, &ColorActions::chooseFunctionColor);
+    connect(a.popupColor, &QAction::triggered, this, [this] { m_colors->changeCurveColor(selectedEntry()); });
+    a.autoColors->setChecked(m_state.autoColors);
+    connect(a.autoColors, &QAction::toggled, m_colors, &ColorActions::setAutoColors);
     connect(a.windowColor, &QAction::triggered, m_colors, &ColorActions::chooseWindowColor);
     connect(a.fillColor, &QAction::triggered, m_colors, &ColorActions::chooseFillColor);
     connect(a.fontSize, &QAction::triggered, m_colors, &ColorActions::chooseFontSize);

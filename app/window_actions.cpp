@@ -73,6 +73,8 @@ void createSettingsAndHelpMenus(QMenuBar* bar, WindowActions& a)
     a.functionColor = addCommand(a.colorMenu, "mnucolfunc", LoadResString(435));
     a.windowColor = addCommand(a.colorMenu, "mnucolwind", LoadResString(488));
     a.fillColor = addCommand(a.colorMenu, "mnucolfill", LoadResString(479));
+    a.autoColors = addCommand(a.settingsMenu, "mnuautocolor", LoadResString(5140));
+    a.autoColors->setCheckable(true);
     a.fontSize = addCommand(a.settingsMenu, "mnufontsize", LoadResString(470));
     a.settings = addCommand(a.settingsMenu, "mnucoord", LoadResString(2006));
 
@@ -93,6 +95,7 @@ void createFunctionPopup(QMainWindow* window, WindowActions& a)
     a.removeTangents = addCommand(a.functionPopup, "mnuremovetangents", LoadResString(2060));
     a.popupDemonstration =
         addCommand(a.functionPopup, "mnupopdemo", LoadResString(5077) + QStringLiteral("..."));
+    a.popupColor = addCommand(a.functionPopup, "mnupopcolor", LoadResString(5141));
     a.functionPopup->addSeparator();
     a.functionPopup->addAction(a.deleteFunction);
 }

@@ -41,12 +41,14 @@ struct WindowActions {
     QAction* popupPrimitive = nullptr;
     QAction* removeTangents = nullptr;
     QAction* popupDemonstration = nullptr;
+    QAction* popupColor = nullptr;
     QAction* gridColor = nullptr;
     QAction* axisColor = nullptr;
     QAction* functionColor = nullptr;
     QAction* windowColor = nullptr;
     QAction* fillColor = nullptr;
     QAction* fontSize = nullptr;
+    QAction* autoColors = nullptr;
     QAction* settings = nullptr;
     QAction* helpContents = nullptr;
     QAction* helpSearch = nullptr;

@@ -42,6 +42,8 @@ struct AppState {
     quint32 functionColor = 0;
     quint32 fillColor = 0;
     quint32 tangentColor = kDefaultTangentColor;
+    // Each new function takes the next colour of a fixed palette instead of functionColor.
+    bool autoColors = false;
 
     // Set by the derivative and primitive commands; live for one addFunction call.
     qint32 pendingDerivativeOf = -1;

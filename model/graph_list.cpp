@@ -3,6 +3,8 @@
 #include "eval/formula.h"
 #include "model/strings.h"
 
+#include <algorithm>
+#include <array>
 #include <limits>
 #include <optional>
 
@@ -11,6 +13,12 @@ namespace curvix::model {
 namespace {
 
 constexpr int kOverflowText = 2016;
+
+// Eight colours that stay apart in greyscale print; their grey levels (0.299 R + 0.587 G +
+// 0.114 B, of 255) step by about 28: black 0, blue 28, dark red 56, green 84, purple 112,
+// orange 139, pink 170, gold 195. Values are 0x00BBGGRR.
+constexpr std::array<quint32, 8> kAutoPalette{0x000000, 0xF50000, 0x0000BB, 0x008F00,
+                                              0xFA28C8, 0x0073F0, 0xFF6EFF, 0x00D2F0};
 
 // Steps from entry `from` along one kind of link until it ends. Stale links may form a
 // cycle after deletions, so the walk never takes more steps than there are entries.
@@ -105,7 +113,7 @@ AddResult addFunctionSteps(AppState& state, Prompter& prompter, LinkCheck& links
     entry.expression = expression;
     entry.formula = eval::CompiledFormula::compile(expression, letter);
     entry.text = text;
-    entry.color = state.functionColor;
+    entry.color = colorForNewFunction(state);
 
     const int newIndex = state.graphCount;
     if (const auto q = pendingQuestion(state, LinkKind::Derivative, text, letter);
@@ -197,6 +205,19 @@ void clearDrawing(AppState& state)
     state.pendingPrimitiveOf = -1;
     state.angleUnit = AngleUnit::Radians;
     state.documentChanged = false;
+}
+
+quint32 colorForNewFunction(const AppState& state)
+{
+    if (!state.autoColors)
+        return state.functionColor;
+    std::array<std::size_t, kAutoPalette.size()> uses{};
+    for (const GraphEntry& entry : state.graphs) {
+        const auto* it = std::find(kAutoPalette.begin(), kAutoPalette.end(), entry.color);
+        if (it != kAutoPalette.end())
+            ++uses[std::size_t(it - kAutoPalette.begin())];
+    }
+    return kAutoPalette[std::size_t(std::min_element(uses.begin(), uses.end()) - uses.begin())];
 }
 
 int findGraphByText(const AppState& state, const QString& text)

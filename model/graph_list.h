@@ -45,6 +45,11 @@ int findItemByText(const AppState& state, const QString& text);
 int derivativeOf(const AppState& state, int k);
 int primitiveOf(const AppState& state, int k);
 
+// The colour a function added now takes: the function colour of the moment, or with
+// automatic colours the palette colour that the fewest curves of the list have (the first
+// such in palette order, so that the palette cycles as functions are added).
+quint32 colorForNewFunction(const AppState& state);
+
 // The variable letter of a label, "x" when it names none.
 QString labelVariable(const QString& label);
 

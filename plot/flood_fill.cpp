@@ -12,16 +12,20 @@ namespace {
 // none is visited twice, without a mask beside the picture.
 constexpr QRgb kReached = 0x00000000;
 
+// What stops the spread: every pixel of one colour (a wall), or every pixel but one colour
+// (on a mask, where only the open colour may be reached).
+enum class KeyMeaning { Wall, Open };
+
 // Span filling: each entry is a span of row y - dy that is filled; row y next to it is
 // explored, and only the parts of the parent row that stick out are looked at again.
 class SpanFill {
 public:
-    SpanFill(QImage& picture, QRgb wall)
+    SpanFill(QImage& picture, QRgb key, KeyMeaning meaning)
         // One detach, then raw rows: scanLine() on a non-const image checks for sharing
         // each call.
         : m_base(reinterpret_cast<QRgb*>(picture.bits())),
           m_stride(picture.bytesPerLine() / qsizetype(sizeof(QRgb))), m_width(picture.width()),
-          m_height(picture.height()), m_wall(wall), m_firstX(std::size_t(m_height), m_width),
+          m_height(picture.height()), m_key(key), m_meaning(meaning), m_firstX(std::size_t(m_height), m_width),
           m_lastX(std::size_t(m_height), -1)
     {
     }
@@ -53,12 +57,33 @@ public:
         }
     }
 
+    // Paints the reached pixels into another picture of the same size and opens them again,
+    // so that the same mask serves the next fill.
+    void paintReachedInto(QImage& target, QRgb paint)
+    {
+        auto* targetBase = reinterpret_cast<QRgb*>(target.bits());
+        const qsizetype targetStride = target.bytesPerLine() / qsizetype(sizeof(QRgb));
+        for (int y = m_top; y <= m_bottom; ++y) {
+            QRgb* line = m_base + y * m_stride;
+            QRgb* into = targetBase + y * targetStride;
+            for (int x = m_firstX[std::size_t(y)]; x <= m_lastX[std::size_t(y)]; ++x) {
+                if (line[x] == kReached) {
+                    line[x] = m_key;
+                    into[x] = paint;
+                }
+            }
+        }
+    }
+
 private:
     struct Span {
         int y, left, right, dy;
     };
 
-    bool open(QRgb pixel) const { return pixel != m_wall && pixel != kReached; }
+    bool open(QRgb pixel) const
+    {
+        return pixel != kReached && ((pixel == m_key) == (m_meaning == KeyMeaning::Open));
+    }
 
     void push(int y, int left, int right, int dy)
     {
@@ -123,7 +148,8 @@ private:
     const qsizetype m_stride;
     const int m_width;
     const int m_height;
-    const QRgb m_wall;
+    const QRgb m_key;
+    const KeyMeaning m_meaning;
     std::vector<Span> m_stack;
     std::vector<int> m_firstX;
     std::vector<int> m_lastX;
@@ -140,11 +166,31 @@ void FloodFill(QImage& picture, QPoint seed, const QColor& fill, const QColor& b
         picture = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
     if (!picture.rect().contains(seed))
         return;
-    SpanFill span(picture, boundary.rgba());
+    SpanFill span(picture, boundary.rgba(), KeyMeaning::Wall);
     if (!span.open(seed))
         return;
     span.run(seed);
     span.recolour(qPremultiply(fill.rgba()));
+}
+
+} // namespace curvix::plot
+
+namespace curvix::plot {
+
+void FloodFillFromMask(QImage& mask, QImage& picture, QPoint seed, const QColor& fill,
+                       const QColor& open)
+{
+    if (mask.size() != picture.size() || !mask.rect().contains(seed))
+        return;
+    if (picture.format() != QImage::Format_ARGB32_Premultiplied)
+        picture = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    if (mask.format() != QImage::Format_ARGB32_Premultiplied)
+        mask = mask.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    SpanFill span(mask, qPremultiply(open.rgba()), KeyMeaning::Open);
+    if (!span.open(seed))
+        return;
+    span.run(seed);
+    span.paintReachedInto(picture, qPremultiply(fill.rgba()));
 }
 
 } // namespace curvix::plot

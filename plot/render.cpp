@@ -10,10 +10,15 @@
 #include <array>
 #include <cmath>
 #include <map>
+#include <optional>
 
 namespace curvix::plot {
 
 namespace {
+
+// The fills' mask: open where nothing bounds a fill, any other value stops it.
+constexpr QRgb kMaskOpen = 0xFFFFFFFF;
+constexpr QRgb kMaskBorder = 0xFF000000;
 
 QImage tintedArrow(int number, const QColor& color)
 {
@@ -202,11 +207,14 @@ void drawHorizontalLine(Surface& surface, const model::ViewWindow& view, double 
     painter.setPen(saved);
 }
 
-// The curves with their tangents, the demonstration and the guide lines, in that order.
-void paintCurves(Surface& surface, const model::AppState& state)
+// The curves with their tangents, the demonstration and the guide lines, in that order;
+// all in one colour when given (the fills' mask).
+void paintCurves(Surface& surface, const model::AppState& state,
+                 const std::optional<QColor>& oneColor = std::nullopt)
 {
     const model::ViewWindow& view = state.view;
-    const QColor tangentColor = colorFromValue(state.tangentColor);
+    auto colorOf = [&](quint32 value) { return oneColor.value_or(colorFromValue(value)); };
+    const QColor tangentColor = colorOf(state.tangentColor);
     auto paintMark = [&](const model::GraphMark& mark) {
         drawCurvePoints(surface, mark.points, tangentColor);
         drawDot(surface, mark.x, mark.y, tangentColor);
@@ -214,18 +222,18 @@ void paintCurves(Surface& surface, const model::AppState& state)
     for (const model::GraphEntry& entry : state.graphs) {
         for (const model::GraphMark& mark : entry.marks)
             paintMark(mark);
-        drawCurvePoints(surface, entry.points, colorFromValue(entry.color));
+        drawCurvePoints(surface, entry.points, colorOf(entry.color));
     }
 
     const model::Demonstration& demo = state.demonstration;
-    const QColor demoColor = colorFromValue(demo.color);
+    const QColor demoColor = colorOf(demo.color);
     if (demo.tangent)
         paintMark(*demo.tangent);
     drawCurvePoints(surface, demo.curve, demoColor);
     drawCurvePoints(surface, demo.derivative, demoColor);
 
-    // Guide lines share the function colour of this redraw with the fills' boundary.
-    const QColor guideColor = colorFromValue(state.functionColor);
+    // Guide lines take the function colour of this redraw.
+    const QColor guideColor = colorOf(state.functionColor);
     for (double x : state.verticalLines)
         drawVerticalLine(surface, view, x, guideColor);
     for (double y : state.horizontalLines)
@@ -241,14 +249,41 @@ QString TraceText(const model::AppState& state)
         .arg(text(state.trace.x), state.coordinateSeparator, text(state.trace.y));
 }
 
-void ReplayFills(QImage& picture, const model::AppState& state)
+namespace {
+
+// Everything that bounds a fill (axes, their arrows, curves, tangents, guide lines) in one
+// colour on an open mask of the picture's size, without antialiasing, so that the region
+// does not depend on the colours or the smoothing of what bounds it.
+QImage fillMask(const QImage& picture, const model::AppState& state, bool arrows)
 {
+    QImage mask(picture.size(), QImage::Format_ARGB32_Premultiplied);
+    mask.setDevicePixelRatio(picture.devicePixelRatio());
+    mask.fill(kMaskOpen);
+    QPainter painter(&mask);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    const PlotScale scale = SetPlotScale(mask.deviceIndependentSize(), state.view);
+    Surface surface{&mask, painter, scale, SetPlotScale(QSizeF(mask.size()), state.view)};
+    const QColor border(kMaskBorder);
+    drawAxis(surface, state.view, 0, border);
+    drawAxis(surface, state.view, 1, border);
+    if (arrows)
+        drawArrows(surface, state.view, state.arrows, border);
+    paintCurves(surface, state, border);
+    return mask;
+}
+
+} // namespace
+
+void ReplayFills(QImage& picture, const model::AppState& state, const RedrawOptions& options)
+{
+    if (state.fills.empty() || picture.isNull())
+        return;
+    QImage mask = fillMask(picture, state, options.arrows);
     const PlotScale deviceScale = SetPlotScale(QSizeF(picture.size()), state.view);
-    const QColor boundary = colorFromValue(state.functionColor);
     for (const model::FillPoint& fill : state.fills) {
         const QPointF seed = deviceScale.toPixel(fill.x, fill.y);
-        FloodFill(picture, QPoint(int(std::floor(seed.x())), int(std::floor(seed.y()))),
-                  colorFromValue(fill.color), boundary);
+        FloodFillFromMask(mask, picture, QPoint(int(std::floor(seed.x())), int(std::floor(seed.y()))),
+                          colorFromValue(fill.color), QColor(kMaskOpen));
     }
 }
 
@@ -296,7 +331,7 @@ void redraw(model::AppState& state, QImage& picture, const RedrawOptions& option
         QPainter painter(&picture);
         paintPlot(state, painter, picture.deviceIndependentSize(), &picture, options);
     }
-    ReplayFills(picture, state);
+    ReplayFills(picture, state, options);
 }
 
 } // namespace curvix::plot

@@ -68,7 +68,9 @@ bool PlaceTracePoint(model::AppState& state);
 // The trace read-out beside the point: "(x; y)" with the coordinate separator, 7 decimals.
 QString TraceText(const model::AppState& state);
 
-// Replays the fills in order of creation on a drawn picture, bounded by the function colour.
-void ReplayFills(QImage& picture, const model::AppState& state);
+// Replays the fills in order of creation on a drawn picture. Each stops at every curve,
+// axis and guide line whatever its colour: the region is found on a mask of those.
+void ReplayFills(QImage& picture, const model::AppState& state,
+                 const RedrawOptions& options = {});
 
 } // namespace curvix::plot

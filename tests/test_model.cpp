@@ -3,6 +3,8 @@
 
 #include <QTest>
 
+#include <algorithm>
+
 using namespace curvix::model;
 
 namespace {
@@ -71,6 +73,8 @@ private slots:
     void removingKeepsStaleLinks();
     void deletingAnItemLiftsItsChildren_data();
     void deletingAnItemLiftsItsChildren();
+    void newFunctionsTakeTheirColour_data();
+    void newFunctionsTakeTheirColour();
 };
 
 void TestModel::addingFollowsTheListRules_data()
@@ -273,6 +277,46 @@ void TestModel::deletingAnItemLiftsItsChildren()
     while (deleteFunctionItem(state, 1)) {
     }
     QVERIFY(state.graphs.empty() && state.listVariable.isEmpty());
+}
+
+void TestModel::newFunctionsTakeTheirColour_data()
+{
+    QTest::addColumn<bool>("autoColors");
+    QTest::addColumn<int>("count");
+    QTest::newRow("a colour chosen after two curves") << false << 3;
+    QTest::newRow("the palette, round and again") << true << 10;
+}
+
+void TestModel::newFunctionsTakeTheirColour()
+{
+    QFETCH(bool, autoColors);
+    QFETCH(int, count);
+    AppState state;
+    state.autoColors = autoColors;
+    ScriptedPrompter prompter;
+    FakeLinks links;
+    for (int i = 1; i <= count; ++i) {
+        state.functionColor = i <= 2 ? 0x00FF00u : 0xFF0000u;
+        QCOMPARE(addFunction(state, prompter, links, QString::number(i) + "x", "f(x)"), AddResult::Added);
+    }
+    QList<quint32> colors;
+    for (const GraphEntry& e : state.graphs)
+        colors << e.color;
+    if (!autoColors) {
+        QCOMPARE(colors, (QList<quint32>{0x00FF00, 0x00FF00, 0xFF0000}));
+        return;
+    }
+    QCOMPARE(colors.mid(8), colors.mid(0, 2)); // the ninth starts the palette again
+    // The eight stay apart in greyscale print: grey levels at least 24 of 255 apart.
+    QList<double> greys;
+    for (quint32 c : colors.mid(0, 8))
+        greys << 0.299 * (c & 0xFF) + 0.587 * ((c >> 8) & 0xFF) + 0.114 * (c >> 16);
+    std::sort(greys.begin(), greys.end());
+    for (qsizetype i = 1; i < greys.size(); ++i)
+        QVERIFY2(greys[i] - greys[i - 1] >= 24, qPrintable(QString::number(greys[i])));
+    // A deleted curve's colour is the next one taken.
+    removeGraphAt(state, 4);
+    QCOMPARE(colorForNewFunction(state), colors[4]);
 }
 
 QTEST_GUILESS_MAIN(TestModel)

@@ -92,6 +92,8 @@ private slots:
     void everyZoomSamplesAbout7000Points();
     void guideLinesOvershootByOneUnit();
     void fillsAreReplayedInOrder();
+    void fillsStopAtCurvesOfAnyColour_data();
+    void fillsStopAtCurvesOfAnyColour();
     void tangentIsDrawnThroughTheView();
     void traceStandsOnDefinedPoints_data();
     void traceStandsOnDefinedPoints();
@@ -256,11 +258,10 @@ void TestRender::guideLinesOvershootByOneUnit()
 
 void TestRender::fillsAreReplayedInOrder()
 {
-    // y = x^2 - 4 and the axes (in the curve colour) close two regions below the x axis.
+    // y = x^2 - 4 and the axes (in a colour of their own) close two regions below the x axis.
     Scene scene(ViewWindow{-5, 5, 1, 0, -5, 5, 1, 0});
     scene.options.grid = false;
     scene.options.arrows = false;
-    scene.state.axisColor = kBlue;
     scene.add(QStringLiteral("x^2-4"));
     scene.state.fills = {{1, -1, kGreen}, {-1, -2, kGreen}, {1.5, -1, kRed}};
     scene.draw();
@@ -268,6 +269,37 @@ void TestRender::fillsAreReplayedInOrder()
     QVERIFY(scene.is(-1, -1, kGreen));
     QVERIFY(scene.is(0.5, 2, kWhite)); // outside stays clear
     QVERIFY(scene.is(4, -3, kWhite));
+}
+
+void TestRender::fillsStopAtCurvesOfAnyColour_data()
+{
+    // The curves are drawn in blue, then red; the function colour is green afterwards.
+    QTest::addColumn<QStringList>("formulas");
+    QTest::addColumn<QPointF>("seed");
+    QTest::addColumn<QPointF>("beyond"); // across a curve from the seed
+    QTest::newRow("parabola") << QStringList{"x^2"} << QPointF(0.5, 3) << QPointF(2.5, 3);
+    QTest::newRow("two curves of two colours") << QStringList{"-3x", "3x"} << QPointF(0.5, 3)
+                                               << QPointF(3, 0.5);
+}
+
+void TestRender::fillsStopAtCurvesOfAnyColour()
+{
+    QFETCH(QStringList, formulas);
+    QFETCH(QPointF, seed);
+    QFETCH(QPointF, beyond);
+    constexpr quint32 kYellow = 0x0000FFFF;
+    Scene scene(ViewWindow{-5, 5, 1, 0, -5, 5, 1, 0});
+    scene.options.grid = false;
+    for (qsizetype i = 0; i < formulas.size(); ++i) {
+        scene.state.functionColor = i == 0 ? kBlue : kRed;
+        scene.add(formulas[i]);
+    }
+    scene.state.functionColor = kGreen;
+    scene.state.fills = {{seed.x(), seed.y(), kYellow}};
+    scene.draw();
+    QVERIFY(scene.is(seed.x(), seed.y(), kYellow));
+    QVERIFY(scene.is(beyond.x(), beyond.y(), kWhite));
+    QVERIFY(scene.count(kBlue) > 300); // the curve kept its colour
 }
 
 void TestRender::tangentIsDrawnThroughTheView()

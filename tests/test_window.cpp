@@ -332,15 +332,24 @@ private slots:
             const int before = std::exchange(redraws, w.window.redrawCount());
             return redraws > before;
         };
-        w.prompter.colors = {0x00FF00, 0xFF0000};
+        w.prompter.colors = {0x00FF00, 0xFF0000, 0x0000FF};
         w.action("mnucolaxis")->trigger();
         QCOMPARE(w.state.axisColor, 0x00FF00u);
         QVERIFY(redrawn());
-        // The function colour goes to the axes and every curve.
+        // The function colour is for the curves drawn next; the curve's own menu recolours it.
         w.action("mnucolfunc")->trigger();
-        QCOMPARE((QList<quint32>{w.state.axisColor, w.state.functionColor, w.state.graphs[0].color}),
-                 (QList<quint32>{0xFF0000, 0xFF0000, 0xFF0000}));
+        w.type(QStringLiteral("2x"));
+        QCOMPARE((QList<quint32>{w.state.axisColor, w.state.graphs[0].color, w.state.graphs[1].color}),
+                 (QList<quint32>{0x00FF00, 0, 0xFF0000}));
+        w.functionBox->setCurrentText(QStringLiteral("x^2"));
+        w.action("mnupopcolor")->trigger();
+        QCOMPARE(w.state.graphs[0].color, 0x0000FFu);
         QVERIFY(redrawn());
+        // Automatic colours are remembered.
+        w.action("mnuautocolor")->trigger();
+        QVERIFY(QSettings().value(QStringLiteral("autoColors")).toBool());
+        w.type(QStringLiteral("3x"));
+        QVERIFY(w.state.graphs[2].color != 0xFF0000);
 
         w.action("mnucoord")->trigger();
         QWidget* settings = w.get(QStringLiteral("frmsettings"));
