@@ -105,6 +105,8 @@ void TestCli::exports_data()
     QTest::newRow("view with pi")
         << "c.png" << QStringList{"--exact-trig", "--view", "-2p,2p,0.5p,-2,2,1"}
         << QStringList{"tan(x)"} << QSize(800, 600) << 0 << true;
+    QTest::newRow("automatic colours") << "d.png" << QStringList{"--colors", "auto"}
+                                       << QStringList{"x", "-x"} << QSize(800, 600) << 0 << true;
     QTest::newRow("one bad formula, the rest drawn")
         << "f.png" << QStringList{} << QStringList{"2x+", "x^2"} << QSize(800, 600) << 1 << true;
 }
@@ -144,6 +146,7 @@ void TestCli::exportRefuses_data()
     row("zero step", {"--view", "-5,5,0,-5,5,1", "x"}, "step");
     row("too few view values", {"--view", "1,2"}, "view");
     row("bad angle", {"--angle", "turns"}, "--angle");
+    row("unknown colours", {"--colors", "rainbow", "x"}, "--colors");
     row("exact trig in degrees", {"--angle", "deg", "--exact-trig"}, "radians");
 }
 
