@@ -9,6 +9,7 @@
 #include "plot/coordinates.h"
 #include "plot/range_rows.h"
 #include "plot/render.h"
+#include "plot/zoom.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -174,6 +175,7 @@ struct ExportRequest {
     model::AngleUnit angle = model::AngleUnit::Radians;
     bool exactTrig = false;
     bool grid = true;
+    bool equalScale = false;
     QStringList formulas;
 };
 
@@ -246,6 +248,8 @@ std::optional<ExportRequest> parseExport(const QStringList& args, QString& probl
             request.exactTrig = true;
         } else if (a == QLatin1String("--no-grid")) {
             request.grid = false;
+        } else if (a == QLatin1String("--equal-scale")) {
+            request.equalScale = true;
         } else if (a.startsWith(QLatin1String("--"))) {
             problem = QStringLiteral("unexpected argument '%1'").arg(a);
             return std::nullopt;
@@ -293,6 +297,8 @@ int runExport(const QStringList& args, QTextStream& out, QTextStream& err)
     plot::InitPlotDefaults(state);
     state.angleUnit = request->angle;
     state.view = request->view.value_or(presetView(state, *request));
+    if (request->equalScale)
+        state.view = plot::equalScaleView(state.view, QSizeF(request->size));
     StreamPrompter prompter(err);
     // Nothing is pending here, so the link check is never asked.
     model::SymbolicLinkCheck links([&](const QString& m) { prompter.message(m); });
@@ -327,7 +333,8 @@ QString usageText()
         "       curvix --primitive FORMULA [--label f(t)]\n"
         "                                    print the derivative or a primitive function\n"
         "       curvix --export FILE [--size WxH] [--view xmin,xmax,xstep,ymin,ymax,ystep]\n"
-        "                    [--angle rad|deg|grad] [--exact-trig] [--no-grid] FORMULA ...\n"
+        "                    [--angle rad|deg|grad] [--exact-trig] [--no-grid] [--equal-scale]\n"
+        "                    FORMULA ...\n"
         "                                    draw the formulas into FILE (.png .bmp .pdf .svg)\n"
         "       curvix --help                show this text\n");
 }

@@ -13,6 +13,7 @@ private slots:
     void commands();
     void exports_data();
     void exports();
+    void equalScaleDrawsAtFortyFiveDegrees();
     void exportRefuses_data();
     void exportRefuses();
 
@@ -128,6 +129,20 @@ void TestCli::exports()
     const QString bare = m_dir.filePath("bare-" + file);
     QCOMPARE(runCurvix(QStringList{"--export", bare} + view).exitCode, 0);
     QCOMPARE(image != QImage(bare), curves);
+}
+
+void TestCli::equalScaleDrawsAtFortyFiveDegrees()
+{
+    // y = x climbs a pixel a pixel only when a unit is as long on both axes: 3.6 units up
+    // and right of the centre of 400x200 then lies at (260, 40), and otherwise at (260, 70).
+    const QString path = m_dir.filePath("equal.png");
+    QCOMPARE(runCurvix({"--export", path, "--size", "400x200", "--equal-scale", "--no-grid", "x"}).exitCode, 0);
+    const QImage image(path);
+    int dark = 0;
+    for (int dx = -1; dx <= 1; ++dx)
+        for (int dy = -1; dy <= 1; ++dy)
+            dark += qGray(image.pixel(260 + dx, 40 + dy)) < 128 ? 1 : 0;
+    QVERIFY(dark > 0);
 }
 
 void TestCli::exportRefuses_data()
