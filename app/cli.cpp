@@ -9,6 +9,7 @@
 #include "plot/coordinates.h"
 #include "plot/range_rows.h"
 #include "plot/render.h"
+#include "plot/zoom.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -175,6 +176,7 @@ struct ExportRequest {
     bool exactTrig = false;
     bool grid = true;
     bool autoColors = false;
+    bool equalScale = false;
     QStringList formulas;
 };
 
@@ -256,6 +258,8 @@ std::optional<ExportRequest> parseExport(const QStringList& args, QString& probl
                 return std::nullopt;
             }
             request.autoColors = true;
+        } else if (a == QLatin1String("--equal-scale")) {
+            request.equalScale = true;
         } else if (a.startsWith(QLatin1String("--"))) {
             problem = QStringLiteral("unexpected argument '%1'").arg(a);
             return std::nullopt;
@@ -304,6 +308,8 @@ int runExport(const QStringList& args, QTextStream& out, QTextStream& err)
     state.angleUnit = request->angle;
     state.autoColors = request->autoColors;
     state.view = request->view.value_or(presetView(state, *request));
+    if (request->equalScale)
+        state.view = plot::equalScaleView(state.view, QSizeF(request->size));
     StreamPrompter prompter(err);
     // Nothing is pending here, so the link check is never asked.
     model::SymbolicLinkCheck links([&](const QString& m) { prompter.message(m); });
@@ -339,6 +345,7 @@ QString usageText()
         "                                    print the derivative or a primitive function\n"
         "       curvix --export FILE [--size WxH] [--view xmin,xmax,xstep,ymin,ymax,ystep]\n"
         "                    [--angle rad|deg|grad] [--exact-trig] [--no-grid] [--colors auto]\n"
+        "                    [--equal-scale]\n"
         "                    FORMULA ...\n"
         "                                    draw the formulas into FILE (.png .bmp .pdf .svg)\n"
         "       curvix --help                show this text\n");

@@ -89,6 +89,14 @@ void EntryPanel::createSidePanel()
     m_labelText = named(new QLineEdit, QLatin1String(formName::labelText));
     m_labelText->setToolTip(LoadResString(2072));
     m_labelText->setDragEnabled(true);
+    // Shown, and dragged onto the plot, with π for the formula character of pi.
+    connect(m_labelText, &QLineEdit::textChanged, this, [this](const QString& text) {
+        if (!text.contains(eval::kPiChar))
+            return;
+        const int caret = m_labelText->cursorPosition();
+        m_labelText->setText(QString(text).replace(eval::kPiChar, QChar(0x03C0)));
+        m_labelText->setCursorPosition(caret);
+    });
     labelRow->addWidget(new QLabel(LoadResString(2026)));
     labelRow->addWidget(m_labelText, 1);
     side->addLayout(labelRow);
@@ -147,7 +155,7 @@ std::vector<QWidget*> EntryPanel::sideTabOrder() const
 
 QString EntryPanel::functionText() const
 {
-    return m_functionBox->currentText();
+    return m_functionBox->storedText();
 }
 
 void EntryPanel::setFunctionText(const QString& text)
@@ -175,7 +183,7 @@ int EntryPanel::itemPosition(const std::vector<model::FunctionItem>& items) cons
 {
     const QString text = functionText();
     const int selected = m_functionBox->currentIndex();
-    if (selected >= 0 && m_functionBox->itemText(selected) == text)
+    if (selected >= 0 && m_functionBox->storedItemText(selected) == text)
         return selected + 1;
     for (std::size_t i = 0; i < items.size(); ++i)
         if (items[i].text == text)

@@ -152,6 +152,8 @@ void frmgraph::connectParts()
     connect(m_plotView, &PlotView::redrawNeeded, this, &frmgraph::redraw);
     connect(m_plotView, &PlotView::zoomBoxConfirmed, this, &frmgraph::zoomIntoBox);
     connect(m_plotView, &PlotView::wheelTurned, this, &frmgraph::zoomByWheel);
+    connect(m_plotView, &PlotView::viewDragged, this, &frmgraph::dragView);
+    connect(m_plotView, &PlotView::pointerText, m_status, &StatusPanels::showMessage);
     connect(m_plotView, &PlotView::leftPressed, this, &frmgraph::onPlotLeftPressed);
     connect(m_plotView, &PlotView::rightReleased, this, &frmgraph::onPlotRightReleased);
     connect(m_plotView, &PlotView::doubleClicked, this, &frmgraph::onPlotDoubleClicked);
@@ -189,6 +191,7 @@ void frmgraph::connectCommands()
     });
     connect(a.zoomOutStep, &QAction::triggered, this, [this] { zoomOut(false); });
     connect(a.zoomToStart, &QAction::triggered, this, [this] { zoomOut(true); });
+    connect(a.equalScale, &QAction::toggled, m_plotView, &PlotView::setEqualScale);
     connect(a.tangentMode, &QAction::toggled, m_curveTools, &CurveTools::setTangentMode);
     connect(a.removeTangents, &QAction::triggered, this,
             [this] { m_curveTools->removeTangents(selectedEntry()); });
@@ -279,6 +282,11 @@ plot::RedrawOptions frmgraph::redrawOptions() const
 
 void frmgraph::redraw()
 {
+    if (const std::optional<model::ViewWindow> equal = m_plotView->equalScaleView()) {
+        if (*equal != m_state.view)
+            applyView(*equal);
+        m_plotView->equalScaleShown();
+    }
     m_curveTools->pauseForRedraw();
     m_plotView->redraw(redrawOptions());
     m_ranges->setSettingUp(false);
@@ -445,14 +453,26 @@ void frmgraph::zoomOut(bool toBeginning)
 
 void frmgraph::zoomByWheel(double steps, QPointF world)
 {
-    const model::ViewWindow view = plot::wheelZoom(m_state, steps, world.x(), world.y());
+    applyView(plot::wheelZoom(m_state, steps, world.x(), world.y()));
+    redraw();
+}
+
+void frmgraph::dragView(const model::ViewWindow& view, bool first)
+{
+    if (first)
+        plot::recordZoomStep(m_state);
+    applyView(view);
+    redraw();
+}
+
+void frmgraph::applyView(const model::ViewWindow& view)
+{
     plot::RangeRow x = m_ranges->xTexts();
     plot::RangeRow y = m_ranges->yTexts();
     plot::writeViewRows(view, x, y);
     m_ranges->showDecimalRows(x, y);
     m_state.documentChanged = true;
     m_ranges->applyToView();
-    redraw();
 }
 
 void frmgraph::onPlotLeftPressed(QPointF at)

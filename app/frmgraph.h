@@ -82,6 +82,10 @@ private:
     bool stepBackInHistory(bool toBeginning);
     void zoomOut(bool toBeginning);
     void zoomByWheel(double steps, QPointF world);
+    // Writes a view computed by a zoom or a drag into the range rows and reads it back.
+    void applyView(const model::ViewWindow& view);
+    // The first move of each drag is one step of the zoom history.
+    void dragView(const model::ViewWindow& view, bool first);
     void onPlotLeftPressed(QPointF at);
     void onPlotRightReleased(QPointF at);
     void onPlotDoubleClicked(QPointF at);

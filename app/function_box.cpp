@@ -1,5 +1,7 @@
 #include "app/function_box.h"
 
+#include "eval/formula.h"
+
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPixmap>
@@ -10,6 +12,17 @@ namespace curvix::app {
 namespace {
 
 constexpr int kIndentRole = Qt::UserRole + 1;
+constexpr QChar kShownPi(0x03C0);
+
+QString piShownIn(QString text)
+{
+    return text.replace(eval::kPiChar, kShownPi);
+}
+
+QString piStoredIn(QString text)
+{
+    return text.replace(kShownPi, eval::kPiChar);
+}
 
 class IndentDelegate : public QStyledItemDelegate {
 public:
@@ -42,12 +55,12 @@ private:
 
 FunctionBox::FunctionBox(QWidget* parent) : QComboBox(parent)
 {
-    // Typing the pi sign gives the character that stands for pi in formulas.
+    // The formula character for pi, set or typed by the keypad, is shown as π.
     connect(this, &QComboBox::editTextChanged, this, [this](const QString& text) {
-        if (!text.contains(QChar(0x03C0)))
+        if (!text.contains(eval::kPiChar))
             return;
         const int caret = lineEdit()->cursorPosition();
-        lineEdit()->setText(QString(text).replace(QChar(0x03C0), QChar(0x00B6)));
+        lineEdit()->setText(piShownIn(text));
         lineEdit()->setCursorPosition(caret);
     });
     setEditable(true);
@@ -68,7 +81,7 @@ void FunctionBox::setItems(const std::vector<model::FunctionItem>& items,
     for (std::size_t i = 0; i < items.size(); ++i) {
         QPixmap swatch(12, 12);
         swatch.fill(i < colors.size() ? colors[i] : QColor(Qt::black));
-        addItem(QIcon(swatch), items[i].text);
+        addItem(QIcon(swatch), piShownIn(items[i].text));
         setItemData(count() - 1, items[i].indent, kIndentRole);
     }
     setCurrentIndex(-1);
@@ -78,6 +91,16 @@ void FunctionBox::setItems(const std::vector<model::FunctionItem>& items,
 int FunctionBox::indentAt(int row) const
 {
     return itemData(row, kIndentRole).toInt();
+}
+
+QString FunctionBox::storedText() const
+{
+    return piStoredIn(currentText());
+}
+
+QString FunctionBox::storedItemText(int row) const
+{
+    return piStoredIn(itemText(row));
 }
 
 void FunctionBox::keyPressEvent(QKeyEvent* event)

@@ -10,6 +10,7 @@ namespace curvix::app {
 
 // The function box: an editable combo box whose drop-down shows the functions as a tree,
 // each item indented by its level. Enter in it is reported, never inserted as an item.
+// Pi is shown as π; the texts it gives and takes hold the formula character for it.
 class FunctionBox : public QComboBox {
     Q_OBJECT
 public:
@@ -19,6 +20,9 @@ public:
     // stays as it is.
     void setItems(const std::vector<model::FunctionItem>& items, const std::vector<QColor>& colors);
     int indentAt(int row) const;
+    // The text being edited, and an item's text, with the formula character for pi.
+    QString storedText() const;
+    QString storedItemText(int row) const;
 
 signals:
     void enterPressed();

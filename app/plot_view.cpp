@@ -59,6 +59,28 @@ PlotView::PlotView(model::AppState& state, model::Prompter& prompter, QWidget* w
     });
     connect(m_plot, &PlotWidget::rightButtonReleased, this, &PlotView::rightReleased);
     connect(m_plot, &PlotWidget::doubleClicked, this, &PlotView::doubleClicked);
+    connectPointer();
+}
+
+void PlotView::connectPointer()
+{
+    connect(m_plot, &PlotWidget::pointerMoved, this, [this](QPointF at) {
+        const plot::PlotScale s = scale();
+        emit pointerText(plot::pointerText(s.toWorld(at), s, m_state.coordinateSeparator));
+    });
+    connect(m_plot, &PlotWidget::panStarted, this, [this] {
+        hideZoomBox();
+        m_panView = m_state.view;
+        m_panScale = scale();
+        m_panMoved = false;
+    });
+    connect(m_plot, &PlotWidget::panned, this, [this](QPointF pixels) {
+        // The view moves against the pointer, so the point grabbed stays under it.
+        const double dx = -pixels.x() * m_panScale.unitsPerPixelX();
+        const double dy = pixels.y() * m_panScale.unitsPerPixelY();
+        emit viewDragged(plot::shiftedView(m_panView, dx, dy), !m_panMoved);
+        m_panMoved = true;
+    });
 }
 
 QWidget* PlotView::frame() const
@@ -89,6 +111,34 @@ void PlotView::redraw(const plot::RedrawOptions& options)
     m_grip->move(m_plot->width() - m_grip->width(), m_plot->height() - m_grip->height());
     m_labels->placeAll(scale());
     m_plot->update();
+}
+
+void PlotView::setEqualScale(bool on)
+{
+    m_equalScale = on;
+    if (!on)
+        return;
+    m_equalBase = m_equalView = m_state.view;
+    m_equalSize = QSizeF();
+    if (plot::equalScaleView(m_state.view, QSizeF(m_plot->size())) != m_state.view)
+        plot::recordZoomStep(m_state);
+    emit redrawNeeded();
+}
+
+std::optional<model::ViewWindow> PlotView::equalScaleView()
+{
+    const QSizeF size(m_plot->size());
+    if (!m_equalScale || (m_state.view == m_equalView && size == m_equalSize))
+        return std::nullopt;
+    if (m_state.view != m_equalView)
+        m_equalBase = m_state.view;
+    return plot::equalScaleView(m_equalBase, size);
+}
+
+void PlotView::equalScaleShown()
+{
+    m_equalView = m_state.view;
+    m_equalSize = QSizeF(m_plot->size());
 }
 
 void PlotView::showZoomBox()

@@ -8,6 +8,9 @@
 
 #include <QObject>
 #include <QPointF>
+#include <QSizeF>
+
+#include <optional>
 
 class QLabel;
 
@@ -36,6 +39,15 @@ public:
     plot::PlotScale scale() const;
     QPointF toWorld(QPointF at) const;
 
+    // Equal scale: turning it on is a step of the zoom history when it changes the view.
+    void setEqualScale(bool on);
+    // With equal scale on, the view to show for the plot's shape: the view set last (by
+    // the rows, a zoom or a drag), widened; a resize widens that same view again. None
+    // when it is off, or neither the view nor the size changed since it was last shown.
+    std::optional<model::ViewWindow> equalScaleView();
+    // The state's view is the one equal scale showed.
+    void equalScaleShown();
+
     void showZoomBox();
     void hideZoomBox();
     bool zoomBoxVisible() const;
@@ -57,12 +69,18 @@ signals:
     void leftPressed(QPointF at);
     void rightReleased(QPointF at);
     void doubleClicked(QPointF at);
+    // The pointer's world point, rounded to the plot's resolution, as "(x; y)".
+    void pointerText(const QString& text);
+    // A drag of the view: the view it began with, shifted by the drag so far; first is
+    // raised for the first move of each drag.
+    void viewDragged(const model::ViewWindow& view, bool first);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void confirmZoomBox();
+    void connectPointer();
 
     model::AppState& m_state;
     model::Prompter& m_prompter;
@@ -72,6 +90,14 @@ private:
     QLabel* m_grip = nullptr;
     QPoint m_gripFrom;
     PlotLabels* m_labels = nullptr;
+    // The view and scale at the start of a drag, and whether it has moved yet.
+    model::ViewWindow m_panView;
+    plot::PlotScale m_panScale;
+    bool m_panMoved = false;
+    bool m_equalScale = false;
+    model::ViewWindow m_equalBase;
+    model::ViewWindow m_equalView;
+    QSizeF m_equalSize;
 };
 
 } // namespace curvix::app

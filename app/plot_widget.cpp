@@ -16,6 +16,7 @@ PlotWidget::PlotWidget(QWidget* parent) : QWidget(parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setMinimumSize(120, 90);
     setAcceptDrops(true);
+    setMouseTracking(true);
 }
 
 QSize PlotWidget::devicePixelSize() const
@@ -42,6 +43,11 @@ void PlotWidget::wheelEvent(QWheelEvent* event)
 
 void PlotWidget::mouseReleaseEvent(QMouseEvent* event)
 {
+    if (m_panFrom && !(event->buttons() & (Qt::MiddleButton | Qt::LeftButton))) {
+        m_panFrom.reset();
+        unsetCursor();
+        return;
+    }
     if (event->button() == Qt::RightButton)
         emit rightButtonReleased(event->position());
     QWidget::mouseReleaseEvent(event);
@@ -49,6 +55,14 @@ void PlotWidget::mouseReleaseEvent(QMouseEvent* event)
 
 void PlotWidget::mousePressEvent(QMouseEvent* event)
 {
+    const bool ctrlLeft = event->button() == Qt::LeftButton &&
+                          (event->modifiers() & Qt::ControlModifier);
+    if (event->button() == Qt::MiddleButton || ctrlLeft) {
+        m_panFrom = event->position();
+        setCursor(Qt::ClosedHandCursor);
+        emit panStarted();
+        return;
+    }
     if (event->button() == Qt::LeftButton)
         emit leftButtonPressed(event->position());
     QWidget::mousePressEvent(event);
@@ -58,6 +72,14 @@ void PlotWidget::mouseDoubleClickEvent(QMouseEvent* event)
 {
     if (event->button() == Qt::LeftButton)
         emit doubleClicked(event->position());
+}
+
+void PlotWidget::mouseMoveEvent(QMouseEvent* event)
+{
+    if (m_panFrom)
+        emit panned(event->position() - *m_panFrom);
+    emit pointerMoved(event->position());
+    QWidget::mouseMoveEvent(event);
 }
 
 void PlotWidget::dragEnterEvent(QDragEnterEvent* event)

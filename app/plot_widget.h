@@ -3,6 +3,8 @@
 #include <QImage>
 #include <QWidget>
 
+#include <optional>
+
 namespace curvix::app {
 
 // The plot area. It owns the persistent picture (in device pixels) that the full redraw
@@ -26,6 +28,12 @@ signals:
     void rightButtonReleased(QPointF at);
     void leftButtonPressed(QPointF at);
     void doubleClicked(QPointF at);
+    // The pointer over the plot, with or without a button held.
+    void pointerMoved(QPointF at);
+    // A drag of the view (middle button, or Ctrl with the left): the pixels it has moved
+    // so far since the press.
+    void panStarted();
+    void panned(QPointF pixels);
     // Text, or a formula for a formula picture, dropped on the plot.
     void textDropped(const QString& text, QPointF at);
     void formulaDropped(const QString& formula, QPointF at);
@@ -37,11 +45,14 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
 
 private:
     QImage m_image;
+    // Where the drag of the view began; none while no drag is on.
+    std::optional<QPointF> m_panFrom;
 };
 
 } // namespace curvix::app

@@ -8,6 +8,7 @@
 #include "plot/angles.h"
 
 #include <QActionGroup>
+#include <QLineEdit>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -15,7 +16,11 @@
 #include <QLabel>
 #include <QMenu>
 #include <QRadioButton>
+#include <QStyle>
+#include <QStyleOptionFrame>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace curvix::app {
 
@@ -32,6 +37,24 @@ QString plainText(int number)
 const QStringList kWholes{"-3p", "-2p", "-p", "-0", "0", "p", "2p", "3p"};
 const QStringList kNumerators{"0", "p", "2p", "3p", "5p"};
 const QStringList kDenominators{"1", "2", "3", "4", "6"};
+
+// Wide enough for the longest numbers a zoom writes (7 digits, a sign and a point) with
+// the line edit's frame and inner margins, as QLineEdit sizes itself.
+int rangeBoxWidth(const QLineEdit* box)
+{
+    const QFontMetrics metrics = box->fontMetrics();
+    int text = 0;
+    for (const QString& longest : {QStringLiteral("-22.04001"), QStringLiteral("-9.424778"),
+                                   QStringLiteral("\u221222.04001")})
+        text = std::max(text, metrics.horizontalAdvance(longest));
+    const QMargins margins = box->textMargins();
+    // QLineEdit keeps 2 pixels on each side of the text, and one for the caret.
+    const QSize inner(text + margins.left() + margins.right() + 2 * 2 + 1, metrics.height());
+    QStyleOptionFrame option;
+    option.initFrom(box);
+    option.lineWidth = box->style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, box);
+    return box->style()->sizeFromContents(QStyle::CT_LineEdit, &option, inner, box).width();
+}
 
 } // namespace
 
@@ -66,7 +89,7 @@ QWidget* RangePanel::createRangeGroup()
         m_xRow[c]->setRule(plot::acceptsRangeText);
         m_yRow[c]->setRule(plot::acceptsStepText);
         for (PiLineEdit* box : {m_xRow[c], m_yRow[c]}) {
-            box->setFixedWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("-0000.0")) + 10);
+            box->setFixedWidth(rangeBoxWidth(box));
             box->setAlignment(Qt::AlignRight);
             box->setContextMenuPolicy(Qt::CustomContextMenu);
         }

@@ -44,6 +44,8 @@ void createFileAndEditMenus(QMenuBar* bar, WindowActions& a)
     a.zoomOutMenu = addMenu(bar, a.zoomMenu, "mnuzoomout", LoadResString(5074));
     a.zoomOutStep = addCommand(a.zoomOutMenu, "mnuzoominc", LoadResString(5075));
     a.zoomToStart = addCommand(a.zoomOutMenu, "mnuzoombeg", LoadResString(5076));
+    a.equalScale = addCommand(a.zoomMenu, "mnuequalscale", LoadResString(5085));
+    a.equalScale->setCheckable(true);
 }
 
 void createToolsMenu(QMenuBar* bar, WindowActions& a)

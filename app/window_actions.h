@@ -28,6 +28,8 @@ struct WindowActions {
     QAction* zoomIn = nullptr;
     QAction* zoomOutStep = nullptr;
     QAction* zoomToStart = nullptr;
+    // Checked: one unit is as long on both axes.
+    QAction* equalScale = nullptr;
     QAction* tangentMode = nullptr;
     QAction* trace = nullptr;
     QAction* derivative = nullptr;

@@ -2,6 +2,7 @@
 
 #include "eval/numtext.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace curvix::plot {
@@ -48,10 +49,10 @@ void zoomIn(model::AppState& state, const ZoomBox& box, RangeRow& x, RangeRow& y
     const double ky = box.height / (saved.YMax - saved.YMin + 2 * saved.YStep);
     x[0] = singleText(box.left);
     x[1] = singleText(box.left + box.width);
-    x[2] = eval::numberText(zoomedStep(kx, saved.XStep));
+    x[2] = eval::numberText(zoomedStep(kx, saved.XStep), QLocale(), 7);
     y[0] = singleText(box.top - box.height);
     y[1] = singleText(box.top);
-    y[2] = eval::numberText(zoomedStep(ky, saved.YStep));
+    y[2] = eval::numberText(zoomedStep(ky, saved.YStep), QLocale(), 7);
     ++state.zoomCount;
 }
 
@@ -94,10 +95,7 @@ model::ViewWindow scaledView(const model::ViewWindow& view, double factor, doubl
 
 model::ViewWindow wheelZoom(model::AppState& state, double steps, double worldX, double worldY)
 {
-    auto& history = state.zoomHistory;
-    history.resize(std::size_t(state.zoomCount) + 1);
-    history.back() = state.view;
-    ++state.zoomCount;
+    recordZoomStep(state);
     return scaledView(state.view, std::pow(0.8, steps), worldX, worldY);
 }
 
@@ -110,6 +108,68 @@ void writeViewRows(const model::ViewWindow& view, RangeRow& x, RangeRow& y)
     y[0] = text(view.YMin);
     y[1] = text(view.YMax);
     y[2] = text(view.YStep);
+}
+
+model::ViewWindow shiftedView(const model::ViewWindow& view, double dx, double dy)
+{
+    model::ViewWindow shifted = view;
+    shifted.XMin += dx;
+    shifted.XMax += dx;
+    shifted.YMin += dy;
+    shifted.YMax += dy;
+    return shifted;
+}
+
+void recordZoomStep(model::AppState& state)
+{
+    auto& history = state.zoomHistory;
+    history.resize(std::size_t(state.zoomCount) + 1);
+    history.back() = state.view;
+    ++state.zoomCount;
+}
+
+model::ViewWindow equalScaleView(const model::ViewWindow& view, QSizeF pixels)
+{
+    if (!(pixels.width() > 0) || !(pixels.height() > 0))
+        return view;
+    // The surface spans one step more on each side than the range.
+    const double spanX = view.XMax - view.XMin + 2 * view.XStep;
+    const double spanY = view.YMax - view.YMin + 2 * view.YStep;
+    const double perPixelX = spanX / pixels.width();
+    const double perPixelY = spanY / pixels.height();
+    if (!(perPixelX > 0) || !(perPixelY > 0))
+        return view;
+    model::ViewWindow equal = view;
+    if (perPixelX < perPixelY) {
+        const double grow = (perPixelY * pixels.width() - spanX) / 2;
+        equal.XMin -= grow;
+        equal.XMax += grow;
+    } else if (perPixelY < perPixelX) {
+        const double grow = (perPixelX * pixels.height() - spanY) / 2;
+        equal.YMin -= grow;
+        equal.YMax += grow;
+    }
+    return equal;
+}
+
+double roundToResolution(double value, double unitsPerPixel)
+{
+    if (!(unitsPerPixel > 0) || !std::isfinite(unitsPerPixel) || !std::isfinite(value))
+        return value;
+    const int decimals = int(std::ceil(-std::log10(unitsPerPixel)));
+    // Adding zero turns a rounded -0 into 0.
+    if (decimals >= 0)
+        return eval::roundHalfEven(value, std::min(decimals, 15)) + 0.0;
+    const double place = std::pow(10.0, -decimals);
+    return std::round(value / place) * place + 0.0;
+}
+
+QString pointerText(QPointF world, const PlotScale& scale, const QString& separator,
+                    const QLocale& locale)
+{
+    const QString x = eval::numberText(roundToResolution(world.x(), scale.unitsPerPixelX()), locale);
+    const QString y = eval::numberText(roundToResolution(world.y(), scale.unitsPerPixelY()), locale);
+    return QStringLiteral("(%1%2 %3)").arg(x, separator, y);
 }
 
 } // namespace curvix::plot

@@ -1,9 +1,12 @@
 #pragma once
 
 #include "model/app_state.h"
+#include "plot/coordinates.h"
 #include "plot/range_rows.h"
 
+#include <QLocale>
 #include <QRectF>
+#include <QSizeF>
 
 #include <optional>
 
@@ -26,7 +29,7 @@ ZoomBox initialZoomBox(const model::ViewWindow& view);
 double zoomedStep(double share, double step);
 
 // The range rows after zooming into the box: the current view is saved in the history, the
-// box edges become minimum and maximum (single precision), the steps scale with the share
+// box edges become minimum and maximum (single precision), the steps (7 digits too) scale with the share
 // of the visible width the box covers; the ticks entries stay.
 void zoomIn(model::AppState& state, const ZoomBox& box, RangeRow& x, RangeRow& y);
 
@@ -51,5 +54,27 @@ void writeViewRows(const model::ViewWindow& view, RangeRow& x, RangeRow& y);
 // The view scaled by a factor about a world point that keeps its place on the surface,
 // with round steps for the new widths.
 model::ViewWindow scaledView(const model::ViewWindow& view, double factor, double x, double y);
+
+// The view moved by a world distance (positive dx to the right, dy upwards); the sizes
+// and steps stay.
+model::ViewWindow shiftedView(const model::ViewWindow& view, double dx, double dy);
+
+// Saves the current view as one step of the zoom history, so that stepwise zoom-out
+// brings it back (a drag of the view).
+void recordZoomStep(model::AppState& state);
+
+// The view with the x or the y range widened about its centre so that one unit is as long
+// on both axes for a plot of this pixel size (the margin of one step on each side counts,
+// as on the surface). Never narrows a range; the steps stay.
+model::ViewWindow equalScaleView(const model::ViewWindow& view, QSizeF pixels);
+
+// A world coordinate rounded to the decimal place that one pixel's worth of units reaches:
+// the finest place that still changes from pixel to pixel, no finer.
+double roundToResolution(double value, double unitsPerPixel);
+
+// "(x; y)" for the pointer at a world point: each coordinate rounded to its axis's
+// resolution, written with the separator and the locale's decimal point.
+QString pointerText(QPointF world, const PlotScale& scale, const QString& separator,
+                    const QLocale& locale = QLocale());
 
 } // namespace curvix::plot

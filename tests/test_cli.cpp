@@ -4,6 +4,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
+
 // The headless command line, run as a separate process the way a script would run it.
 class TestCli : public QObject {
     Q_OBJECT
@@ -13,6 +15,7 @@ private slots:
     void commands();
     void exports_data();
     void exports();
+    void equalScaleDrawsAtFortyFiveDegrees();
     void exportRefuses_data();
     void exportRefuses();
 
@@ -130,6 +133,16 @@ void TestCli::exports()
     const QString bare = m_dir.filePath("bare-" + file);
     QCOMPARE(runCurvix(QStringList{"--export", bare} + view).exitCode, 0);
     QCOMPARE(image != QImage(bare), curves);
+}
+
+void TestCli::equalScaleDrawsAtFortyFiveDegrees()
+{
+    // y = x climbs a pixel a pixel only when a unit is as long on both axes: 3.6 units up
+    // and right of the centre of 400x200 then lie at (260, 40), and otherwise at (260, 70).
+    const QString path = m_dir.filePath("equal.png");
+    QCOMPARE(runCurvix({"--export", path, "--size", "400x200", "--equal-scale", "--no-grid", "x"}).exitCode, 0);
+    const QImage image(path);
+    QVERIFY(std::min({qGray(image.pixel(260, 39)), qGray(image.pixel(260, 40)), qGray(image.pixel(260, 41))}) < 128);
 }
 
 void TestCli::exportRefuses_data()

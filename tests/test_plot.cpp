@@ -23,6 +23,10 @@ private slots:
     void wheelTurnsAreHistorySteps();
     void traceStartsAndStepsWithinTheView_data();
     void traceStartsAndStepsWithinTheView();
+    void pointerTextFollowsTheResolution_data();
+    void pointerTextFollowsTheResolution();
+    void equalScaleWidensOneRange_data();
+    void equalScaleWidensOneRange();
     void fontSizes_data();
     void fontSizes();
 };
@@ -191,6 +195,48 @@ void TestPlot::wheelTurnsAreHistorySteps()
         QCOMPARE(state.view, views[back]);
     }
     QVERIFY(!plot::zoomOut(state, false, x, y));
+}
+
+void TestPlot::pointerTextFollowsTheResolution_data()
+{
+    QTest::addColumn<QSizeF>("pixels"); // of the default view, 12 units each way
+    QTest::addColumn<QPointF>("world");
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QString>("text");
+    const QPointF point(1.23456, -2.3456);
+    QTest::newRow("hundredths and tenths") << QSizeF(1200, 120) << point << "C" << "(1.23; -2.3)";
+    QTest::newRow("decimal comma") << QSizeF(1200, 120) << point << "sv_SE" << "(1,23; -2,3)";
+    QTest::newRow("0.025 a pixel: hundredths") << QSizeF(480, 480) << point << "C" << "(1.23; -2.35)";
+    QTest::newRow("whole units, no minus zero") << QSizeF(12, 12) << QPointF(1.4, -0.4) << "C" << "(1; 0)";
+}
+
+void TestPlot::pointerTextFollowsTheResolution()
+{
+    QFETCH(QSizeF, pixels);
+    QFETCH(QPointF, world);
+    QFETCH(QString, locale);
+    QFETCH(QString, text);
+    const plot::PlotScale scale = plot::SetPlotScale(pixels, model::ViewWindow{});
+    QCOMPARE(plot::pointerText(world, scale, QStringLiteral(";"), QLocale(locale)), text);
+}
+
+void TestPlot::equalScaleWidensOneRange_data()
+{
+    QTest::addColumn<QSizeF>("pixels"); // of the default view, 12 units each way
+    QTest::addColumn<QRectF>("ranges"); // XMin, YMin, width and height expected
+    QTest::newRow("wide plot: x widens") << QSizeF(600, 300) << QRectF(-11, -5, 22, 10);
+    QTest::newRow("tall plot: y widens") << QSizeF(300, 600) << QRectF(-5, -11, 10, 22);
+    QTest::newRow("square: unchanged") << QSizeF(400, 400) << QRectF(-5, -5, 10, 10);
+}
+
+void TestPlot::equalScaleWidensOneRange()
+{
+    QFETCH(QSizeF, pixels);
+    QFETCH(QRectF, ranges);
+    const model::ViewWindow view = plot::equalScaleView(model::ViewWindow{}, pixels);
+    QCOMPARE(QRectF(view.XMin, view.YMin, view.XMax - view.XMin, view.YMax - view.YMin), ranges);
+    const plot::PlotScale scale = plot::SetPlotScale(pixels, view);
+    QCOMPARE(scale.unitsPerPixelX(), scale.unitsPerPixelY());
 }
 
 void TestPlot::traceStartsAndStepsWithinTheView_data()

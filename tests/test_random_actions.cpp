@@ -201,7 +201,7 @@ private:
         const double from = act.b % 10 - 5;
         const std::vector<double> xs = plot::planDemonstration(from, from + act.b % 7, 0.25 * (act.b % 5), {}).xs;
         if (act.a % 4 == 0) // the function in the box, drawn or not
-            demo.start(box->currentText(), xs.empty() ? std::vector<double>{2, -1, 0.5} : xs, xs.empty(), act.b % 3 != 0);
+            demo.start(box->storedText(), xs.empty() ? std::vector<double>{2, -1, 0.5} : xs, xs.empty(), act.b % 3 != 0);
         else if (act.a % 4 == 1)
             demo.step();
         else if (act.a % 4 == 2)
@@ -229,7 +229,7 @@ private:
         else
             performOnEntries(act);
         eval::ExpressionEvaluator evaluator;
-        eval::PrepareExpressionText(evaluator, box->currentText(), child<QLineEdit>(&window, QStringLiteral("Text5"))->text(),
+        eval::PrepareExpressionText(evaluator, box->storedText(), child<QLineEdit>(&window, QStringLiteral("Text5"))->text(),
                                     [&](const QString& m) { allowed << m; });
         while (QWidget* popup = QApplication::activePopupWidget())
             popup->close();
@@ -253,8 +253,8 @@ private:
         QStringList items, texts;
         for (int i = 0, previous = -1; i < size; ++i) {
             const model::FunctionItem& item = state.functionItems[std::size_t(i)];
-            if (box->itemText(i) != item.text || box->indentAt(i) != item.indent)
-                return QStringLiteral("box item %1 is \"%2\", not \"%3\"").arg(i).arg(box->itemText(i), item.text);
+            if (box->storedItemText(i) != item.text || box->indentAt(i) != item.indent)
+                return QStringLiteral("box item %1 is \"%2\", not \"%3\"").arg(i).arg(box->storedItemText(i), item.text);
             if (item.indent < 0 || item.indent > previous + 1)
                 return QStringLiteral("item %1 is indented %2 after %3").arg(i).arg(item.indent).arg(previous);
             previous = item.indent;

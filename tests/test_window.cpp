@@ -12,6 +12,7 @@
 #include "app/symbolic_runner.h"
 #include "eval/formula.h"
 #include "plot/coordinates.h"
+#include "plot/zoom.h"
 #include "scripted_prompter.h"
 #include "widget_lookup.h"
 
@@ -151,6 +152,9 @@ private slots:
         QTest::newRow("a refused label draws nothing") << QStringList{"F(t)|t^2"} << QStringList{} << "";
         QTest::newRow("the start of a drawn function is drawn as typed")
             << QStringList{"f(x)|x^3", "f(x)|x"} << QStringList{"x^3", "x"} << "";
+        const QString pi(eval::kPiChar);
+        QTest::newRow("pi set as π or as its character")
+            << QStringList{"f(x)|=x+π", "f(x)|=2*" + pi} << QStringList{"x+" + pi, "2*" + pi} << "";
     }
 
     void typedFunctionsAreDrawn()
@@ -173,6 +177,8 @@ private slots:
         QCOMPARE(w.graphTexts(), drawn);
         // Enter never adds the text to the list by itself: the items mirror the graph list.
         QCOMPARE(w.functionBox->count(), drawn.size());
+        for (int i = 0; i < w.functionBox->count(); ++i) // shown with π
+            QCOMPARE(w.functionBox->itemText(i), QString(drawn[i]).replace(eval::kPiChar, QChar(0x03C0)));
         QCOMPARE(w.prompter.messages.size(), message.isEmpty() ? 0 : 1);
         if (!message.isEmpty())
             QVERIFY2(w.prompter.messages[0].contains(message), qPrintable(w.prompter.messages[0]));
@@ -373,7 +379,7 @@ private slots:
         QTest::newRow("a formula from keys") << "imgcombfunc" << QList<int>{13, 20, 30, 19, 11, 1} << "2*sqrt(x)+1";
         QTest::newRow("pi twice in a range box is one p") << "Text4_1" << QList<int>{16, 16} << "2p";
         QTest::newRow("pi on the y row does nothing") << "Text6_0" << QList<int>{16} << "2";
-        QTest::newRow("pi in the label text") << "Text2" << QList<int>{16, 3} << "2" + pi;
+        QTest::newRow("pi in the label text") << "Text2" << QList<int>{16, 3} << QStringLiteral("2π");
     }
 
     void keypadTypesIntoItsTarget()
@@ -390,8 +396,9 @@ private slots:
         for (int token : tokens)
             w.press(token);
         auto* range = qobject_cast<app::PiLineEdit*>(edit);
-        QCOMPARE(range ? range->storedText() : edit->text(), after);
-        QCOMPARE(w.functionBox->currentText(), intoBox ? after : QStringLiteral("sin(x)"));
+        auto* box = qobject_cast<app::FunctionBox*>(w.functionBox);
+        QCOMPARE(range ? range->storedText() : intoBox ? box->storedText() : edit->text(), after);
+        QCOMPARE(box->storedText(), intoBox ? after : QStringLiteral("sin(x)"));
         // C clears the function box from anywhere.
         w.press(31);
         QCOMPARE(w.functionBox->currentText(), QString());
@@ -507,7 +514,8 @@ private slots:
         QTest::mouseDClick(w.window.plotArea(), Qt::LeftButton, {}, w.pixel(2, 2));
         QCOMPARE(w.labels().size(), 1);
         app::PlotLabel* label = w.labels().value(0);
-        QCOMPARE(label->text(), QStringLiteral("(2| 2)"));
+        // The sample nearest the pixel clicked lies within a pixel of (2, 2).
+        QVERIFY2(label->text().contains(QRegularExpression("^\\(2([.,]00\\d*)?\\| 2([.,]00\\d*)?\\)$")), qPrintable(label->text()));
         // Tangent mode puts a tangent on the curve clicked; the curve's menu removes it.
         w.get<QToolButton>(QStringLiteral("Command5_4"))->click();
         QTest::mousePress(w.window.plotArea(), Qt::LeftButton, {}, w.pixel(1, 1));
@@ -533,6 +541,62 @@ private slots:
         QCOMPARE(view, model::ViewWindow{});
         QTest::keyClick(label, Qt::Key_Delete);
         QTRY_VERIFY(w.labels().isEmpty());
+    }
+
+    void dragsMoveTheView_data()
+    {
+        QTest::addColumn<Qt::MouseButton>("button");
+        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+        QTest::newRow("middle button") << Qt::MiddleButton << Qt::KeyboardModifiers();
+        QTest::newRow("Ctrl and left") << Qt::LeftButton << Qt::KeyboardModifiers(Qt::ControlModifier);
+    }
+
+    void dragsMoveTheView()
+    {
+        QFETCH(Qt::MouseButton, button);
+        QFETCH(Qt::KeyboardModifiers, modifiers);
+        ShownWindow w;
+        QWidget* plot = w.window.plotArea();
+        const QPoint from = w.pixel(0, 0);
+        const QPoint to = w.pixel(-1, -2);
+        QTest::mousePress(plot, button, modifiers, from);
+        QTest::mouseMove(plot, to);
+        QTest::mouseRelease(plot, button, modifiers, to);
+        // The point grabbed follows the pointer; the rows show the view; one history step.
+        QVERIFY((w.pixel(0, 0) - to).manhattanLength() <= 2);
+        QCOMPARE(*plot::readRangeNumber(w.row("Text4")[0]), w.state.view.XMin);
+        QCOMPARE(int(w.state.zoomCount), 1);
+        w.action("mnuzoominc")->trigger();
+        QCOMPARE(w.state.view, model::ViewWindow{});
+    }
+
+    void viewReadouts()
+    {
+        ShownWindow w;
+        QWidget* plot = w.window.plotArea();
+        // The pointer's coordinates, rounded to the plot's resolution.
+        w.state.coordinateSeparator = QStringLiteral("|");
+        const QPoint at = w.pixel(1.5, -2);
+        QTest::mouseMove(plot, at);
+        const plot::PlotScale scale = plot::SetPlotScale(QSizeF(plot->size()), w.state.view);
+        QCOMPARE(w.status(), plot::pointerText(scale.toWorld(at), scale, QStringLiteral("|")));
+        // Range boxes hold a zoomed number whole: with the caret at its end, nothing scrolls.
+        auto* box = w.get<app::PiLineEdit>(QStringLiteral("Text4_0"));
+        for (const QString& text : {QStringLiteral("-22.04001"), QStringLiteral("-9.424778")}) {
+            box->setText(text);
+            box->end(false);
+            box->grab(); // a paint places the text
+            QCOMPARE(box->cursorPositionAt(QPoint(0, box->height() / 2)), 0);
+        }
+        // Equal scale: a unit as long on both axes, kept through a resize.
+        w.action("mnuequalscale")->trigger();
+        const auto equal = [&] {
+            const plot::PlotScale s = plot::SetPlotScale(QSizeF(plot->size()), w.state.view);
+            return std::abs(s.unitsPerPixelX() / s.unitsPerPixelY() - 1) < 1e-5;
+        };
+        QVERIFY(equal() && w.state.zoomCount == 1);
+        w.window.resize(w.window.size() + QSize(0, 150));
+        QTRY_VERIFY(equal());
     }
 
     // Keyboard users reach every control in the order of the layout, screen readers find a
