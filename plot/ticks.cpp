@@ -88,14 +88,15 @@ QString superscript(int number)
     return text;
 }
 
-// The fewest decimals that write every value exactly (to a millionth of the interval); -1
-// when even 15 do not.
+// The fewest decimals that write every value exactly (but for floating-point noise) with
+// the interval in at most 6 significant digits; -1 when there are none.
 int exactDecimals(const std::vector<double>& values, double interval)
 {
-    for (int d = 0; d <= 15; ++d) {
+    const int most = std::min(15, kMaxDigits - 1 - int(std::floor(std::log10(interval))));
+    for (int d = 0; d <= most; ++d) {
         const double scale = std::pow(10.0, d);
         if (std::all_of(values.begin(), values.end(), [&](double v) {
-                return std::abs(std::round(v * scale) / scale - v) <= interval * 1e-6;
+                return std::abs(std::round(v * scale) / scale - v) <= interval * 1e-9;
             }))
             return d;
     }
