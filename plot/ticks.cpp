@@ -278,8 +278,12 @@ std::vector<Candidate> axisCandidates(const model::ViewWindow& view, int axis, T
         if (isX) {
             left = scale.toPixel(ticks[i], 0).x() - w / 2;
             top = otherOnView ? origin.y() + kTickHalfLength + 2 : size.height() - h - 2;
+            if (top + h > size.height() - 1) // no room below the axis: above it
+                top = origin.y() - kTickHalfLength - 2 - h;
         } else {
             left = otherOnView ? origin.x() - kTickHalfLength - 2 - w : 2;
+            if (left < 1) // no room left of the axis: right of it
+                left = origin.x() + kTickHalfLength + 2;
             top = scale.toPixel(0, ticks[i]).y() - h / 2;
         }
         label.rect = QRectF(clamped(left, 1, size.width() - w - 1), clamped(top, 1, size.height() - h - 1), w, h);
