@@ -273,7 +273,7 @@ Surface paintUnderLabels(const model::AppState& state, QPainter& painter, QSizeF
     drawAxis(surface, view, 1, axisColor);
     if (options.arrows)
         drawArrows(surface, view, state.arrows, axisColor);
-    drawTickMarks(surface, view, options, state.angleUnit, axisColor);
+    drawTickMarks(surface, view, options, axisColor);
 
     // Labels dropped on the plot are placed here once the plot can hold them.
 
@@ -314,7 +314,8 @@ void redraw(model::AppState& state, QImage& picture, const RedrawOptions& option
     QPainter painter(&picture);
     painter.setFont(options.font);
     painter.setRenderHint(QPainter::TextAntialiasing, true);
-    Surface surface{&picture, painter, SetPlotScale(picture.deviceIndependentSize(), state.view), {}};
+    const PlotScale scale = SetPlotScale(picture.deviceIndependentSize(), state.view);
+    Surface surface{&picture, painter, scale, {}};
     drawTickLabels(surface, state.view, options, state.angleUnit, colorFromValue(state.axisColor));
 }
 

@@ -73,7 +73,7 @@ QString decimalText(double value, int decimals, int budget)
     const int sign = value < 0 ? 1 : 0;
     int d = std::min(decimals, kMaxDigits - std::max(0, exponent + 1) - std::min(0, exponent + 1));
     d = std::max(0, std::min(d, budget - sign - integerDigits - 1));
-    const QString text = fixedText(magnitude, d);
+    QString text = fixedText(magnitude, d);
     if (text == QLatin1String("0"))
         return text;
     return sign ? kMinus + text : text;
@@ -81,7 +81,8 @@ QString decimalText(double value, int decimals, int budget)
 
 QString superscript(int number)
 {
-    static const char16_t digits[] = u"\u2070\u00B9\u00B2\u00B3\u2074\u2075\u2076\u2077\u2078\u2079";
+    static const char16_t digits[] =
+        u"\u2070\u00B9\u00B2\u00B3\u2074\u2075\u2076\u2077\u2078\u2079";
     QString text = number < 0 ? QString(QChar(0x207B)) : QString();
     for (const QChar c : QString::number(std::abs(number)))
         text += QChar(digits[c.digitValue()]);
@@ -116,7 +117,8 @@ QString powerText(double value, int budget)
     }
     const QString suffix = QChar(0x00B7) + QStringLiteral("10") + superscript(exponent);
     const int decimals = std::max(0, exactDecimals({mantissa}, 1.0));
-    return decimalText(mantissa, std::min(decimals, kMaxDigits - 1), budget - int(suffix.size())) + suffix;
+    const int mantissaBudget = budget - int(suffix.size());
+    return decimalText(mantissa, std::min(decimals, kMaxDigits - 1), mantissaBudget) + suffix;
 }
 
 // The multiple as a reduced fraction n/d with a small denominator, when it is one.
@@ -206,7 +208,8 @@ std::vector<TickLabel> thinned(const std::vector<Candidate>& candidates)
 {
     std::vector<TickLabel> kept;
     for (int i = 0; i < 54; ++i) {
-        const double stride = std::array<double, 3>{1, 2, 5}[std::size_t(i % 3)] * std::pow(10.0, i / 3);
+        const double stride =
+            std::array<double, 3>{1, 2, 5}[std::size_t(i % 3)] * std::pow(10.0, i / 3);
         kept.clear();
         for (const Candidate& c : candidates) {
             if (std::fmod(c.multiple, stride) == 0)
@@ -250,11 +253,13 @@ std::vector<Candidate> axisCandidates(const model::ViewWindow& view, int axis, T
     const bool isX = axis == 0;
     const double interval = isX ? view.XTicks * view.XStep : view.YTicks * view.YStep;
     const QSizeF size = scale.pixels();
-    const std::vector<double> ticks = isX ? tickPositions(interval, view.XMin, view.XMax, size.width())
-                                          : tickPositions(interval, view.YMin, view.YMax, size.height());
+    const std::vector<double> ticks =
+        isX ? tickPositions(interval, view.XMin, view.XMax, size.width())
+            : tickPositions(interval, view.YMin, view.YMax, size.height());
     const QStringList texts = tickLabelTexts(ticks, style);
     // Where the other axis stands on the surface; off the view, the labels go to the edge.
-    const bool otherOnView = isX ? (view.YMin <= 0 && 0 <= view.YMax) : (view.XMin <= 0 && 0 <= view.XMax);
+    const bool otherOnView =
+        isX ? (view.YMin <= 0 && 0 <= view.YMax) : (view.XMin <= 0 && 0 <= view.XMax);
     const QPointF origin = scale.toPixel(0, 0);
     std::vector<Candidate> candidates;
     for (std::size_t i = 0; i < ticks.size(); ++i) {
@@ -286,7 +291,8 @@ std::vector<Candidate> axisCandidates(const model::ViewWindow& view, int axis, T
                 left = origin.x() + kTickHalfLength + 2;
             top = scale.toPixel(0, ticks[i]).y() - h / 2;
         }
-        label.rect = QRectF(clamped(left, 1, size.width() - w - 1), clamped(top, 1, size.height() - h - 1), w, h);
+        label.rect = QRectF(clamped(left, 1, size.width() - w - 1),
+                            clamped(top, 1, size.height() - h - 1), w, h);
         candidates.push_back({label, std::round(ticks[i] / interval)});
     }
     return candidates;
@@ -301,11 +307,13 @@ QStringList tickLabelTexts(const std::vector<double>& values, TickStyle style)
     if (pi) {
         for (double& n : numbers)
             n /= eval::kPiValue;
-        const QStringList fractions = piFractionTexts(numbers);
+        QStringList fractions = piFractionTexts(numbers);
         if (!fractions.isEmpty() || numbers.empty())
             return fractions;
     }
-    const QString suffix = pi ? QString(kPi) : style == TickStyle::Degrees ? QString(QChar(0x00B0)) : QString();
+    const QString suffix = pi                              ? QString(kPi)
+                           : style == TickStyle::Degrees ? QString(QChar(0x00B0))
+                                                         : QString();
     const int budget = kMaxLabelChars - int(suffix.size());
     double largest = 0;
     for (const double n : numbers)
@@ -347,7 +355,8 @@ TickLayout layoutTicks(const model::ViewWindow& view, const RedrawOptions& optio
     layout.labels = thinned(axisCandidates(view, 0, xStyle(options, angleUnit), scale, metrics));
     const std::size_t xCount = layout.labels.size();
     // A y label that would sit on an x label gives way.
-    for (const TickLabel& y : thinned(axisCandidates(view, 1, TickStyle::Decimal, scale, metrics))) {
+    const auto yLabels = thinned(axisCandidates(view, 1, TickStyle::Decimal, scale, metrics));
+    for (const TickLabel& y : yLabels) {
         const QRectF halo = y.rect.adjusted(-kLabelGap, -kLabelGap, kLabelGap, kLabelGap);
         if (std::none_of(layout.labels.begin(), layout.labels.begin() + qsizetype(xCount),
                          [&](const TickLabel& x) { return halo.intersects(x.rect); }))
@@ -357,7 +366,7 @@ TickLayout layoutTicks(const model::ViewWindow& view, const RedrawOptions& optio
 }
 
 void drawTickMarks(Surface& surface, const model::ViewWindow& view,
-                   const RedrawOptions& options, model::AngleUnit /*angleUnit*/, const QColor& color)
+                   const RedrawOptions& options, const QColor& color)
 {
     if (!options.tickLabels)
         return;
@@ -366,13 +375,16 @@ void drawTickMarks(Surface& surface, const model::ViewWindow& view,
     painter.setPen(QPen(color, 0));
     const double xAxisAt = AxisPosition(view.YMin, view.YMax);
     const double yAxisAt = AxisPosition(view.XMin, view.XMax);
-    for (const double x : tickPositions(view.XTicks * view.XStep, view.XMin, view.XMax, s.pixels().width())) {
+    const QSizeF size = s.pixels();
+    const double xInterval = view.XTicks * view.XStep;
+    const double yInterval = view.YTicks * view.YStep;
+    for (const double x : tickPositions(xInterval, view.XMin, view.XMax, size.width())) {
         const QPointF p = s.toPixel(x, xAxisAt);
-        painter.drawLine(QPointF(p.x(), p.y() - kTickHalfLength), QPointF(p.x(), p.y() + kTickHalfLength));
+        painter.drawLine(p - QPointF(0, kTickHalfLength), p + QPointF(0, kTickHalfLength));
     }
-    for (const double y : tickPositions(view.YTicks * view.YStep, view.YMin, view.YMax, s.pixels().height())) {
+    for (const double y : tickPositions(yInterval, view.YMin, view.YMax, size.height())) {
         const QPointF p = s.toPixel(yAxisAt, y);
-        painter.drawLine(QPointF(p.x() - kTickHalfLength, p.y()), QPointF(p.x() + kTickHalfLength, p.y()));
+        painter.drawLine(p - QPointF(kTickHalfLength, 0), p + QPointF(kTickHalfLength, 0));
     }
 }
 
@@ -380,7 +392,8 @@ void drawTickLabels(Surface& surface, const model::ViewWindow& view,
                     const RedrawOptions& options, model::AngleUnit angleUnit, const QColor& color)
 {
     QPainter& painter = surface.painter;
-    const TickLayout layout = layoutTicks(view, options, angleUnit, surface.scale.pixels(), painter.font(), painter.device());
+    const TickLayout layout = layoutTicks(view, options, angleUnit, surface.scale.pixels(),
+                                          painter.font(), painter.device());
     painter.setPen(QPen(color, 0));
     for (const TickLabel& label : layout.labels) {
         painter.fillRect(label.rect.adjusted(-1, -1, 1, 1), options.background);

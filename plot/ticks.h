@@ -54,7 +54,7 @@ TickLayout layoutTicks(const model::ViewWindow& view, const RedrawOptions& optio
 
 // The tick marks, drawn with the axes (under the curves).
 void drawTickMarks(Surface& surface, const model::ViewWindow& view,
-                   const RedrawOptions& options, model::AngleUnit angleUnit, const QColor& color);
+                   const RedrawOptions& options, const QColor& color);
 
 // The numbers, each on a patch of the background so that nothing strikes through them;
 // drawn last, over grid, curves and fills.
