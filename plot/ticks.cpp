@@ -204,12 +204,16 @@ struct Candidate {
 
 // Every 1st, 2nd, 5th, 10th, 20th, ... label of an axis in order along it: the first
 // choice whose labels keep apart.
-std::vector<TickLabel> thinned(const std::vector<Candidate>& candidates)
+double strideAt(int index)
+{
+    return std::array<double, 3>{1, 2, 5}[std::size_t(index % 3)] * std::pow(10.0, index / 3);
+}
+
+std::vector<TickLabel> thinned(const std::vector<Candidate>& candidates, int firstStride)
 {
     std::vector<TickLabel> kept;
-    for (int i = 0; i < 54; ++i) {
-        const double stride =
-            std::array<double, 3>{1, 2, 5}[std::size_t(i % 3)] * std::pow(10.0, i / 3);
+    for (int i = firstStride; i < 54; ++i) {
+        const double stride = strideAt(i);
         kept.clear();
         for (const Candidate& c : candidates) {
             if (std::fmod(c.multiple, stride) == 0)
@@ -247,15 +251,25 @@ TickStyle xStyle(const RedrawOptions& options, model::AngleUnit angleUnit)
 }
 
 // The labels of one axis (0: x, 1: y) at their places on a surface of the given size.
-std::vector<Candidate> axisCandidates(const model::ViewWindow& view, int axis, TickStyle style,
-                                      const PlotScale& scale, const QFontMetricsF& metrics)
+std::vector<TickLabel> axisLabels(const model::ViewWindow& view, int axis, TickStyle style,
+                                  const PlotScale& scale, const QFontMetricsF& metrics)
 {
     const bool isX = axis == 0;
     const double interval = isX ? view.XTicks * view.XStep : view.YTicks * view.YStep;
     const QSizeF size = scale.pixels();
-    const std::vector<double> ticks =
-        isX ? tickPositions(interval, view.XMin, view.XMax, size.width())
-            : tickPositions(interval, view.YMin, view.YMax, size.height());
+    std::vector<double> ticks = isX ? tickPositions(interval, view.XMin, view.XMax, size.width())
+                                    : tickPositions(interval, view.YMin, view.YMax, size.height());
+    // Strides whose labels could not keep apart even at their smallest (one digit wide, one
+    // line high) are passed over before any text is written or measured.
+    const QPointF perTick = scale.toPixel(interval, interval) - scale.toPixel(0, 0);
+    const double smallest = isX ? metrics.horizontalAdvance(QLatin1Char('0')) : metrics.height();
+    int firstStride = 0;
+    const double pixelsPerTick = std::abs(isX ? perTick.x() : perTick.y());
+    while (firstStride < 53 && strideAt(firstStride) * pixelsPerTick < smallest + kLabelGap)
+        ++firstStride;
+    std::erase_if(ticks, [&](double v) {
+        return std::fmod(std::round(v / interval), strideAt(firstStride)) != 0;
+    });
     const QStringList texts = tickLabelTexts(ticks, style);
     // Where the other axis stands on the surface; off the view, the labels go to the edge.
     const bool otherOnView =
@@ -295,7 +309,7 @@ std::vector<Candidate> axisCandidates(const model::ViewWindow& view, int axis, T
                             clamped(top, 1, size.height() - h - 1), w, h);
         candidates.push_back({label, std::round(ticks[i] / interval)});
     }
-    return candidates;
+    return thinned(candidates, firstStride);
 }
 
 } // namespace
@@ -352,10 +366,10 @@ TickLayout layoutTicks(const model::ViewWindow& view, const RedrawOptions& optio
     const QFontMetricsF metrics(font, device);
     layout.xMarks = tickPositions(view.XTicks * view.XStep, view.XMin, view.XMax, logical.width());
     layout.yMarks = tickPositions(view.YTicks * view.YStep, view.YMin, view.YMax, logical.height());
-    layout.labels = thinned(axisCandidates(view, 0, xStyle(options, angleUnit), scale, metrics));
+    layout.labels = axisLabels(view, 0, xStyle(options, angleUnit), scale, metrics);
     const std::size_t xCount = layout.labels.size();
     // A y label that would sit on an x label gives way.
-    const auto yLabels = thinned(axisCandidates(view, 1, TickStyle::Decimal, scale, metrics));
+    const auto yLabels = axisLabels(view, 1, TickStyle::Decimal, scale, metrics);
     for (const TickLabel& y : yLabels) {
         const QRectF halo = y.rect.adjusted(-kLabelGap, -kLabelGap, kLabelGap, kLabelGap);
         if (std::none_of(layout.labels.begin(), layout.labels.begin() + qsizetype(xCount),
