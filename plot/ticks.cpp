@@ -257,19 +257,19 @@ std::vector<TickLabel> axisLabels(const model::ViewWindow& view, int axis, TickS
     const bool isX = axis == 0;
     const double interval = isX ? view.XTicks * view.XStep : view.YTicks * view.YStep;
     const QSizeF size = scale.pixels();
-    std::vector<double> ticks = isX ? tickPositions(interval, view.XMin, view.XMax, size.width())
-                                    : tickPositions(interval, view.YMin, view.YMax, size.height());
     // Strides whose labels could not keep apart even at their smallest (one digit wide, one
-    // line high) are passed over before any text is written or measured.
+    // line high) are passed over before any text is written or measured: the labels of a
+    // view with more ticks than pixels stand on a coarser grid of ticks.
     const QPointF perTick = scale.toPixel(interval, interval) - scale.toPixel(0, 0);
     const double smallest = isX ? metrics.horizontalAdvance(QLatin1Char('0')) : metrics.height();
-    int firstStride = 0;
     const double pixelsPerTick = std::abs(isX ? perTick.x() : perTick.y());
+    int firstStride = 0;
     while (firstStride < 53 && strideAt(firstStride) * pixelsPerTick < smallest + kLabelGap)
         ++firstStride;
-    std::erase_if(ticks, [&](double v) {
-        return std::fmod(std::round(v / interval), strideAt(firstStride)) != 0;
-    });
+    const double coarse = interval * strideAt(firstStride);
+    const std::vector<double> ticks =
+        isX ? tickPositions(coarse, view.XMin, view.XMax, size.width())
+            : tickPositions(coarse, view.YMin, view.YMax, size.height());
     const QStringList texts = tickLabelTexts(ticks, style);
     // Where the other axis stands on the surface; off the view, the labels go to the edge.
     const bool otherOnView =
