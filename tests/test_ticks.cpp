@@ -1,4 +1,5 @@
 #include "eval/formula.h"
+#include "plot/coordinates.h"
 #include "plot/ticks.h"
 
 #include <QTest>
@@ -8,21 +9,14 @@
 Q_DECLARE_METATYPE(curvix::plot::TickStyle)
 
 using namespace curvix;
-using model::ViewWindow;
-
-namespace {
-
-const QString kMinus(QChar(0x2212));
 
 // "a b c" with "." read as the locale's decimal separator and "-" as the minus sign.
-QStringList localised(const QString& texts)
+static QStringList localised(const QString& texts)
 {
     QString t = texts;
-    t.replace(QLatin1Char('.'), QLocale().decimalPoint()).replace(QLatin1Char('-'), kMinus);
+    t.replace(QLatin1Char('.'), QLocale().decimalPoint()).replace(QLatin1Char('-'), QChar(0x2212));
     return t.split(QLatin1Char(' '));
 }
-
-} // namespace
 
 class TestTicks : public QObject {
     Q_OBJECT
@@ -30,6 +24,7 @@ private slots:
     void labelTexts_data();
     void labelTexts();
     void labelsOfManyViewsKeepApartAndInside();
+    void labelsStandOverFills();
 };
 
 void TestTicks::labelTexts_data()
@@ -75,15 +70,14 @@ void TestTicks::labelsOfManyViewsKeepApartAndInside()
                     const double f = mode > 0 && i % 2 == 0 ? eval::kPiValue : 1;
                     const double xs = spans[i];
                     const double ys = spans[(i + 3) % spans.size()];
-                    const ViewWindow view{(centre - 1) * xs * f, (centre + 1) * xs * f, xs * f / 10, ticks,
+                    const model::ViewWindow view{(centre - 1) * xs * f, (centre + 1) * xs * f, xs * f / 10, ticks,
                                           (centre - 1) * ys, (centre + 1) * ys, ys / 4, 2 - ticks};
                     plot::RedrawOptions options;
                     options.exactTrig = mode > 0;
                     options.fractionForm = mode == 2;
                     const QSizeF size = views % 3 ? QSizeF(600, 400) : QSizeF(260, 180);
                     const auto labels = plot::layoutTicks(view, options, model::AngleUnit::Radians, size, font).labels;
-                    ++views;
-                    QVERIFY2(!labels.empty(), qPrintable(QString::number(views)));
+                    QVERIFY2(!labels.empty(), qPrintable(QString::number(++views)));
                     for (std::size_t a = 0; a < labels.size(); ++a) {
                         const plot::TickLabel& label = labels[a];
                         const QString what = QString::number(views) + QLatin1Char(' ') + label.text;
@@ -100,6 +94,31 @@ void TestTicks::labelsOfManyViewsKeepApartAndInside()
         }
     }
     QCOMPARE(views, 216);
+}
+
+// A fill that floods the whole picture leaves every number readable on its patch.
+void TestTicks::labelsStandOverFills()
+{
+    model::AppState state;
+    plot::InitPlotDefaults(state);
+    state.axisColor = 0x000000FF;
+    state.fills.push_back({2.5, 2.5, 0x0000FF00});
+    QImage picture(600, 400, QImage::Format_ARGB32_Premultiplied);
+    const plot::RedrawOptions options{.font = QFont(QStringLiteral("DejaVu Sans"), 9)};
+    plot::redraw(state, picture, options);
+    const auto labels = plot::layoutTicks(state.view, options, state.angleUnit, picture.size(), options.font, &picture).labels;
+    QVERIFY(labels.size() >= 10);
+    for (const plot::TickLabel& label : labels) {
+        int inked = 0; // red, or red blended into the white patch
+        const QRect r = label.rect.toAlignedRect();
+        for (int y = r.top(); y <= r.bottom(); ++y)
+            for (int x = r.left(); x <= r.right(); ++x) {
+                const QColor c = picture.pixelColor(x, y);
+                inked += c.red() == 255 && c.green() < 200 && c.green() == c.blue();
+                QVERIFY2(c != QColor(Qt::green), qPrintable(label.text));
+            }
+        QVERIFY2(inked > 0, qPrintable(label.text));
+    }
 }
 
 QTEST_MAIN(TestTicks)
