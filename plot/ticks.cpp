@@ -143,8 +143,8 @@ QString piFractionText(long long numerator, long long denominator)
     if (numerator == 0)
         return QStringLiteral("0");
     const long long magnitude = std::llabs(numerator);
-    QString text = (numerator < 0 ? QString(kMinus) : QString())
-                   + (magnitude == 1 ? QString() : QString::number(magnitude)) + kPi;
+    const QString sign = numerator < 0 ? QString(kMinus) : QString();
+    QString text = sign + (magnitude == 1 ? QString() : QString::number(magnitude)) + kPi;
     if (denominator != 1)
         text += QLatin1Char('/') + QString::number(denominator);
     return text;
@@ -325,9 +325,11 @@ QStringList tickLabelTexts(const std::vector<double>& values, TickStyle style)
         if (!fractions.isEmpty() || numbers.empty())
             return fractions;
     }
-    const QString suffix = pi                              ? QString(kPi)
-                           : style == TickStyle::Degrees ? QString(QChar(0x00B0))
-                                                         : QString();
+    QString suffix;
+    if (pi)
+        suffix = kPi;
+    else if (style == TickStyle::Degrees)
+        suffix = QChar(0x00B0);
     const int budget = kMaxLabelChars - int(suffix.size());
     double largest = 0;
     for (const double n : numbers)
