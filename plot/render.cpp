@@ -287,8 +287,11 @@ void ReplayFills(QImage& picture, const model::AppState& state, const RedrawOpti
     }
 }
 
-void paintPlot(const model::AppState& state, QPainter& painter, QSizeF logical, QImage* raster,
-               const RedrawOptions& options)
+namespace {
+
+// Everything but the tick labels, which the caller draws last, over the fills too.
+Surface paintUnderLabels(const model::AppState& state, QPainter& painter, QSizeF logical,
+                         QImage* raster, const RedrawOptions& options)
 {
     const model::ViewWindow& view = state.view;
     painter.setRenderHint(QPainter::Antialiasing, false);
@@ -305,7 +308,7 @@ void paintPlot(const model::AppState& state, QPainter& painter, QSizeF logical, 
     drawAxis(surface, view, 1, axisColor);
     if (options.arrows)
         drawArrows(surface, view, state.arrows, axisColor);
-    drawTickLabels(surface, view, options, state.angleUnit, axisColor);
+    drawTickMarks(surface, view, options, axisColor);
 
     // Labels dropped on the plot are placed here once the plot can hold them.
 
@@ -318,6 +321,16 @@ void paintPlot(const model::AppState& state, QPainter& painter, QSizeF logical, 
         painter.setPen(traceColor);
         painter.drawText(at + QPointF(8, -8), TraceText(state));
     }
+    return surface;
+}
+
+} // namespace
+
+void paintPlot(const model::AppState& state, QPainter& painter, QSizeF logical, QImage* raster,
+               const RedrawOptions& options)
+{
+    Surface surface = paintUnderLabels(state, painter, logical, raster, options);
+    drawTickLabels(surface, state.view, options, state.angleUnit, colorFromValue(state.axisColor));
 }
 
 void redraw(model::AppState& state, QImage& picture, const RedrawOptions& options,
@@ -329,9 +342,16 @@ void redraw(model::AppState& state, QImage& picture, const RedrawOptions& option
     picture.fill(options.background);
     {
         QPainter painter(&picture);
-        paintPlot(state, painter, picture.deviceIndependentSize(), &picture, options);
+        paintUnderLabels(state, painter, picture.deviceIndependentSize(), &picture, options);
     }
     ReplayFills(picture, state, options);
+    // The numbers go over the fills, so that a fill never hides one.
+    QPainter painter(&picture);
+    painter.setFont(options.font);
+    painter.setRenderHint(QPainter::TextAntialiasing, true);
+    const PlotScale scale = SetPlotScale(picture.deviceIndependentSize(), state.view);
+    Surface surface{&picture, painter, scale, {}};
+    drawTickLabels(surface, state.view, options, state.angleUnit, colorFromValue(state.axisColor));
 }
 
 } // namespace curvix::plot
