@@ -36,7 +36,6 @@ quint32 ColorActions::askColor(bool axisTitle)
     return m_dialogColor;
 }
 
-
 void ColorActions::chooseGridColor()
 {
     m_state.gridColor = askColor(false);

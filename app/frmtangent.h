@@ -42,7 +42,6 @@ public:
     void setFunction(const QString& text);
     QString function() const { return m_function; }
 
-
 signals:
     // Start was accepted: the function, the x values to walk (from the list when
     // fromList) and whether the derivative's graph is drawn.

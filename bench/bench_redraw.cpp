@@ -4,7 +4,6 @@
 #include "model/graph_list.h"
 #include "plot/colors.h"
 #include "plot/coordinates.h"
-#include "plot/flood_fill.h"
 #include "plot/render.h"
 
 #include <benchmark/benchmark.h>
@@ -83,10 +82,7 @@ void fills(benchmark::State& s)
         s.PauseTiming();
         scene.picture = drawn.copy();
         s.ResumeTiming();
-        for (const model::FillPoint& fill : scene.state.fills) {
-            const QPointF seed = plot::SetPlotScale(QSizeF(kSize), scene.state.view).toPixel(fill.x, fill.y);
-            plot::FloodFill(scene.picture, seed.toPoint(), plot::colorFromValue(fill.color), Qt::black);
-        }
+        plot::ReplayFills(scene.picture, scene.state, scene.options);
         benchmark::DoNotOptimize(scene.picture.constBits());
     }
 }

@@ -7,25 +7,20 @@ namespace curvix::plot {
 
 namespace {
 
-// The plot's picture is opaque everywhere, so a fully transparent pixel can mark what the
-// fill has reached: pixels that already had the fill colour do not stop the spread, and
-// none is visited twice, without a mask beside the picture.
+// The mask is opaque everywhere, so a fully transparent pixel can mark what the fill has
+// reached: none is visited twice, without a second mask beside the first.
 constexpr QRgb kReached = 0x00000000;
-
-// What stops the spread: every pixel of one colour (a wall), or every pixel but one colour
-// (on a mask, where only the open colour may be reached).
-enum class KeyMeaning { Wall, Open };
 
 // Span filling: each entry is a span of row y - dy that is filled; row y next to it is
 // explored, and only the parts of the parent row that stick out are looked at again.
 class SpanFill {
 public:
-    SpanFill(QImage& picture, QRgb key, KeyMeaning meaning)
+    SpanFill(QImage& mask, QRgb open)
         // One detach, then raw rows: scanLine() on a non-const image checks for sharing
         // each call.
-        : m_base(reinterpret_cast<QRgb*>(picture.bits())),
-          m_stride(picture.bytesPerLine() / qsizetype(sizeof(QRgb))), m_width(picture.width()),
-          m_height(picture.height()), m_key(key), m_meaning(meaning), m_firstX(std::size_t(m_height), m_width),
+        : m_base(reinterpret_cast<QRgb*>(mask.bits())),
+          m_stride(mask.bytesPerLine() / qsizetype(sizeof(QRgb))), m_width(mask.width()),
+          m_height(mask.height()), m_open(open), m_firstX(std::size_t(m_height), m_width),
           m_lastX(std::size_t(m_height), -1)
     {
     }
@@ -44,19 +39,6 @@ public:
         }
     }
 
-    // Only the reached part of each row is recoloured: a pass over the whole picture costs
-    // as much as the fill itself.
-    void recolour(QRgb paint)
-    {
-        for (int y = m_top; y <= m_bottom; ++y) {
-            QRgb* line = m_base + y * m_stride;
-            const int first = m_firstX[std::size_t(y)];
-            const int last = m_lastX[std::size_t(y)];
-            if (first <= last)
-                std::replace(line + first, line + last + 1, kReached, paint);
-        }
-    }
-
     // Paints the reached pixels into another picture of the same size and opens them again,
     // so that the same mask serves the next fill.
     void paintReachedInto(QImage& target, QRgb paint)
@@ -68,7 +50,7 @@ public:
             QRgb* into = targetBase + y * targetStride;
             for (int x = m_firstX[std::size_t(y)]; x <= m_lastX[std::size_t(y)]; ++x) {
                 if (line[x] == kReached) {
-                    line[x] = m_key;
+                    line[x] = m_open;
                     into[x] = paint;
                 }
             }
@@ -82,7 +64,7 @@ private:
 
     bool open(QRgb pixel) const
     {
-        return pixel != kReached && ((pixel == m_key) == (m_meaning == KeyMeaning::Open));
+        return pixel == m_open;
     }
 
     void push(int y, int left, int right, int dy)
@@ -148,8 +130,7 @@ private:
     const qsizetype m_stride;
     const int m_width;
     const int m_height;
-    const QRgb m_key;
-    const KeyMeaning m_meaning;
+    const QRgb m_open;
     std::vector<Span> m_stack;
     std::vector<int> m_firstX;
     std::vector<int> m_lastX;
@@ -158,24 +139,6 @@ private:
 };
 
 } // namespace
-
-void FloodFill(QImage& picture, QPoint seed, const QColor& fill, const QColor& boundary)
-{
-    if (picture.format() != QImage::Format_ARGB32_Premultiplied &&
-        picture.format() != QImage::Format_RGB32 && picture.format() != QImage::Format_ARGB32)
-        picture = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    if (!picture.rect().contains(seed))
-        return;
-    SpanFill span(picture, boundary.rgba(), KeyMeaning::Wall);
-    if (!span.open(seed))
-        return;
-    span.run(seed);
-    span.recolour(qPremultiply(fill.rgba()));
-}
-
-} // namespace curvix::plot
-
-namespace curvix::plot {
 
 void FloodFillFromMask(QImage& mask, QImage& picture, QPoint seed, const QColor& fill,
                        const QColor& open)
@@ -186,7 +149,7 @@ void FloodFillFromMask(QImage& mask, QImage& picture, QPoint seed, const QColor&
         picture = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
     if (mask.format() != QImage::Format_ARGB32_Premultiplied)
         mask = mask.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    SpanFill span(mask, qPremultiply(open.rgba()), KeyMeaning::Open);
+    SpanFill span(mask, qPremultiply(open.rgba()));
     if (!span.open(seed))
         return;
     span.run(seed);

@@ -6,14 +6,10 @@
 
 namespace curvix::plot {
 
-// Paints every pixel connected to the seed (sideways and up or down) that is not of the
-// boundary colour. A seed outside the picture or on the boundary paints nothing. The picture
-// is opaque, as the plot's always is.
-void FloodFill(QImage& picture, QPoint seed, const QColor& fill, const QColor& boundary);
-
-// The same region found on a mask: every pixel connected to the seed that has the mask's
-// open colour. The fill colour goes into the picture (same size) where the mask was reached;
-// the mask is left as it was, ready for the next fill.
+// A fill's region found on a mask: every pixel connected to the seed (sideways and up or
+// down) that has the mask's open colour. The fill colour goes into the picture (same size)
+// where the mask was reached; the mask is left as it was, ready for the next fill. A seed
+// outside the mask or on a closed pixel paints nothing. The mask is opaque.
 void FloodFillFromMask(QImage& mask, QImage& picture, QPoint seed, const QColor& fill,
                        const QColor& open);
 

@@ -6,7 +6,7 @@
 #include <random>
 #include <vector>
 
-// The span fill against a plain four-way breadth-first fill on random mazes.
+// The span fill on a mask against a plain four-way breadth-first fill on random mazes.
 class TestFill : public QObject {
     Q_OBJECT
 
@@ -18,6 +18,7 @@ namespace {
 
 const QRgb kWall = qRgb(0, 0, 0);
 const QRgb kPaint = qRgb(255, 0, 0);
+const QRgb kOpen = qRgb(255, 255, 255);
 // The picture's other colours; the paint itself among them, which must not stop the spread.
 const QRgb kGround[] = {qRgb(255, 255, 255), qRgb(0, 128, 255), kPaint};
 
@@ -94,8 +95,13 @@ void TestFill::matchesAPlainFill()
         // Now and then a seed outside the picture, which paints nothing.
         const QPoint at(std::uniform_int_distribution<int>(-1, before.width())(random),
                         std::uniform_int_distribution<int>(-1, before.height())(random));
+        // The mask is open wherever the picture has no wall.
+        QImage mask(before.size(), QImage::Format_ARGB32_Premultiplied);
+        for (int y = 0; y < mask.height(); ++y)
+            for (int x = 0; x < mask.width(); ++x)
+                mask.setPixel(x, y, before.pixel(x, y) == kWall ? kWall : kOpen);
         QImage filled = before;
-        curvix::plot::FloodFill(filled, at, QColor::fromRgb(kPaint), QColor::fromRgb(kWall));
+        curvix::plot::FloodFillFromMask(mask, filled, at, QColor::fromRgb(kPaint), QColor::fromRgb(kOpen));
         const QImage expected = referenceFill(before, at);
         QVERIFY2(filled.convertToFormat(QImage::Format_RGB32) == expected,
                  qPrintable(QStringLiteral("round %1\n").arg(round) + describe(before, at) +
