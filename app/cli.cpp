@@ -177,6 +177,7 @@ struct ExportRequest {
     bool grid = true;
     bool autoColors = false;
     bool equalScale = false;
+    bool smooth = false;
     QStringList formulas;
 };
 
@@ -260,6 +261,8 @@ std::optional<ExportRequest> parseExport(const QStringList& args, QString& probl
             request.autoColors = true;
         } else if (a == QLatin1String("--equal-scale")) {
             request.equalScale = true;
+        } else if (a == QLatin1String("--smooth")) {
+            request.smooth = true;
         } else if (a.startsWith(QLatin1String("--"))) {
             problem = QStringLiteral("unexpected argument '%1'").arg(a);
             return std::nullopt;
@@ -307,6 +310,7 @@ int runExport(const QStringList& args, QTextStream& out, QTextStream& err)
     plot::InitPlotDefaults(state);
     state.angleUnit = request->angle;
     state.autoColors = request->autoColors;
+    state.smoothCurves = request->smooth;
     state.view = request->view.value_or(presetView(state, *request));
     if (request->equalScale)
         state.view = plot::equalScaleView(state.view, QSizeF(request->size));
@@ -345,7 +349,7 @@ QString usageText()
         "                                    print the derivative or a primitive function\n"
         "       curvix --export FILE [--size WxH] [--view xmin,xmax,xstep,ymin,ymax,ystep]\n"
         "                    [--angle rad|deg|grad] [--exact-trig] [--no-grid] [--colors auto]\n"
-        "                    [--equal-scale]\n"
+        "                    [--equal-scale] [--smooth]\n"
         "                    FORMULA ...\n"
         "                                    draw the formulas into FILE (.png .bmp .pdf .svg)\n"
         "       curvix --help                show this text\n");

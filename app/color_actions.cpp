@@ -16,15 +16,29 @@ namespace curvix::app {
 using model::LoadResString;
 
 namespace {
+
 constexpr QLatin1String kAutoColorsKey("autoColors");
+constexpr QLatin1String kSmoothCurvesKey("smoothCurves");
+
+// A switch of the Settings menu kept between runs, off until the user turns it on.
+bool rememberedSwitch(QLatin1String key)
+{
+    return QSettings(QStringLiteral("Curvix"), QStringLiteral("Curvix")).value(key, false).toBool();
 }
+
+void rememberSwitch(QLatin1String key, bool on)
+{
+    QSettings(QStringLiteral("Curvix"), QStringLiteral("Curvix")).setValue(key, on);
+}
+
+} // namespace
 
 ColorActions::ColorActions(model::AppState& state, model::Prompter& prompter, PlotView& view,
                            QWidget* window)
     : QObject(window), m_state(state), m_prompter(prompter), m_view(view), m_window(window)
 {
-    m_state.autoColors =
-        QSettings(QStringLiteral("Curvix"), QStringLiteral("Curvix")).value(kAutoColorsKey, false).toBool();
+    m_state.autoColors = rememberedSwitch(kAutoColorsKey);
+    m_state.smoothCurves = rememberedSwitch(kSmoothCurvesKey);
 }
 
 quint32 ColorActions::askColor(bool axisTitle)
@@ -69,7 +83,14 @@ void ColorActions::changeCurveColor(int entry)
 void ColorActions::setAutoColors(bool on)
 {
     m_state.autoColors = on;
-    QSettings(QStringLiteral("Curvix"), QStringLiteral("Curvix")).setValue(kAutoColorsKey, on);
+    rememberSwitch(kAutoColorsKey, on);
+}
+
+void ColorActions::setSmoothCurves(bool on)
+{
+    m_state.smoothCurves = on;
+    rememberSwitch(kSmoothCurvesKey, on);
+    emit redrawNeeded();
 }
 
 void ColorActions::chooseWindowColor()

@@ -26,6 +26,8 @@ public:
     void changeCurveColor(int entry);
     // "A new colour for each function": remembered in the settings store.
     void setAutoColors(bool on);
+    // Curves as joined antialiased lines instead of dots; remembered like the colours.
+    void setSmoothCurves(bool on);
     void chooseWindowColor();
     void chooseFillColor();
     // Where a right-click was, in world units: the next fill starts there.

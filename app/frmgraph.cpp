@@ -212,6 +212,8 @@ void frmgraph::connectCommands()
     connect(a.popupColor, &QAction::triggered, this, [this] { m_colors->changeCurveColor(selectedEntry()); });
     a.autoColors->setChecked(m_state.autoColors);
     connect(a.autoColors, &QAction::toggled, m_colors, &ColorActions::setAutoColors);
+    a.smoothCurves->setChecked(m_state.smoothCurves);
+    connect(a.smoothCurves, &QAction::toggled, m_colors, &ColorActions::setSmoothCurves);
     connect(a.windowColor, &QAction::triggered, m_colors, &ColorActions::chooseWindowColor);
     connect(a.fillColor, &QAction::triggered, m_colors, &ColorActions::chooseFillColor);
     connect(a.fontSize, &QAction::triggered, m_colors, &ColorActions::chooseFontSize);

@@ -77,6 +77,8 @@ void createSettingsAndHelpMenus(QMenuBar* bar, WindowActions& a)
     a.fillColor = addCommand(a.colorMenu, "mnucolfill", LoadResString(479));
     a.autoColors = addCommand(a.settingsMenu, "mnuautocolor", LoadResString(5140));
     a.autoColors->setCheckable(true);
+    a.smoothCurves = addCommand(a.settingsMenu, "mnusmooth", LoadResString(5142));
+    a.smoothCurves->setCheckable(true);
     a.fontSize = addCommand(a.settingsMenu, "mnufontsize", LoadResString(470));
     a.settings = addCommand(a.settingsMenu, "mnucoord", LoadResString(2006));
 

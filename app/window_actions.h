@@ -51,6 +51,7 @@ struct WindowActions {
     QAction* fillColor = nullptr;
     QAction* fontSize = nullptr;
     QAction* autoColors = nullptr;
+    QAction* smoothCurves = nullptr;
     QAction* settings = nullptr;
     QAction* helpContents = nullptr;
     QAction* helpSearch = nullptr;

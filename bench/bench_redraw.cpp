@@ -1,5 +1,6 @@
-// Milliseconds of a full redraw of a 1600x1000 plot with 0, 1, 10 and 50 curves, and its two
-// phases apart: sampling the drawing and painting the sampled state.
+// Milliseconds of a full redraw of a 1600x1000 plot with 0, 1, 10 and 50 curves as dots and
+// with 10 smooth curves, and its two phases apart: sampling the drawing and painting the
+// sampled state.
 
 #include "model/graph_list.h"
 #include "plot/colors.h"
@@ -41,9 +42,10 @@ struct Scene {
     QImage picture{kSize, QImage::Format_ARGB32_Premultiplied};
     plot::RedrawOptions options;
 
-    explicit Scene(int curves)
+    explicit Scene(int curves, bool smooth = false)
     {
         plot::InitPlotDefaults(state);
+        state.smoothCurves = smooth;
         NullPrompter prompter;
         model::SymbolicLinkCheck links({});
         for (int i = 0; i < curves; ++i) {
@@ -60,6 +62,16 @@ struct Scene {
 void fullRedraw(benchmark::State& s)
 {
     Scene scene(int(s.range(0)));
+    for (auto _ : s) {
+        plot::redraw(scene.state, scene.picture, scene.options);
+        benchmark::DoNotOptimize(scene.picture.constBits());
+    }
+}
+
+// The same with curves joined by antialiased lines.
+void smoothRedraw(benchmark::State& s)
+{
+    Scene scene(int(s.range(0)), true);
     for (auto _ : s) {
         plot::redraw(scene.state, scene.picture, scene.options);
         benchmark::DoNotOptimize(scene.picture.constBits());
@@ -122,6 +134,7 @@ public:
 } // namespace
 
 BENCHMARK(fullRedraw)->Arg(0)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
+BENCHMARK(smoothRedraw)->Arg(10)->Unit(benchmark::kNanosecond);
 BENCHMARK(fills)->Unit(benchmark::kNanosecond);
 BENCHMARK(sampling)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
 BENCHMARK(painting)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
@@ -144,6 +157,7 @@ int main(int argc, char** argv)
                     curves ? ms("sampling", curves) : 0.0, curves ? ms("painting", curves) : 0.0);
     }
     std::printf("redraw 10 curves 1600x1000 median ms = %.3f\n", ms("fullRedraw", 10));
+    std::printf("redraw smooth 10 curves 1600x1000 median ms = %.3f\n", ms("smoothRedraw", 10));
     const auto fill = reporter.medianMs.find("fills");
     std::printf("fill whole plot 1600x1000 median ms = %.3f\n",
                 fill == reporter.medianMs.end() ? -1.0 : fill->second);

@@ -44,6 +44,9 @@ struct AppState {
     quint32 tangentColor = kDefaultTangentColor;
     // Each new function takes the next colour of a fixed palette instead of functionColor.
     bool autoColors = false;
+    // Curves drawn as joined, antialiased lines broken at poles, jumps and domain edges,
+    // instead of single dots.
+    bool smoothCurves = false;
 
     // Set by the derivative and primitive commands; live for one addFunction call.
     qint32 pendingDerivativeOf = -1;

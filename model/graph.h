@@ -29,6 +29,9 @@ struct GraphEntry {
     std::shared_ptr<const eval::CompiledFormula> formula;
     QString text;       // the function as typed
     std::vector<eval::PointD> points;
+    // Smooth curves only: the indexes i where points[i - 1] and points[i] must not be joined
+    // (a pole, a jump or a gap in the domain lies between them).
+    std::vector<std::size_t> breaks;
     std::vector<GraphMark> marks;
     qint32 derivativeIndex = -1;
     qint32 primitiveIndex = -1;

@@ -149,43 +149,6 @@ void drawAxis(Surface& surface, const model::ViewWindow& view, int axis, const Q
     painter.setPen(saved);
 }
 
-void drawCurvePoints(Surface& surface, const std::vector<eval::PointD>& points,
-                     const QColor& color)
-{
-    if (!surface.picture) {
-        // A vector medium gets each point as a dot of one pixel of the plot.
-        QPolygonF dots;
-        dots.reserve(qsizetype(points.size()));
-        const QSizeF area = surface.scale.pixels();
-        for (const eval::PointD& point : points) {
-            const QPointF p = surface.scale.toPixel(point.x, point.y);
-            if (p.x() >= 0 && p.x() < area.width() && p.y() >= 0 && p.y() < area.height())
-                dots << p;
-        }
-        const QPen saved = surface.painter.pen();
-        surface.painter.setPen(QPen(color, 1, Qt::SolidLine, Qt::SquareCap));
-        surface.painter.drawPoints(dots);
-        surface.painter.setPen(saved);
-        return;
-    }
-    // On a picture the points go straight into its pixels: much faster than the painter.
-    QImage& picture = *surface.picture;
-    const int width = picture.width();
-    const int height = picture.height();
-    const QRgb rgb = color.rgba();
-    const PlotScale& s = surface.deviceScale;
-    uchar* bits = picture.bits();
-    const qsizetype stride = picture.bytesPerLine();
-    for (const eval::PointD& point : points) {
-        const QPointF p = s.toPixel(point.x, point.y);
-        // A comparison that is false for NaN skips points the surface cannot hold.
-        if (!(p.x() >= 0 && p.x() < width && p.y() >= 0 && p.y() < height))
-            continue;
-        auto* line = reinterpret_cast<QRgb*>(bits + stride * static_cast<qsizetype>(p.y()));
-        line[static_cast<int>(p.x())] = rgb;
-    }
-}
-
 void drawVerticalLine(Surface& surface, const model::ViewWindow& view, double x,
                       const QColor& color)
 {
@@ -214,15 +177,24 @@ void paintCurves(Surface& surface, const model::AppState& state,
 {
     const model::ViewWindow& view = state.view;
     auto colorOf = [&](quint32 value) { return oneColor.value_or(colorFromValue(value)); };
+    // The mask is never antialiased: a fill must find the same border in every mode.
+    const bool antialias = !oneColor;
+    auto paintPoints = [&](const std::vector<eval::PointD>& points,
+                           const std::vector<std::size_t>& breaks, const QColor& color) {
+        if (state.smoothCurves)
+            drawJoinedCurve(surface, points, breaks, color, antialias);
+        else
+            drawCurvePoints(surface, points, color);
+    };
     const QColor tangentColor = colorOf(state.tangentColor);
     auto paintMark = [&](const model::GraphMark& mark) {
-        drawCurvePoints(surface, mark.points, tangentColor);
+        paintPoints(mark.points, {}, tangentColor);
         drawDot(surface, mark.x, mark.y, tangentColor);
     };
     for (const model::GraphEntry& entry : state.graphs) {
         for (const model::GraphMark& mark : entry.marks)
             paintMark(mark);
-        drawCurvePoints(surface, entry.points, colorOf(entry.color));
+        paintPoints(entry.points, entry.breaks, colorOf(entry.color));
     }
 
     const model::Demonstration& demo = state.demonstration;

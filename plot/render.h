@@ -37,6 +37,19 @@ double sampleStepFor(const model::ViewWindow& view);
 std::vector<eval::PointD> sampleCurve(const eval::CompiledFormula& formula,
                                       const model::ViewWindow& view, double step);
 
+// A curve sampled to be drawn as joined lines: its defined points in order of x, and the
+// indexes i where points[i - 1] and points[i] must not be joined.
+struct SampledCurve {
+    std::vector<eval::PointD> points;
+    std::vector<std::size_t> breaks;
+};
+
+// The samples of sampleCurve, refined between neighbours: more points where the curve is
+// steep (a thousandth of the view's height apart at most), the last defined points before
+// a domain edge, and a break at every pole, jump or gap in the domain.
+SampledCurve sampleSmoothCurve(const eval::CompiledFormula& formula, const model::ViewWindow& view,
+                               double step);
+
 // The tangent mark at x of a curve: its formula through TangentLineText (lifted by one
 // step), slope, point of tangency and points over the view; no points where the curve
 // is undefined at x.

@@ -39,31 +39,138 @@ double sampleStepFor(const model::ViewWindow& view)
     return std::abs(view.XMax - view.XMin) / kSamplesPerRange;
 }
 
-std::vector<eval::PointD> sampleCurve(const eval::CompiledFormula& formula,
-                                      const model::ViewWindow& view, double step)
+namespace {
+
+// The x positions of a curve's samples: from XMin to XMax in steps of step, the steps added
+// up as a counted floating loop does. Empty for a step that would give too many.
+const std::vector<double>& sampleXs(const model::ViewWindow& view, double step)
 {
-    std::vector<eval::PointD> points;
+    // The buffer lives on: a redraw samples many curves of about the same length.
+    thread_local std::vector<double> xs;
+    xs.clear();
     if (!(step > 0) || !std::isfinite(step) || !(view.XMin <= view.XMax) ||
         (view.XMax - view.XMin) / step > double(kMaxSamples))
-        return points;
-
-    // The buffers live on: a redraw samples many curves of about the same length.
-    thread_local std::vector<double> xs;
-    thread_local std::vector<double> ys;
-    xs.clear();
+        return xs;
     for (double x = view.XMin; x <= view.XMax && xs.size() < kMaxSamples; x += step) {
         xs.push_back(x);
         if (x + step == x) // the step is lost in x: no further sample would differ
             break;
     }
+    return xs;
+}
+
+const std::vector<double>& sampleYs(const eval::CompiledFormula& formula, const std::vector<double>& xs)
+{
+    thread_local std::vector<double> ys;
     ys.resize(xs.size());
     formula.evaluateBatch(xs, ys);
+    return ys;
+}
 
+// Fills in a smooth curve between neighbouring samples: more points where it is steep, the
+// last defined points before a domain edge, and a break where the curve does not go on.
+class CurveRefiner {
+public:
+    CurveRefiner(const eval::CompiledFormula& formula, const model::ViewWindow& view,
+                 SampledCurve& curve, std::size_t budget)
+        : m_formula(formula), m_curve(curve), m_budget(budget)
+    {
+        const double low = std::min(view.YMin, view.YMax);
+        const double high = std::max(view.YMin, view.YMax);
+        // A thousandth of the view's height: about a pixel on a screen.
+        m_tolerance = (high - low) / 1000;
+        m_below = low - std::abs(view.YStep);
+        m_above = high + std::abs(view.YStep);
+    }
+
+    void add(eval::PointD p)
+    {
+        if (!std::isfinite(p.y)) {
+            m_breakPending = true;
+            return;
+        }
+        if (m_breakPending && !m_curve.points.empty())
+            m_curve.breaks.push_back(m_curve.points.size());
+        m_breakPending = false;
+        m_curve.points.push_back(p);
+    }
+
+    // Adds what lies strictly between two neighbouring samples, a already added.
+    void fillBetween(eval::PointD a, eval::PointD b, int depth)
+    {
+        const bool aDefined = std::isfinite(a.y);
+        const bool bDefined = std::isfinite(b.y);
+        if (!aDefined && !bDefined)
+            return;
+        if (aDefined && bDefined) {
+            if (!(std::abs(b.y - a.y) > m_tolerance))
+                return; // close enough to be joined
+            if ((a.y > m_above && b.y > m_above) || (a.y < m_below && b.y < m_below))
+                return; // both beyond one edge: whatever lies between cannot be seen
+            if (m_budget == 0)
+                return; // a wild curve spent its points: the rest is joined as sampled
+        }
+        const double x = a.x + (b.x - a.x) / 2;
+        const int limit = aDefined && bDefined ? kSteepDepth : kEdgeDepth;
+        if (depth >= limit || !(a.x < x && x < b.x)) {
+            // Still steep on an interval too small to hold a pixel: a pole or a jump. At a
+            // domain edge this is where the search for the last defined point ends.
+            m_breakPending = true;
+            return;
+        }
+        --m_budget;
+        const eval::PointD middle{x, m_formula.evaluate(x)};
+        fillBetween(a, middle, depth + 1);
+        add(middle);
+        fillBetween(middle, b, depth + 1);
+    }
+
+private:
+    // A continuous curve falls below the tolerance long before this many halvings of a
+    // sample step; a pole or a jump never does.
+    static constexpr int kSteepDepth = 30;
+    // Halvings of a step spent finding where the domain ends.
+    static constexpr int kEdgeDepth = 24;
+
+    const eval::CompiledFormula& m_formula;
+    SampledCurve& m_curve;
+    std::size_t m_budget;
+    double m_tolerance = 0;
+    double m_below = 0;
+    double m_above = 0;
+    bool m_breakPending = false;
+};
+
+} // namespace
+
+std::vector<eval::PointD> sampleCurve(const eval::CompiledFormula& formula,
+                                      const model::ViewWindow& view, double step)
+{
+    const std::vector<double>& xs = sampleXs(view, step);
+    const std::vector<double>& ys = sampleYs(formula, xs);
+    std::vector<eval::PointD> points;
     points.reserve(xs.size());
     for (std::size_t i = 0; i < xs.size(); ++i)
         if (std::isfinite(ys[i]))
             points.push_back({xs[i], ys[i]});
     return points;
+}
+
+SampledCurve sampleSmoothCurve(const eval::CompiledFormula& formula, const model::ViewWindow& view,
+                               double step)
+{
+    const std::vector<double>& xs = sampleXs(view, step);
+    const std::vector<double>& ys = sampleYs(formula, xs);
+    SampledCurve curve;
+    curve.points.reserve(xs.size() + xs.size() / 4);
+    // Oscillation too fast to draw takes at most four extra points a sample.
+    CurveRefiner refiner(formula, view, curve, 4 * xs.size());
+    for (std::size_t i = 0; i < xs.size(); ++i) {
+        if (i > 0)
+            refiner.fillBetween({xs[i - 1], ys[i - 1]}, {xs[i], ys[i]}, 0);
+        refiner.add({xs[i], ys[i]});
+    }
+    return curve;
 }
 
 model::GraphMark tangentMark(const eval::CompiledFormula& curve, const QString& variable, double x,
@@ -96,7 +203,13 @@ void sampleDrawing(model::AppState& state, const eval::Report& report)
     const QString variable = listVariable(state);
     for (model::GraphEntry& entry : state.graphs) {
         const eval::CompiledFormula* formula = entryFormula(entry, variable, report);
-        entry.points = formula ? sampleCurve(*formula, view, step) : std::vector<eval::PointD>{};
+        SampledCurve curve;
+        if (formula && state.smoothCurves)
+            curve = sampleSmoothCurve(*formula, view, step);
+        else if (formula)
+            curve.points = sampleCurve(*formula, view, step);
+        entry.points = std::move(curve.points);
+        entry.breaks = std::move(curve.breaks);
         for (model::GraphMark& mark : entry.marks) {
             if (formula)
                 mark = tangentMark(*formula, variable, mark.x, view, step);

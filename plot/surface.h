@@ -3,6 +3,7 @@
 // Shared by the painting code of plot/: the surface of one paint and the arithmetic that
 // places grid lines and ticks. Not for use outside plot/.
 
+#include "eval/point.h"
 #include "plot/coordinates.h"
 
 #include <QImage>
@@ -10,6 +11,7 @@
 
 #include <cmath>
 #include <QtGlobal>
+#include <vector>
 
 namespace curvix::plot {
 
@@ -21,6 +23,14 @@ struct Surface {
     PlotScale scale;       // logical pixels, for the painter
     PlotScale deviceScale; // device pixels, for single-pixel points
 };
+
+// A curve's points as single dots of one logical pixel each.
+void drawCurvePoints(Surface& surface, const std::vector<eval::PointD>& points,
+                     const QColor& color);
+// A curve as lines 2 logical pixels wide joining its points, broken before every index in
+// breaks; a point standing alone is drawn as a dot of that width.
+void drawJoinedCurve(Surface& surface, const std::vector<eval::PointD>& points,
+                     const std::vector<std::size_t>& breaks, const QColor& color, bool antialias);
 
 // Where an axis crosses the other: at 0 when the range holds it, else at the lower end.
 inline double AxisPosition(double min, double max)

@@ -110,6 +110,8 @@ void TestCli::exports_data()
         << QStringList{"tan(x)"} << QSize(800, 600) << 0 << true;
     QTest::newRow("automatic colours") << "d.png" << QStringList{"--colors", "auto"}
                                        << QStringList{"x", "-x"} << QSize(800, 600) << 0 << true;
+    QTest::newRow("smooth curves") << "s.png" << QStringList{"--smooth"} << QStringList{"tan(x)"}
+                                   << QSize(800, 600) << 0 << true;
     QTest::newRow("one bad formula, the rest drawn")
         << "f.png" << QStringList{} << QStringList{"2x+", "x^2"} << QSize(800, 600) << 1 << true;
 }

@@ -92,6 +92,12 @@ private slots:
     void everyZoomSamplesAbout7000Points();
     void guideLinesOvershootByOneUnit();
     void fillsAreReplayedInOrder();
+    void smoothCurvesBreakOnlyWhereTheCurveDoes_data();
+    void smoothCurvesBreakOnlyWhereTheCurveDoes();
+    void smoothCurvesLeaveNoGap_data();
+    void smoothCurvesLeaveNoGap();
+    void curvesKeepTheirWeightOnDenseScreens_data();
+    void curvesKeepTheirWeightOnDenseScreens();
     void fillsStopAtCurvesOfAnyColour_data();
     void fillsStopAtCurvesOfAnyColour();
     void tangentIsDrawnThroughTheView();
@@ -271,15 +277,139 @@ void TestRender::fillsAreReplayedInOrder()
     QVERIFY(scene.is(4, -3, kWhite));
 }
 
+void TestRender::smoothCurvesBreakOnlyWhereTheCurveDoes_data()
+{
+    QTest::addColumn<QString>("formula");
+    QTest::addColumn<QList<double>>("singularities"); // no line may cross these x
+    QTest::addColumn<int>("runs");                    // lines the curve is drawn as
+    QTest::addColumn<QPointF>("reaches");             // an end point near the domain edge
+    const double h = M_PI / 2;
+    QTest::newRow("tan, poles") << "tan(x)" << QList<double>{-3 * h, -h, h, 3 * h} << 5
+                                << QPointF(qQNaN(), qQNaN());
+    QTest::newRow("1/x, pole") << "1/x" << QList<double>{0} << 2 << QPointF(qQNaN(), qQNaN());
+    QTest::newRow("sign, jump") << "sign(x)" << QList<double>{0} << 2 << QPointF(qQNaN(), qQNaN());
+    QTest::newRow("sign, jump off zero") << "sign(x-0.3)" << QList<double>{0.3} << 2 << QPointF(qQNaN(), qQNaN());
+    // Edges between two samples: the line is followed to them.
+    QTest::newRow("sqrt, edge") << "sqrt(3x-1)" << QList<double>{} << 1 << QPointF(1.0 / 3, 0);
+    QTest::newRow("ln, edge") << "ln(3x-1)" << QList<double>{} << 1 << QPointF(1.0 / 3, -12);
+    QTest::newRow("steep but continuous") << "10x^3-x" << QList<double>{} << 1 << QPointF(qQNaN(), qQNaN());
+    QTest::newRow("gap in the domain") << "sqrt(x^2-4)" << QList<double>{-1, 1} << 2 << QPointF(2, 0);
+}
+
+void TestRender::smoothCurvesBreakOnlyWhereTheCurveDoes()
+{
+    QFETCH(QString, formula);
+    QFETCH(QList<double>, singularities);
+    QFETCH(int, runs);
+    QFETCH(QPointF, reaches);
+    Scene scene;
+    scene.state.smoothCurves = true;
+    scene.add(formula);
+    scene.draw();
+    const model::GraphEntry& entry = scene.state.graphs[0];
+    QCOMPARE(int(entry.breaks.size()) + 1, runs);
+    auto joined = [&](std::size_t i) {
+        return std::find(entry.breaks.begin(), entry.breaks.end(), i) == entry.breaks.end();
+    };
+    for (std::size_t i = 1; i < entry.points.size(); ++i) {
+        if (!joined(i))
+            continue;
+        for (double at : singularities)
+            QVERIFY2(!(entry.points[i - 1].x <= at && at <= entry.points[i].x),
+                     qPrintable(QStringLiteral("joined across %1").arg(at)));
+    }
+    if (!std::isnan(reaches.x())) {
+        // The line goes on to the edge of the domain (or beyond the view), not one sample short.
+        const bool reached = std::any_of(entry.points.begin(), entry.points.end(), [&](const eval::PointD& p) {
+            return std::abs(p.x - reaches.x()) < 1e-7 && (reaches.y() < -10 ? p.y < reaches.y() : std::abs(p.y - reaches.y()) < 1e-3);
+        });
+        QVERIFY(reached);
+    }
+    QVERIFY(scene.count(kBlue) > 100);
+}
+
+void TestRender::smoothCurvesLeaveNoGap_data()
+{
+    QTest::addColumn<QString>("formula");
+    QTest::newRow("sin") << "sin(x)";
+    QTest::newRow("steep wave") << "3sin(5x)";
+    QTest::newRow("cube") << "x^3";
+}
+
+void TestRender::smoothCurvesLeaveNoGap()
+{
+    // Large and dense: a line between samples more than 2 pixels apart would show corners.
+    QFETCH(QString, formula);
+    Scene scene;
+    scene.picture = QImage(2400, 1800, QImage::Format_ARGB32_Premultiplied);
+    scene.state.smoothCurves = true;
+    scene.add(formula);
+    scene.draw();
+    const model::GraphEntry& entry = scene.state.graphs[0];
+    QVERIFY(entry.breaks.empty());
+    const plot::PlotScale scale = scene.scale();
+    double widest = 0;
+    for (std::size_t i = 1; i < entry.points.size(); ++i) {
+        const QPointF a = scale.toPixel(entry.points[i - 1].x, entry.points[i - 1].y);
+        const QPointF b = scale.toPixel(entry.points[i].x, entry.points[i].y);
+        const bool seen = std::max(a.y(), b.y()) >= 0 && std::min(a.y(), b.y()) < 1800;
+        if (seen)
+            widest = std::max(widest, std::hypot(b.x() - a.x(), b.y() - a.y()));
+    }
+    QVERIFY2(widest <= 2, qPrintable(QString::number(widest)));
+}
+
+void TestRender::curvesKeepTheirWeightOnDenseScreens_data()
+{
+    QTest::addColumn<bool>("smooth");
+    QTest::newRow("dots") << false;
+    QTest::newRow("smooth") << true;
+}
+
+void TestRender::curvesKeepTheirWeightOnDenseScreens()
+{
+    // At twice the pixel density a curve covers four times the pixels: a dot or a line's
+    // width is counted in logical pixels.
+    QFETCH(bool, smooth);
+    Scene scene;
+    scene.options.grid = false;
+    scene.state.smoothCurves = smooth;
+    scene.add(QStringLiteral("2sin(x)"));
+    // The blue ink of the picture, its antialiased edges counted by their share of blue.
+    auto ink = [&] {
+        double sum = 0;
+        for (int y = 0; y < scene.picture.height(); ++y)
+            for (int x = 0; x < scene.picture.width(); ++x) {
+                const QColor c = scene.picture.pixelColor(x, y);
+                if (c.blue() == 255 && c.red() == c.green())
+                    sum += (255 - c.red()) / 255.0;
+            }
+        return sum;
+    };
+    scene.draw();
+    const double plain = ink();
+    scene.picture = QImage(1200, 800, QImage::Format_ARGB32_Premultiplied);
+    scene.picture.setDevicePixelRatio(2);
+    scene.draw();
+    const double ratio = ink() / plain;
+    QVERIFY2(ratio > 3 && ratio < 5, qPrintable(QString::number(ratio)));
+}
+
 void TestRender::fillsStopAtCurvesOfAnyColour_data()
 {
     // The curves are drawn in blue, then red; the function colour is green afterwards.
     QTest::addColumn<QStringList>("formulas");
     QTest::addColumn<QPointF>("seed");
     QTest::addColumn<QPointF>("beyond"); // across a curve from the seed
-    QTest::newRow("parabola") << QStringList{"x^2"} << QPointF(0.5, 3) << QPointF(2.5, 3);
-    QTest::newRow("two curves of two colours") << QStringList{"-3x", "3x"} << QPointF(0.5, 3)
-                                               << QPointF(3, 0.5);
+    QTest::addColumn<bool>("smooth");
+    for (bool smooth : {false, true}) {
+        const char* mode = smooth ? "smooth" : "dots";
+        QTest::addRow("parabola, %s", mode) << QStringList{"x^2"} << QPointF(0.5, 3) << QPointF(2.5, 3) << smooth;
+        QTest::addRow("two curves of two colours, %s", mode)
+            << QStringList{"-3x", "3x"} << QPointF(0.5, 3) << QPointF(3, 0.5) << smooth;
+    }
+    // Antialiased edges must not let a fill through where a steep curve crosses the view.
+    QTest::newRow("steep wave, smooth") << QStringList{"3sin(5x)+x"} << QPointF(-4, 4) << QPointF(-4, -4) << true;
 }
 
 void TestRender::fillsStopAtCurvesOfAnyColour()
@@ -287,9 +417,11 @@ void TestRender::fillsStopAtCurvesOfAnyColour()
     QFETCH(QStringList, formulas);
     QFETCH(QPointF, seed);
     QFETCH(QPointF, beyond);
+    QFETCH(bool, smooth);
     constexpr quint32 kYellow = 0x0000FFFF;
     Scene scene(ViewWindow{-5, 5, 1, 0, -5, 5, 1, 0});
     scene.options.grid = false;
+    scene.state.smoothCurves = smooth;
     for (qsizetype i = 0; i < formulas.size(); ++i) {
         scene.state.functionColor = i == 0 ? kBlue : kRed;
         scene.add(formulas[i]);
