@@ -18,6 +18,7 @@
 #include "app/symbolic_runner.h"
 #include "app/tool_icons.h"
 #include "app/window_actions.h"
+#include "app/window_placement.h"
 #include "eval/formula.h"
 #include "model/graph_list.h"
 #include "model/strings.h"
@@ -31,6 +32,8 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QMenu>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QToolBar>
@@ -70,7 +73,7 @@ frmgraph::frmgraph(model::Prompter& prompter, QWidget* parent)
     createKeyboardShortcuts();
     m_state.startView = m_state.view;
     updateActions();
-    resize(1100, 720);
+    restoreWindowPlacement(*this, QSize(1100, 720));
     m_entry->focusFunctionBox();
 }
 
@@ -93,10 +96,22 @@ void frmgraph::createLayout()
     outer->addWidget(m_entry->entryRow());
     auto* body = new QHBoxLayout;
     body->addWidget(m_plotView->frame(), 1);
-    auto* side = new QVBoxLayout;
+    // The side panel scrolls on a small screen rather than pushing the window off it.
+    auto* sidePanel = new QWidget;
+    auto* side = new QVBoxLayout(sidePanel);
+    side->setContentsMargins(0, 0, 0, 0);
     side->addWidget(m_ranges);
     side->addWidget(m_entry->sidePanel(), 1);
-    body->addLayout(side);
+    auto* sideScroll = new QScrollArea;
+    sideScroll->setObjectName(QStringLiteral("sideScroll"));
+    sideScroll->setWidget(sidePanel);
+    sideScroll->setWidgetResizable(true);
+    sideScroll->setFrameShape(QFrame::NoFrame);
+    sideScroll->setFocusPolicy(Qt::NoFocus); // Tab goes to the boxes inside
+    sideScroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    sideScroll->setMinimumWidth(sidePanel->minimumSizeHint().width() +
+                                sideScroll->verticalScrollBar()->sizeHint().width());
+    body->addWidget(sideScroll);
     outer->addLayout(body, 1);
     setCentralWidget(central);
 
@@ -578,6 +593,7 @@ void frmgraph::closeEvent(QCloseEvent* event)
     QString error;
     if (!output::writeColorSettings(m_state, &error))
         m_prompter.message(error);
+    rememberWindowPlacement(*this);
     event->accept();
 }
 

@@ -189,6 +189,22 @@ private slots:
         }
     }
 
+    void windowFitsTheScreenAndIsRemembered()
+    {
+        const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
+        QSize chosen;
+        {
+            ShownWindow w;
+            QVERIFY2(available.contains(w.window.frameGeometry()) || w.window.size() == w.window.minimumSizeHint(),
+                     qPrintable(QStringLiteral("%1x%2").arg(w.window.width()).arg(w.window.height())));
+            chosen = w.window.size() - QSize(40, 30);
+            w.window.resize(chosen);
+            QVERIFY(w.window.close());
+        }
+        ShownWindow again;
+        QCOMPARE(again.window.size(), chosen);
+    }
+
     void commandsNeedAFunction()
     {
         ShownWindow w;
