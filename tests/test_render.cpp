@@ -5,6 +5,7 @@
 #include "plot/ticks.h"
 #include "scripted_prompter.h"
 
+#include <QGuiApplication>
 #include <QTest>
 
 #include <algorithm>
@@ -99,6 +100,8 @@ private slots:
     void traceStandsOnDefinedPoints();
     void piMultiples_data();
     void piMultiples();
+    void pictureIgnoresTheApplicationPalette_data();
+    void pictureIgnoresTheApplicationPalette();
 };
 
 void TestRender::axesStandAtZeroOrAtTheLowerEnd_data()
@@ -366,6 +369,42 @@ void TestRender::piMultiples()
     QFETCH(double, multiple);
     QFETCH(QString, text);
     QCOMPARE(plot::piMultipleText(multiple), text);
+}
+
+void TestRender::pictureIgnoresTheApplicationPalette_data()
+{
+    QTest::addColumn<quint32>("axis");
+    QTest::addColumn<quint32>("curve");
+    QTest::newRow("default colours") << quint32(0) << quint32(0);
+    QTest::newRow("window text, 3D shadow") << quint32(0x80000008) << quint32(0x80000015);
+}
+
+// The plot is paper: a dark theme must not darken its grid or hide its labels.
+void TestRender::pictureIgnoresTheApplicationPalette()
+{
+    QFETCH(quint32, axis);
+    QFETCH(quint32, curve);
+    auto picture = [&] {
+        Scene scene;
+        scene.state.gridColor = model::kButtonShadowColor;
+        scene.state.axisColor = axis;
+        scene.state.functionColor = curve;
+        scene.add(QStringLiteral("x^2-3"));
+        scene.draw();
+        return scene.picture;
+    };
+    const QPalette saved = QGuiApplication::palette();
+    const QImage light = picture();
+    QPalette dark(QColor(60, 60, 60), QColor(40, 40, 40));
+    for (auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText, QPalette::Light})
+        dark.setColor(role, QColor(230, 230, 230));
+    dark.setColor(QPalette::Base, QColor(25, 25, 25));
+    dark.setColor(QPalette::Dark, QColor(20, 20, 20));
+    dark.setColor(QPalette::Shadow, Qt::black);
+    QGuiApplication::setPalette(dark);
+    const QImage inDark = picture();
+    QGuiApplication::setPalette(saved);
+    QCOMPARE(inDark, light);
 }
 
 QTEST_MAIN(TestRender)
