@@ -45,8 +45,9 @@ public:
         // An application palette or theme change is followed by a PaletteChange once the
         // button's palette is resolved; repainting on each is cheap and misses none.
         const QEvent::Type type = event->type();
-        if (watched == m_button && (type == QEvent::PaletteChange || type == QEvent::ApplicationPaletteChange ||
-                                    type == QEvent::ThemeChange))
+        if (watched == m_button &&
+            (type == QEvent::PaletteChange || type == QEvent::ApplicationPaletteChange ||
+             type == QEvent::ThemeChange))
             repaint();
         return false;
     }
