@@ -661,7 +661,8 @@ private slots:
             return lightest;
         };
         QVERIFY(lightestInk() < 100);
-        const auto restore = qScopeGuard([saved = QApplication::palette()] { QApplication::setPalette(saved); });
+        const auto restore =
+            qScopeGuard([saved = QApplication::palette()] { QApplication::setPalette(saved); });
         QPalette dark(QColor(50, 50, 50));
         dark.setColor(QPalette::ButtonText, QColor(235, 235, 235));
         QApplication::setPalette(dark);
