@@ -96,7 +96,8 @@ void ColorActions::setSmoothCurves(bool on)
 void ColorActions::chooseWindowColor()
 {
     QPalette background = m_window->palette();
-    background.setColor(QPalette::Window, plot::colorFromValue(askColor(true)));
+    // The window is chrome, not paper: it follows its own palette.
+    background.setColor(QPalette::Window, plot::colorFromValue(askColor(true), background));
     m_window->setPalette(background);
 }
 

@@ -3,6 +3,7 @@
 #include "app/form_names.h"
 #include "app/frmtangent.h"
 #include "app/status_panels.h"
+#include "app/tool_icons.h"
 #include "eval/numtext.h"
 #include "model/graph_list.h"
 #include "model/strings.h"
@@ -35,7 +36,7 @@ Demonstration::Demonstration(model::AppState& state, model::Prompter& prompter,
         auto* button = new QToolButton;
         m_buttons[std::size_t(i)] = button;
         button->setObjectName(formNameAt(formName::demoButton, i));
-        button->setIcon(demoIcon(i, bar->palette().color(QPalette::ButtonText)));
+        setThemedIcon(button, [i](const QColor& ink) { return demoIcon(i, ink); });
         button->setToolTip(LoadResString(4005 + i).remove(QLatin1Char('&')));
         button->setAccessibleName(button->toolTip());
         button->setFocusPolicy(Qt::NoFocus);

@@ -103,6 +103,10 @@ void EntryPanel::createSidePanel()
     m_preview = named(new QLabel, QLatin1String(formName::formulaPreview));
     m_preview->setToolTip(LoadResString(2073));
     m_preview->setMinimumHeight(28);
+    // The formula is typeset in black for the plot; preview it on the plot's paper.
+    m_preview->setPalette(plot::plotPalette());
+    m_preview->setBackgroundRole(QPalette::Base);
+    m_preview->setAutoFillBackground(true);
     m_preview->setCursor(Qt::OpenHandCursor);
     m_preview->installEventFilter(this);
     side->addWidget(m_preview);

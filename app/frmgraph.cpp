@@ -144,7 +144,7 @@ void frmgraph::createToolBar()
         button->setFocusPolicy(Qt::NoFocus);
         button->setToolTip(LoadResString(tips[i]).remove(QLatin1Char('&')));
         button->setAccessibleName(button->toolTip());
-        button->setIcon(toolIcon(int(i), palette().color(QPalette::ButtonText)));
+        setThemedIcon(button, [i](const QColor& ink) { return toolIcon(int(i), ink); });
         tools->addWidget(button);
         if (QAction* command = commands[i]) {
             button->setEnabled(command->isEnabled());

@@ -1,5 +1,6 @@
 #include "app/frmtangent.h"
 
+#include "app/tool_icons.h"
 #include "eval/numtext.h"
 #include "model/strings.h"
 #include "plot/coordinates.h"
@@ -138,7 +139,7 @@ frmtangent::frmtangent(model::AppState& state, model::Prompter& prompter, QWidge
     const int demoCaptions[4] = {4005, 4006, 4007, 4008};
     for (int i = 0; i < 4; ++i) {
         auto* b = named(new QPushButton(LoadResString(demoCaptions[i])), demoNames[i]);
-        b->setIcon(demoIcon(i, palette().color(QPalette::ButtonText)));
+        setThemedIcon(b, [i](const QColor& ink) { return demoIcon(i, ink); });
         b->setAutoDefault(false);
         demoRow->addWidget(b);
         connect(b, &QPushButton::clicked, this, [this, i] {

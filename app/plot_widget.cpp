@@ -1,5 +1,7 @@
 #include "app/plot_widget.h"
 
+#include "plot/colors.h"
+
 #include <QPainter>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -17,6 +19,8 @@ PlotWidget::PlotWidget(QWidget* parent) : QWidget(parent)
     setMinimumSize(120, 90);
     setAcceptDrops(true);
     setMouseTracking(true);
+    // Labels and marks placed on the plot stand on its white paper, not on the theme.
+    setPalette(plot::plotPalette());
 }
 
 QSize PlotWidget::devicePixelSize() const

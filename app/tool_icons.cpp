@@ -1,5 +1,7 @@
 #include "app/tool_icons.h"
 
+#include <QAbstractButton>
+#include <QEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
@@ -28,7 +30,41 @@ void glyph(QPainter& p, const QString& text, double size)
     p.drawText(QRect(0, 0, kSide, kSide), Qt::AlignCenter, text);
 }
 
+// Repaints its button's icon when the colours around the button change.
+class IconInk : public QObject {
+public:
+    IconInk(QAbstractButton* button, std::function<QIcon(const QColor&)> paint)
+        : QObject(button), m_button(button), m_paint(std::move(paint))
+    {
+        button->installEventFilter(this);
+        repaint();
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        // An application palette or theme change is followed by a PaletteChange once the
+        // button's palette is resolved; repainting on each is cheap and misses none.
+        const QEvent::Type type = event->type();
+        if (watched == m_button &&
+            (type == QEvent::PaletteChange || type == QEvent::ApplicationPaletteChange ||
+             type == QEvent::ThemeChange))
+            repaint();
+        return false;
+    }
+
+private:
+    void repaint() { m_button->setIcon(m_paint(m_button->palette().color(QPalette::ButtonText))); }
+
+    QAbstractButton* m_button;
+    std::function<QIcon(const QColor&)> m_paint;
+};
+
 } // namespace
+
+void setThemedIcon(QAbstractButton* button, std::function<QIcon(const QColor& ink)> paint)
+{
+    new IconInk(button, std::move(paint));
+}
 
 QIcon toolIcon(int index, const QColor& ink)
 {

@@ -1,6 +1,5 @@
 #include "plot/colors.h"
 
-#include <QGuiApplication>
 
 namespace curvix::plot {
 
@@ -53,9 +52,34 @@ QColor colorFromValue(quint32 value, const QPalette& palette)
     return QColor(int(value & 0xFFu), int((value >> 8) & 0xFFu), int((value >> 16) & 0xFFu));
 }
 
+const QPalette& plotPalette()
+{
+    static const QPalette palette = [] {
+        const QColor window(239, 239, 239);
+        QPalette light(window, window);
+        light.setColor(QPalette::Light, Qt::white);
+        light.setColor(QPalette::Midlight, QColor(202, 202, 202));
+        light.setColor(QPalette::Mid, QColor(184, 184, 184));
+        light.setColor(QPalette::Dark, QColor(159, 159, 159));
+        light.setColor(QPalette::Shadow, QColor(118, 118, 118));
+        light.setColor(QPalette::Highlight, QColor(48, 140, 198));
+        light.setColor(QPalette::HighlightedText, Qt::white);
+        light.setColor(QPalette::Base, Qt::white);
+        light.setColor(QPalette::Text, Qt::black);
+        light.setColor(QPalette::WindowText, Qt::black);
+        light.setColor(QPalette::ButtonText, Qt::black);
+        light.setColor(QPalette::ToolTipBase, QColor(255, 255, 220));
+        light.setColor(QPalette::ToolTipText, Qt::black);
+        light.setColor(QPalette::Disabled, QPalette::Text, QColor(190, 190, 190));
+        light.setColor(QPalette::Disabled, QPalette::WindowText, QColor(190, 190, 190));
+        return light;
+    }();
+    return palette;
+}
+
 QColor colorFromValue(quint32 value)
 {
-    return colorFromValue(value, qGuiApp ? QGuiApplication::palette() : QPalette());
+    return colorFromValue(value, plotPalette());
 }
 
 quint32 colorValueFromColor(const QColor& color)

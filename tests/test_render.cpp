@@ -5,6 +5,7 @@
 #include "plot/ticks.h"
 #include "scripted_prompter.h"
 
+#include <QGuiApplication>
 #include <QTest>
 
 #include <algorithm>
@@ -105,6 +106,7 @@ private slots:
     void traceStandsOnDefinedPoints();
     void piMultiples_data();
     void piMultiples();
+    void pictureIgnoresTheApplicationPalette();
 };
 
 void TestRender::axesStandAtZeroOrAtTheLowerEnd_data()
@@ -498,6 +500,31 @@ void TestRender::piMultiples()
     QFETCH(double, multiple);
     QFETCH(QString, text);
     QCOMPARE(plot::piMultipleText(multiple), text);
+}
+
+// The plot is paper: a dark theme must not darken its grid (a system colour by default)
+// nor hide labels drawn in the window's text colour.
+void TestRender::pictureIgnoresTheApplicationPalette()
+{
+    auto picture = [] {
+        Scene scene;
+        scene.state.gridColor = model::kButtonShadowColor;
+        scene.state.axisColor = 0x80000008; // window text
+        scene.add(QStringLiteral("x^2-3"));
+        scene.draw();
+        return scene.picture;
+    };
+    const QPalette saved = QGuiApplication::palette();
+    const QImage light = picture();
+    QPalette dark(QColor(60, 60, 60), QColor(40, 40, 40));
+    for (auto role : {QPalette::Text, QPalette::WindowText})
+        dark.setColor(role, QColor(230, 230, 230));
+    for (auto role : {QPalette::Base, QPalette::Dark, QPalette::Shadow})
+        dark.setColor(role, QColor(20, 20, 20));
+    QGuiApplication::setPalette(dark);
+    const QImage inDark = picture();
+    QGuiApplication::setPalette(saved);
+    QCOMPARE(inDark, light);
 }
 
 QTEST_MAIN(TestRender)

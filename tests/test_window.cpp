@@ -655,6 +655,35 @@ private slots:
             }
         }
     }
+
+    // Icons are drawn in the theme's text colour and redrawn when the theme turns dark.
+    void iconsFollowThePalette_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::newRow("print tool") << QStringLiteral("Command5_0");
+        QTest::newRow("demonstration start") << QStringLiteral("Command3_0");
+    }
+    void iconsFollowThePalette()
+    {
+        QFETCH(QString, button);
+        ShownWindow w;
+        auto lightestInk = [&] {
+            const QImage icon = w.get<QToolButton>(button)->icon().pixmap(48).toImage();
+            int lightest = 0;
+            for (int y = 0; y < icon.height(); ++y)
+                for (int x = 0; x < icon.width(); ++x)
+                    if (qAlpha(icon.pixel(x, y)) == 255)
+                        lightest = std::max(lightest, qGray(icon.pixel(x, y)));
+            return lightest;
+        };
+        QVERIFY(lightestInk() < 100);
+        const auto restore =
+            qScopeGuard([saved = QApplication::palette()] { QApplication::setPalette(saved); });
+        QPalette dark(QColor(50, 50, 50));
+        dark.setColor(QPalette::ButtonText, QColor(235, 235, 235));
+        QApplication::setPalette(dark);
+        QTRY_VERIFY(lightestInk() > 200);
+    }
 };
 
 QTEST_MAIN(TestWindow)
