@@ -54,6 +54,12 @@ EntryPanel::EntryPanel(QWidget* window) : QObject(window), m_window(window)
     createSidePanel();
     describeControls();
     connect(m_functionBox, &FunctionBox::enterPressed, this, &EntryPanel::drawRequested);
+    connect(m_functionBox, &FunctionBox::escapePressed, this, [this] {
+        if (m_editedText.isEmpty())
+            return;
+        setFunctionText(m_editedText);
+        endEditing();
+    });
     connect(m_drawButton, &QPushButton::clicked, this, &EntryPanel::drawRequested);
     connect(m_functionBox, &QComboBox::editTextChanged, this, &EntryPanel::showPreview);
     for (int i = 0; i < int(m_keys.size()); ++i)
@@ -74,6 +80,10 @@ void EntryPanel::createEntryRow()
     m_functionBox = named(new FunctionBox, QLatin1String(formName::functionBox));
     m_drawButton = named(new QPushButton(LoadResString(710)), QLatin1String(formName::drawButton));
     m_drawButton->setAutoDefault(false);
+    m_editingNote = named(new QLabel(LoadResString(5145).remove(QLatin1Char('&'))), QLatin1String("editingNote"));
+    m_editingNote->setStyleSheet(QStringLiteral("font-weight: bold"));
+    m_editingNote->hide();
+    row->addWidget(m_editingNote);
     row->addWidget(m_labelEdit);
     row->addWidget(new QLabel(QStringLiteral("=")));
     row->addWidget(m_functionBox, 1);
@@ -165,6 +175,25 @@ QString EntryPanel::functionText() const
 void EntryPanel::setFunctionText(const QString& text)
 {
     m_functionBox->setEditText(text);
+}
+
+void EntryPanel::beginEditing(const QString& text)
+{
+    m_editedText = text;
+    setFunctionText(text);
+    m_drawButton->setText(LoadResString(5144));
+    m_editingNote->show();
+    const QString shown = QString(text).replace(eval::kPiChar, QChar(0x03C0));
+    emit statusMessage(LoadResString(5146).arg(shown));
+    focusFunctionBox();
+}
+
+void EntryPanel::endEditing()
+{
+    m_editedText.clear();
+    m_drawButton->setText(LoadResString(710));
+    m_editingNote->hide();
+    emit statusMessage({});
 }
 
 void EntryPanel::selectFunctionText()

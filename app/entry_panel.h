@@ -35,6 +35,12 @@ public:
     // The drawn text stays for editing, selected so that typing starts the next function.
     void selectFunctionText();
     void clearFunctionText();
+    // Editing a drawn function in place: the box holds its text, Draw reads Replace and a
+    // note says what Enter and Escape do. editedText() is the function being replaced, ""
+    // while not editing. Escape gives the box its text back and ends editing.
+    void beginEditing(const QString& text);
+    QString editedText() const { return m_editedText; }
+    void endEditing();
     void showItems(const std::vector<model::FunctionItem>& items, const std::vector<QColor>& colors);
     // The drop-down position (1-based) of the function in the box: the selected item when
     // it shows the text, else the first item with that text, -1 when none.
@@ -78,6 +84,8 @@ private:
     QWidget* m_entryRow = nullptr;
     QWidget* m_sidePanel = nullptr;
     QLineEdit* m_labelEdit = nullptr;
+    QLabel* m_editingNote = nullptr;
+    QString m_editedText;
     FunctionBox* m_functionBox = nullptr;
     QPushButton* m_drawButton = nullptr;
     QLineEdit* m_labelText = nullptr;

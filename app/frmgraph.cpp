@@ -225,6 +225,10 @@ void frmgraph::connectCommands()
     connect(a.axisColor, &QAction::triggered, m_colors, &ColorActions::chooseAxisColor);
     connect(a.functionColor, &QAction::triggered, m_colors, &ColorActions::chooseFunctionColor);
     connect(a.popupColor, &QAction::triggered, this, [this] { m_colors->changeCurveColor(selectedEntry()); });
+    connect(a.popupEdit, &QAction::triggered, this, [this] {
+        if (const int k = selectedEntry(); k >= 0)
+            m_entry->beginEditing(m_state.graphs[std::size_t(k)].text);
+    });
     a.autoColors->setChecked(m_state.autoColors);
     connect(a.autoColors, &QAction::toggled, m_colors, &ColorActions::setAutoColors);
     a.smoothCurves->setChecked(m_state.smoothCurves);
@@ -336,8 +340,16 @@ void frmgraph::drawTypedFunction()
         return;
     }
     const bool viewChanged = m_ranges->applyToView();
-    const model::AddResult result = model::addFunction(m_state, m_prompter, m_symbolic->linkCheck(),
-                                                       m_entry->functionText(), m_entry->labelText());
+    const QString edited = m_entry->editedText();
+    const model::AddResult result =
+        edited.isEmpty()
+            ? model::addFunction(m_state, m_prompter, m_symbolic->linkCheck(), m_entry->functionText(),
+                                 m_entry->labelText())
+            : model::replaceFunction(m_state, m_prompter, m_symbolic->linkCheck(),
+                                     model::findGraphByText(m_state, edited), m_entry->functionText(),
+                                     m_entry->labelText());
+    if (!edited.isEmpty() && result != model::AddResult::Rejected)
+        m_entry->endEditing();
     if (result == model::AddResult::Added)
         showFunctionItems();
     const bool drawn = result == model::AddResult::Added || result == model::AddResult::Duplicate;

@@ -110,6 +110,8 @@ void FunctionBox::keyPressEvent(QKeyEvent* event)
         event->accept();
         return;
     }
+    if (event->key() == Qt::Key_Escape)
+        emit escapePressed();
     QComboBox::keyPressEvent(event);
 }
 

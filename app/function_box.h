@@ -26,6 +26,7 @@ public:
 
 signals:
     void enterPressed();
+    void escapePressed();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -100,6 +100,7 @@ void createFunctionPopup(QMainWindow* window, WindowActions& a)
     a.popupDemonstration =
         addCommand(a.functionPopup, "mnupopdemo", LoadResString(5077) + QStringLiteral("..."));
     a.popupColor = addCommand(a.functionPopup, "mnupopcolor", LoadResString(5141));
+    a.popupEdit = addCommand(a.functionPopup, "mnupopedit", LoadResString(5145));
     a.functionPopup->addSeparator();
     a.functionPopup->addAction(a.deleteFunction);
 }

@@ -44,6 +44,7 @@ struct WindowActions {
     QAction* removeTangents = nullptr;
     QAction* popupDemonstration = nullptr;
     QAction* popupColor = nullptr;
+    QAction* popupEdit = nullptr;
     QAction* gridColor = nullptr;
     QAction* axisColor = nullptr;
     QAction* functionColor = nullptr;

@@ -13,6 +13,7 @@ namespace curvix::model {
 namespace {
 
 constexpr int kOverflowText = 2016;
+constexpr int kDrawnAlreadyText = 5143;
 
 // Eight colours that stay apart in greyscale print; their grey levels (0.299 R + 0.587 G +
 // 0.114 B, of 255) step by about 28: black 0, blue 28, dark red 56, green 84, purple 112,
@@ -147,6 +148,69 @@ AddResult addFunction(AppState& state, Prompter& prompter, LinkCheck& links, con
     state.pendingDerivativeOf = -1;
     state.pendingPrimitiveOf = -1;
     return result;
+}
+
+namespace {
+
+// Keeps the link from entry k to its derivative or primitive only when the check confirms
+// it for k's new text; a link that no longer holds is cut at both ends.
+void recheckLink(AppState& state, LinkCheck& links, int k, LinkKind kind)
+{
+    const auto count = static_cast<int>(state.graphs.size());
+    GraphEntry& entry = state.graphs[std::size_t(k)];
+    // derivativeIndex names the entry's derivative, primitiveIndex the one it derives from.
+    qint32& link = kind == LinkKind::Derivative ? entry.derivativeIndex : entry.primitiveIndex;
+    if (link < 0 || link >= count)
+        return;
+    GraphEntry& other = state.graphs[std::size_t(link)];
+    const bool holds = kind == LinkKind::Derivative
+                           ? links.isDerivativeOf(entry.text, other.text, state.listVariable)
+                           : links.isDerivativeOf(other.text, entry.text, state.listVariable);
+    if (holds)
+        return;
+    qint32& back = kind == LinkKind::Derivative ? other.primitiveIndex : other.derivativeIndex;
+    if (back == k)
+        back = -1;
+    link = -1;
+}
+
+} // namespace
+
+AddResult replaceFunction(AppState& state, Prompter& prompter, LinkCheck& links, int k,
+                          const QString& text, const QString& label)
+{
+    if (k < 0 || k >= static_cast<int>(state.graphs.size()) || text.isEmpty())
+        return AddResult::Ignored;
+    GraphEntry& entry = state.graphs[std::size_t(k)];
+    if (entry.text == text)
+        return AddResult::Duplicate;
+    // The variable may change only with the one function that uses it.
+    const QString letter = labelVariable(label);
+    if (letter != state.listVariable && state.graphs.size() > 1) {
+        prompter.message(QStringLiteral("Endast en variabel per omgång"));
+        return AddResult::Rejected;
+    }
+    const QString expression = eval::PrepareExpressionText(
+        state.evaluator, text, label, [&](const QString& m) { prompter.message(m); });
+    if (expression.isEmpty())
+        return AddResult::Rejected;
+    if (graphExists(state, text)) {
+        prompter.message(LoadResString(kDrawnAlreadyText).arg(text));
+        return AddResult::Rejected;
+    }
+
+    if (const int item = findItemByText(state, entry.text); item > 0)
+        state.functionItems[std::size_t(item - 1)].text = text;
+    state.listVariable = letter;
+    entry.text = text;
+    entry.expression = expression;
+    entry.formula = eval::CompiledFormula::compile(expression, letter);
+    for (GraphMark& mark : entry.marks)
+        mark.text = letter;
+    recheckLink(state, links, k, LinkKind::Derivative);
+    recheckLink(state, links, k, LinkKind::Primitive);
+    state.documentChanged = true;
+    return AddResult::Added;
 }
 
 void removeGraphAt(AppState& state, int k)

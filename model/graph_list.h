@@ -24,6 +24,14 @@ inline constexpr int kEnterKey = 13;
 AddResult addFunction(AppState& state, Prompter& prompter, LinkCheck& links, const QString& text,
                       const QString& label, int keyCode = kEnterKey);
 
+// Replaces entry k's function by a typed text, in place: the entry keeps its place, its
+// colour and its tangent marks, and its derivative and primitive links stay where the link
+// check confirms them for the new text. Added when replaced, Duplicate for the same text;
+// Rejected, with a message and nothing changed, for a text that does not compile, another
+// variable while other functions use this one, or a function drawn already.
+AddResult replaceFunction(AppState& state, Prompter& prompter, LinkCheck& links, int k,
+                          const QString& text, const QString& label);
+
 // Removes entry k. Only the first derivative link and the first primitive link that point
 // at k are cleared; links to later entries keep their old numbers after the shift.
 void removeGraphAt(AppState& state, int k);

@@ -73,6 +73,8 @@ private slots:
     void removingKeepsStaleLinks();
     void deletingAnItemLiftsItsChildren_data();
     void deletingAnItemLiftsItsChildren();
+    void editingReplacesInPlace_data();
+    void editingReplacesInPlace();
     void newFunctionsTakeTheirColour_data();
     void newFunctionsTakeTheirColour();
 };
@@ -277,6 +279,72 @@ void TestModel::deletingAnItemLiftsItsChildren()
     while (deleteFunctionItem(state, 1)) {
     }
     QVERIFY(state.graphs.empty() && state.listVariable.isEmpty());
+}
+
+void TestModel::editingReplacesInPlace_data()
+{
+    QTest::addColumn<QStringList>("steps"); // as addSteps reads them
+    QTest::addColumn<int>("entry");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("label");
+    QTest::addColumn<bool>("linksHold"); // the link check's answer
+    QTest::addColumn<int>("result");
+    QTest::addColumn<QString>("expectedTree");
+    QTest::addColumn<QString>("links"); // "derivative,primitive" of the entry afterwards
+    QTest::addColumn<double>("valueAt2"); // of the entry's compiled formula afterwards
+
+    const int added = int(AddResult::Added);
+    const int rejected = int(AddResult::Rejected);
+    QTest::newRow("in its place") << QStringList{"x", "x^2", "x^3"} << 1 << "2x^2" << "f(x)" << true << added
+                                  << "0:x 0:2x^2 0:x^3" << "-1,-1" << 8.0;
+    QTest::newRow("a derivative that still holds")
+        << QStringList{"x^3", "d:0:3x^2"} << 1 << "3*x^2" << "f(x)" << true << added << "0:x^3 1:3*x^2" << "-1,0" << 12.0;
+    QTest::newRow("a source whose derivative no longer holds")
+        << QStringList{"x^3", "d:0:3x^2"} << 0 << "x^4" << "f(x)" << false << added << "0:x^4 1:3x^2" << "-1,-1" << 16.0;
+    QTest::newRow("a text that does not compile")
+        << QStringList{"x", "x^2"} << 1 << "2x+" << "f(x)" << true << rejected << "0:x 0:x^2" << "-1,-1" << 4.0;
+    QTest::newRow("a function drawn already")
+        << QStringList{"x", "x^2"} << 1 << "x" << "f(x)" << true << rejected << "0:x 0:x^2" << "-1,-1" << 4.0;
+    QTest::newRow("another variable beside other functions")
+        << QStringList{"x", "x^2"} << 1 << "t^2" << "f(t)" << true << rejected << "0:x 0:x^2" << "-1,-1" << 4.0;
+    QTest::newRow("another variable for the only function")
+        << QStringList{"x^2"} << 0 << "t^2" << "f(t)" << true << added << "0:t^2" << "-1,-1" << 4.0;
+}
+
+void TestModel::editingReplacesInPlace()
+{
+    QFETCH(QStringList, steps);
+    QFETCH(int, entry);
+    QFETCH(QString, text);
+    QFETCH(QString, label);
+    QFETCH(bool, linksHold);
+    QFETCH(int, result);
+    QFETCH(QString, expectedTree);
+    QFETCH(QString, links);
+    QFETCH(double, valueAt2);
+
+    AppState state;
+    ScriptedPrompter prompter;
+    addSteps(state, prompter, steps);
+    state.graphs[std::size_t(entry)].color = 0x123456;
+    GraphMark tangent;
+    tangent.x = 0.5;
+    state.graphs[std::size_t(entry)].marks.push_back(tangent);
+    const QString before = itemTree(state);
+    FakeLinks check;
+    check.answer = linksHold;
+    QCOMPARE(int(replaceFunction(state, prompter, check, entry, text, label)), result);
+    QCOMPARE(itemTree(state), expectedTree);
+    QCOMPARE(prompter.messages.isEmpty(), result != int(AddResult::Rejected));
+    const GraphEntry& edited = state.graphs[std::size_t(entry)];
+    QCOMPARE(edited.color, 0x123456u); // colour and tangents stay with the entry
+    QCOMPARE(edited.marks.size(), std::size_t(1));
+    QCOMPARE(QStringLiteral("%1,%2").arg(derivativeOf(state, entry)).arg(primitiveOf(state, entry)), links);
+    QCOMPARE(edited.formula->evaluate(2), valueAt2);
+    if (result == int(AddResult::Added))
+        QCOMPARE(state.listVariable, label.mid(2, 1));
+    else
+        QCOMPARE(itemTree(state), before);
 }
 
 void TestModel::newFunctionsTakeTheirColour_data()

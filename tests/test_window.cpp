@@ -205,6 +205,28 @@ private slots:
         QCOMPARE(again.window.size(), chosen);
     }
 
+    void editingAFunctionInPlace()
+    {
+        ShownWindow w;
+        w.type(QStringLiteral("x^2"));
+        w.type(QStringLiteral("x"));
+        auto* note = w.get<QLabel>(QStringLiteral("editingNote"));
+        w.functionBox->setEditText(QStringLiteral("x^2")); // the curve the popup was opened on
+        w.action("mnupopedit")->trigger();
+        QVERIFY(note->isVisible());
+        w.type(QStringLiteral("2x^2"));
+        QCOMPARE(w.graphTexts(), (QStringList{"2x^2", "x"}));
+        QVERIFY(!note->isVisible());
+        // Escape leaves editing with the function as it was.
+        w.action("mnupopedit")->trigger();
+        QTest::keyClicks(w.functionBox->lineEdit(), QStringLiteral("+1"));
+        QTest::keyClick(w.functionBox->lineEdit(), Qt::Key_Escape);
+        QVERIFY(!note->isVisible());
+        QCOMPARE(w.functionBox->currentText(), QStringLiteral("2x^2"));
+        w.type(QStringLiteral("x^3"));
+        QCOMPARE(w.graphTexts(), (QStringList{"2x^2", "x", "x^3"}));
+    }
+
     void commandsNeedAFunction()
     {
         ShownWindow w;
