@@ -80,7 +80,7 @@ void EntryPanel::createEntryRow()
     m_functionBox = named(new FunctionBox, QLatin1String(formName::functionBox));
     m_drawButton = named(new QPushButton(LoadResString(710)), QLatin1String(formName::drawButton));
     m_drawButton->setAutoDefault(false);
-    m_editingNote = named(new QLabel(LoadResString(5145).remove(QLatin1Char('&'))), QLatin1String("editingNote"));
+    m_editingNote = named(new QLabel(LoadResString(5147)), QLatin1String("editingNote"));
     m_editingNote->setStyleSheet(QStringLiteral("font-weight: bold"));
     m_editingNote->hide();
     row->addWidget(m_editingNote);
