@@ -16,4 +16,15 @@ if command -v appstreamcli >/dev/null; then
 else
   echo "appstreamcli is not installed; the metainfo is not validated"
 fi
+if command -v xmllint >/dev/null && [ -f /usr/share/mime/packages/freedesktop.org.xml ]; then
+  # The type must be one update-mime-database reads: a well-formed shared-mime-info file.
+  xmllint --noout "$prefix/share/mime/packages/$id.xml"
+  mime=$(mktemp -d)
+  mkdir -p "$mime/packages"
+  cp "$prefix/share/mime/packages/$id.xml" "$mime/packages/"
+  update-mime-database "$mime" >/dev/null 2>&1
+  grep -q "application/x-curvix-drawing" "$mime/globs2" || { echo "FAIL: the MIME database has no Curvix drawing"; exit 1; }
+  rm -rf "$mime"
+  checked=1
+fi
 [ "$checked" = 1 ] || exit 77

@@ -22,7 +22,11 @@ check_tree() {
   [ -f "$metainfo" ] || fail "no metainfo at $metainfo"
 
   # The desktop file must name what was installed: the program and the icon.
-  grep -qx "Exec=curvix" "$desktop" || fail "the desktop file does not start curvix"
+  grep -qx "Exec=curvix %f" "$desktop" || fail "the desktop file does not start curvix with a file"
+  grep -qx "MimeType=application/x-curvix-drawing;" "$desktop" || fail "the desktop file opens no drawings"
+  local mime=$prefix/share/mime/packages/$id.xml
+  [ -f "$mime" ] || fail "no MIME type at $mime"
+  grep -q '<glob pattern="\*.curvix"/>' "$mime" || fail "the MIME type does not match *.curvix"
   grep -qx "Icon=$id" "$desktop" || fail "the desktop file names another icon"
   grep -q "<launchable type=\"desktop-id\">$id.desktop</launchable>" "$metainfo" \
     || fail "the metainfo does not launch $id.desktop"

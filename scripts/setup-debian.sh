@@ -14,7 +14,7 @@ packages=(
   clang libclang-rt-14-dev
   clang-format clang-tidy
   xvfb xauth imagemagick xdotool
-  dpkg-dev appstream desktop-file-utils
+  dpkg-dev appstream desktop-file-utils shared-mime-info libxml2-utils
   fonts-dejavu-core
   locales
 )
