@@ -25,8 +25,8 @@ namespace {
 const QSize kSize(1600, 1000);
 
 // Curves a class draws, as in bench_redraw: polynomials, trigonometry, roots, poles, exponentials.
-const char* const kFormulas[] = {"sin(x)",   "x^2-3",      "2x^3-x",    "sqrt(x+4)", "1/(x-1)",
-                                 "3exp(-x^2)", "ln(x^2+1)", "tan(x)",   "abs(x)-2",  "cos(2x)+x/3"};
+const char* const kFormulas[] = {"sin(x)", "x^2-3", "2x^3-x", "sqrt(x+4)", "1/(x-1)",
+                                 "3exp(-x^2)", "ln(x^2+1)", "tan(x)", "abs(x)-2", "cos(2x)+x/3"};
 
 class NullPrompter final : public model::Prompter {
 public:

@@ -52,9 +52,9 @@ bool buildGraphs(AppState& scratch, const Drawing& drawing, QString* error)
         prompter.last.clear();
         const AddResult result = addFunction(scratch, prompter, links, f.text, label);
         if (result != AddResult::Added) {
-            const QString why = result == AddResult::Duplicate ? QStringLiteral("it is listed twice")
-                                : prompter.last.isEmpty()      ? QStringLiteral("it is empty")
-                                                               : prompter.last;
+            QString why = prompter.last.isEmpty() ? QStringLiteral("it is empty") : prompter.last;
+            if (result == AddResult::Duplicate)
+                why = QStringLiteral("it is listed twice");
             return refuse(error, QStringLiteral("function %1 '%2' cannot be drawn: %3")
                                      .arg(i + 1)
                                      .arg(f.text, why));

@@ -13,9 +13,9 @@ namespace curvix::model {
 // compiled formulas, the trace, the demonstration) are not part of it: they are rebuilt.
 
 struct DrawingFunction {
-    QString text;              // as typed
+    QString text;                           // as typed
     QString variable = QStringLiteral("x"); // the letter the label named
-    quint32 color = 0;         // 0x00BBGGRR
+    quint32 color = 0;                      // 0x00BBGGRR
     // List indexes as the graph list holds them, -1 for none; after deletions a link may
     // point past the end, and it is kept so.
     qint32 derivativeIndex = -1;

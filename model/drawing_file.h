@@ -15,7 +15,7 @@ inline constexpr int kDrawingFormatVersion = 1;
 inline constexpr char kDrawingFileSuffix[] = "curvix";
 
 // Limits a file must keep to; larger is taken for a damaged or hostile file.
-inline constexpr qint64 kMaxDrawingFileBytes = 8 * 1024 * 1024;
+inline constexpr qint64 kMaxDrawingFileBytes = qint64(8) * 1024 * 1024;
 inline constexpr qsizetype kMaxFunctions = 10000;
 inline constexpr qsizetype kMaxListEntries = 100000; // fills, guide lines, labels, tangents
 inline constexpr qsizetype kMaxZoomSteps = 10000;

@@ -14,7 +14,7 @@ using Key = QLatin1StringView;
 
 // The view's keys in the order of ViewWindow's fields.
 inline constexpr std::array<const char*, 8> kViewKeys{"xMin", "xMax", "xStep", "xTicks",
-                                               "yMin", "yMax", "yStep", "yTicks"};
+                                                      "yMin", "yMax", "yStep", "yTicks"};
 inline constexpr std::array<double ViewWindow::*, 8> kViewFields{
     &ViewWindow::XMin, &ViewWindow::XMax, &ViewWindow::XStep, &ViewWindow::XTicks,
     &ViewWindow::YMin, &ViewWindow::YMax, &ViewWindow::YStep, &ViewWindow::YTicks};

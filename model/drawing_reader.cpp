@@ -96,7 +96,9 @@ QJsonArray toList(const QJsonValue& v, const QString& path, qsizetype most)
         badField(path, QStringLiteral("is not a list"));
     QJsonArray list = v.toArray();
     if (list.size() > most)
-        badField(path, QStringLiteral("has too many entries (%1; at most %2)").arg(list.size()).arg(most));
+        badField(path, QStringLiteral("has too many entries (%1; at most %2)")
+                           .arg(list.size())
+                           .arg(most));
     return list;
 }
 
@@ -107,7 +109,7 @@ struct Fields {
 
     QJsonValue required(const char* key) const
     {
-        const QJsonValue v = object.value(Key(key));
+        QJsonValue v = object.value(Key(key));
         if (v.isUndefined())
             badField(join(path, key), QStringLiteral("is missing"));
         return v;
@@ -175,7 +177,8 @@ ViewWindow toView(const Fields& f)
           std::array{view.YMin, view.YMax, view.YStep, view.YTicks}}) {
         if (!(min < max) || !std::isfinite(max - min) ||
             std::max(std::abs(min), std::abs(max)) > 1e12 * (max - min))
-            badField(f.path, QStringLiteral("is not a usable range: each minimum must lie below its maximum"));
+            badField(f.path, QStringLiteral("is not a usable range: each minimum must lie "
+                                            "below its maximum"));
         if (step < 0 || (ticks > 0 && !(step > 0)))
             badField(f.path, QStringLiteral("is not a usable range: a step is negative or 0"));
     }
@@ -220,7 +223,8 @@ void readLists(const Fields& root, Drawing& d)
     });
     eachObject(root, "pointLabels", kMaxListEntries, [&](const Fields& f) {
         PointLabel l;
-        l.curve = qint32(toInteger(f.required("curve"), join(f.path, "curve"), 0, kMaxFunctions - 1));
+        l.curve =
+            qint32(toInteger(f.required("curve"), join(f.path, "curve"), 0, kMaxFunctions - 1));
         l.text = toText(f.required("text"), join(f.path, "text"));
         place(f, l.x, l.y);
         d.pointLabels.push_back(l);
@@ -275,7 +279,8 @@ void checkHeader(const QJsonObject& root)
     const qint64 version =
         toInteger(Fields{root, {}}.required("version"), QStringLiteral("version"), 1, 1 << 30);
     if (version > kDrawingFormatVersion)
-        refuse(QStringLiteral("made by a newer Curvix (format version %1); this one reads version %2")
+        refuse(QStringLiteral("made by a newer Curvix (format version %1); "
+                              "this one reads version %2")
                    .arg(version)
                    .arg(kDrawingFormatVersion));
 }
@@ -295,14 +300,17 @@ Drawing toDrawing(const QJsonObject& object)
         d.functions.push_back(toFunction(Fields{toObject(functions[i], at), at}));
     }
     eachObject(root, "items", kMaxFunctions, [&](const Fields& f) {
-        d.items.push_back({toText(f.required("text"), join(f.path, "text")),
-                           int(toInteger(f.required("indent"), join(f.path, "indent"), 0, kMaxFunctions))});
+        const qint64 indent =
+            toInteger(f.required("indent"), join(f.path, "indent"), 0, kMaxFunctions);
+        d.items.push_back({toText(f.required("text"), join(f.path, "text")), int(indent)});
     });
-    d.view = toView(Fields{toObject(root.required("view"), QStringLiteral("view")), QStringLiteral("view")});
+    const QString view = QStringLiteral("view");
+    d.view = toView(Fields{toObject(root.required("view"), view), view});
     d.startView = d.view;
     if (object.contains(Key("startView")))
         d.startView = toView(root.sub("startView"));
-    eachObject(root, "zoomHistory", kMaxZoomSteps, [&](const Fields& f) { d.zoomHistory.push_back(toView(f)); });
+    eachObject(root, "zoomHistory", kMaxZoomSteps,
+               [&](const Fields& f) { d.zoomHistory.push_back(toView(f)); });
     readLook(root, d);
     readLists(root, d);
     return d;
@@ -314,14 +322,17 @@ std::optional<Drawing> readDrawing(const QByteArray& bytes, QString* error)
 {
     try {
         if (bytes.size() > kMaxDrawingFileBytes)
-            refuse(QStringLiteral("the file is too large for a drawing (at most %1 bytes)").arg(kMaxDrawingFileBytes));
+            refuse(QStringLiteral("the file is too large for a drawing (at most %1 bytes)")
+                       .arg(kMaxDrawingFileBytes));
         QJsonParseError parse;
         const QJsonDocument document = QJsonDocument::fromJson(bytes, &parse);
         if (parse.error != QJsonParseError::NoError) {
             // Text that does not even start like JSON is some other kind of file.
             if (!bytes.trimmed().startsWith('{'))
                 refuse(QStringLiteral("not a Curvix drawing"));
-            refuse(QStringLiteral("the file is damaged: %1 at byte %2").arg(parse.errorString()).arg(parse.offset));
+            refuse(QStringLiteral("the file is damaged: %1 at byte %2")
+                       .arg(parse.errorString())
+                       .arg(parse.offset));
         }
         if (!document.isObject())
             refuse(QStringLiteral("not a Curvix drawing"));

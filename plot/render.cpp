@@ -304,7 +304,8 @@ void ReplayFills(QImage& picture, const model::AppState& state, const RedrawOpti
         const QPointF seed = deviceScale.toPixel(fill.x, fill.y);
         // A fill left outside by a zoom (or read from a file) starts nowhere; the test also
         // keeps a far-off seed from overflowing the conversion to int.
-        if (!(seed.x() >= 0 && seed.y() >= 0 && seed.x() < picture.width() && seed.y() < picture.height()))
+        if (!(seed.x() >= 0 && seed.y() >= 0 && seed.x() < picture.width() &&
+              seed.y() < picture.height()))
             continue;
         FloodFillFromMask(mask, picture, QPoint(int(std::floor(seed.x())), int(std::floor(seed.y()))),
                           colorFromValue(fill.color), QColor(kMaskOpen));

@@ -218,35 +218,28 @@ void TestDrawingFile::refused_data()
             root[object] = o;
         };
     };
-    const auto function = [](const char* key, QJsonValue v) {
+    const auto function = [](const char* key, QJsonValue v) { // Undefined removes the key
         return [=](QJsonObject& root) {
             QJsonArray list = root[QLatin1String("functions")].toArray();
             QJsonObject f = list[0].toObject();
-            if (v.isUndefined())
-                f.remove(QLatin1String(key));
-            else
-                f[QLatin1String(key)] = v;
+            f.insert(QLatin1String(key), v);
             list[0] = f;
             root[QLatin1String("functions")] = list;
         };
     };
     QTest::newRow("plain text") << QByteArray("f(x) = x^2\n") << "not a Curvix drawing";
-    QTest::newRow("a picture") << QByteArray("\x89PNG\r\n\x1a\n\0\0", 10) << "not a Curvix drawing";
     QTest::newRow("a list") << QByteArray("[1, 2]") << "not a Curvix drawing";
     QTest::newRow("NaN") << QByteArray("{\"format\": \"curvix-drawing\", \"version\": NaN}") << "damaged";
-    QTest::newRow("1e400") << QByteArray("{\"format\": \"curvix-drawing\", \"version\": 1e400}") << "damaged";
     edited("other format", "not a Curvix drawing", [](QJsonObject& r) { r["format"] = "kurvix"; });
     edited("newer version", "newer Curvix (format version 7)", [](QJsonObject& r) { r["version"] = 7; });
     edited("version as text", "field 'version' is not a number", [](QJsonObject& r) { r["version"] = "1"; });
     edited("no view", "field 'view' is missing", [](QJsonObject& r) { r.remove("view"); });
-    edited("view as a list", "field 'view' is not an object", [](QJsonObject& r) { r["view"] = QJsonArray{}; });
     edited("xMax as text", "field 'view.xMax' is not a number", set("view", "xMax", "5"));
     edited("1e308 in the view", "field 'view.xMin' is out of range", set("view", "xMin", -1e308));
     edited("reversed view", "field 'view' is not a usable range", set("view", "xMin", 6));
     edited("bad zoom record", "field 'zoomHistory[0]' is not an object", [](QJsonObject& r) { r["zoomHistory"] = QJsonArray{1}; });
     edited("text missing", "field 'functions[0].text' is missing", function("text", QJsonValue::Undefined));
     edited("colour below 0", "field 'functions[0].color' is not a whole number", function("color", -1));
-    edited("link as fraction", "field 'functions[0].derivative' is not a whole number", function("derivative", 0.5));
     edited("tangent as text", "field 'functions[0].tangents[0]' is not a number", function("tangents", QJsonArray{"1"}));
     edited("switch as number", "field 'display.grid' is not true or false", set("display", "grid", 1));
     edited("unknown angle unit", "field 'angleUnit' is not radians", [](QJsonObject& r) { r["angleUnit"] = "turns"; });
@@ -309,8 +302,6 @@ void TestDrawingFile::files()
     QVERIFY(!model::openDrawingFile(big.fileName(), &error));
     QVERIFY2(error.contains(QLatin1String("big.curvix")) && error.contains(QLatin1String("too large")),
              qPrintable(error));
-    QVERIFY(!model::openDrawingFile(dir.filePath(QStringLiteral("missing.curvix")), &error));
-    QVERIFY2(error.contains(QLatin1String("missing.curvix")), qPrintable(error));
 }
 
 QTEST_MAIN(TestDrawingFile)
