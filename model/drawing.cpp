@@ -70,7 +70,9 @@ bool buildGraphs(AppState& scratch, const Drawing& drawing, QString* error)
             entry.marks.push_back(std::move(mark));
         }
     }
-    if (!drawing.functions.empty() && scratch.listVariable != drawing.variable)
+    // A file that names no list variable takes the functions' own.
+    if (!drawing.variable.isEmpty() && !drawing.functions.empty() &&
+        scratch.listVariable != drawing.variable)
         return refuse(error, QStringLiteral("the functions are not all in the variable '%1'")
                                  .arg(drawing.variable));
     return true;
@@ -124,7 +126,7 @@ bool applyDrawing(AppState& state, const Drawing& drawing, QString* error)
     state.graphs = std::move(scratch.graphs);
     state.graphCount = scratch.graphCount;
     state.functionItems = drawing.items;
-    state.listVariable = drawing.variable;
+    state.listVariable = drawing.functions.empty() ? drawing.variable : scratch.listVariable;
     state.newEntry = GraphEntry{};
     state.pendingDerivativeOf = -1;
     state.pendingPrimitiveOf = -1;
