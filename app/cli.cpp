@@ -4,7 +4,9 @@
 #include "eval/formula.h"
 #include "eval/numtext.h"
 #include "eval/symbolic.h"
+#include "model/drawing_file.h"
 #include "model/graph_list.h"
+#include "output/capture.h"
 #include "output/picture_file.h"
 #include "plot/coordinates.h"
 #include "plot/range_rows.h"
@@ -168,13 +170,19 @@ private:
     QTextStream& m_err;
 };
 
+// What --export and --write-drawing make of the scene they set up.
+enum class SceneOutput { Picture, Drawing };
+
+// Options left unset keep what a loaded drawing says (or the defaults of a new one).
 struct ExportRequest {
+    SceneOutput output = SceneOutput::Picture;
     QString file;
+    QString drawingFile; // a .curvix drawing to start from
     QSize size{800, 600};
     std::optional<model::ViewWindow> view;
-    model::AngleUnit angle = model::AngleUnit::Radians;
+    std::optional<model::AngleUnit> angle;
     bool exactTrig = false;
-    bool grid = true;
+    bool noGrid = false;
     bool autoColors = false;
     bool equalScale = false;
     bool smooth = false;
@@ -192,102 +200,107 @@ plot::ViewReading parseView(const QString& text)
                                 {parts[3], parts[4], parts[5], ticks});
 }
 
+bool isDrawingFileName(const QString& name)
+{
+    return QFileInfo(name).suffix().compare(QLatin1String(model::kDrawingFileSuffix),
+                                            Qt::CaseInsensitive) == 0;
+}
+
+// One option with a value; false (and the problem) when it is not understood.
+bool parseValueOption(const QString& a, const QString& v, ExportRequest& request, QString& problem)
+{
+    if (a == QLatin1String("--size")) {
+        const QStringList wh = v.split(QLatin1Char('x'));
+        bool okW = false, okH = false;
+        const int w = wh.value(0).toInt(&okW), h = wh.value(1).toInt(&okH);
+        if (wh.size() != 2 || !okW || !okH || w < 1 || h < 1 || w > 20000 || h > 20000) {
+            problem = QStringLiteral("'%1' is not a size such as 800x600").arg(v);
+            return false;
+        }
+        request.size = QSize(w, h);
+    } else if (a == QLatin1String("--view")) {
+        const plot::ViewReading reading = parseView(v);
+        if (!reading.view) {
+            problem = QStringLiteral("'%1' is not a view xmin,xmax,xstep,ymin,ymax,ystep: %2")
+                          .arg(v, reading.problem);
+            return false;
+        }
+        request.view = reading.view;
+    } else if (a == QLatin1String("--angle")) {
+        if (v == QLatin1String("rad"))
+            request.angle = model::AngleUnit::Radians;
+        else if (v == QLatin1String("deg"))
+            request.angle = model::AngleUnit::Degrees;
+        else if (v == QLatin1String("grad"))
+            request.angle = model::AngleUnit::Gradians;
+        else {
+            problem = QStringLiteral("--angle takes rad, deg or grad");
+            return false;
+        }
+    } else if (a == QLatin1String("--colors")) {
+        if (v != QLatin1String("auto")) {
+            problem = QStringLiteral("--colors takes auto");
+            return false;
+        }
+        request.autoColors = true;
+    } else {
+        problem = QStringLiteral("unexpected argument '%1'").arg(a);
+        return false;
+    }
+    return true;
+}
+
 std::optional<ExportRequest> parseExport(const QStringList& args, QString& problem)
 {
     ExportRequest request;
+    request.output = args.first() == QLatin1String("--write-drawing") ? SceneOutput::Drawing
+                                                                       : SceneOutput::Picture;
     request.file = args.value(1);
     if (request.file.isEmpty() || request.file.startsWith(QLatin1String("--"))) {
-        problem = QStringLiteral("--export needs a file name");
+        problem = QStringLiteral("%1 needs a file name").arg(args.first());
         return std::nullopt;
     }
     for (qsizetype i = 2; i < args.size(); ++i) {
         const QString& a = args[i];
-        auto value = [&]() -> std::optional<QString> {
-            if (i + 1 >= args.size()) {
-                problem = QStringLiteral("%1 needs a value").arg(a);
-                return std::nullopt;
-            }
-            return args[++i];
-        };
-        if (a == QLatin1String("--size")) {
-            const auto v = value();
-            if (!v)
-                return std::nullopt;
-            const QStringList wh = v->split(QLatin1Char('x'));
-            bool okW = false, okH = false;
-            const int w = wh.value(0).toInt(&okW), h = wh.value(1).toInt(&okH);
-            if (wh.size() != 2 || !okW || !okH || w < 1 || h < 1 || w > 20000 || h > 20000) {
-                problem = QStringLiteral("'%1' is not a size such as 800x600").arg(*v);
-                return std::nullopt;
-            }
-            request.size = QSize(w, h);
-        } else if (a == QLatin1String("--view")) {
-            const auto v = value();
-            if (!v)
-                return std::nullopt;
-            const plot::ViewReading reading = parseView(*v);
-            if (!reading.view) {
-                problem = QStringLiteral("'%1' is not a view xmin,xmax,xstep,ymin,ymax,ystep: %2")
-                              .arg(*v, reading.problem);
-                return std::nullopt;
-            }
-            request.view = reading.view;
-        } else if (a == QLatin1String("--angle")) {
-            const auto v = value();
-            if (!v)
-                return std::nullopt;
-            if (*v == QLatin1String("rad"))
-                request.angle = model::AngleUnit::Radians;
-            else if (*v == QLatin1String("deg"))
-                request.angle = model::AngleUnit::Degrees;
-            else if (*v == QLatin1String("grad"))
-                request.angle = model::AngleUnit::Gradians;
-            else {
-                problem = QStringLiteral("--angle takes rad, deg or grad");
-                return std::nullopt;
-            }
-        } else if (a == QLatin1String("--exact-trig")) {
+        if (a == QLatin1String("--exact-trig")) {
             request.exactTrig = true;
         } else if (a == QLatin1String("--no-grid")) {
-            request.grid = false;
-        } else if (a == QLatin1String("--colors")) {
-            const auto v = value();
-            if (!v)
-                return std::nullopt;
-            if (*v != QLatin1String("auto")) {
-                problem = QStringLiteral("--colors takes auto");
-                return std::nullopt;
-            }
-            request.autoColors = true;
+            request.noGrid = true;
         } else if (a == QLatin1String("--equal-scale")) {
             request.equalScale = true;
         } else if (a == QLatin1String("--smooth")) {
             request.smooth = true;
         } else if (a.startsWith(QLatin1String("--"))) {
-            problem = QStringLiteral("unexpected argument '%1'").arg(a);
-            return std::nullopt;
+            if (i + 1 >= args.size()) {
+                problem = QStringLiteral("%1 needs a value").arg(a);
+                return std::nullopt;
+            }
+            if (!parseValueOption(a, args[++i], request, problem))
+                return std::nullopt;
+        } else if (isDrawingFileName(a)) {
+            if (!request.drawingFile.isEmpty()) {
+                problem = QStringLiteral("only one drawing can be drawn at a time");
+                return std::nullopt;
+            }
+            request.drawingFile = a;
         } else {
             request.formulas << a;
         }
     }
-    if (request.exactTrig && request.angle != model::AngleUnit::Radians) {
-        problem = QStringLiteral("--exact-trig goes with radians only");
-        return std::nullopt;
-    }
     return request;
 }
 
-model::ViewWindow presetView(const model::AppState& state, const ExportRequest& request)
+model::ViewWindow presetView(const model::AppState& state, bool exactTrig)
 {
     const model::RangePreset* x = &state.presetDecimalX;
     const model::RangePreset* y = &state.presetDecimalY;
-    if (request.angle == model::AngleUnit::Degrees) {
+    if (state.angleUnit == model::AngleUnit::Degrees) {
         x = &state.presetDegreesX;
         y = &state.presetDegreesY;
-    } else if (request.angle == model::AngleUnit::Gradians) {
+    } else if (state.angleUnit == model::AngleUnit::Gradians) {
         x = &state.presetGradiansX;
         y = &state.presetGradiansY;
-    } else if (request.exactTrig) {
+    } else if (exactTrig) {
         x = &state.presetRadiansX;
         y = &state.presetRadiansY;
     }
@@ -296,44 +309,107 @@ model::ViewWindow presetView(const model::AppState& state, const ExportRequest& 
             n((*y)[0]), n((*y)[1]), n((*y)[2]), n((*y)[3])};
 }
 
+// The scene of an export: a loaded drawing (or a new one), the options laid over it and the
+// formulas added to it. Returns an exit code when it cannot be set up.
+struct Scene {
+    model::AppState state;
+    model::Drawing drawing; // the display and labels the state does not hold
+    plot::RedrawOptions options;
+};
+
+std::optional<int> setUpScene(const ExportRequest& request, Scene& scene, StreamPrompter& prompter,
+                              QTextStream& err)
+{
+    model::AppState& state = scene.state;
+    plot::InitPlotDefaults(state);
+    scene.options.font = QGuiApplication::font();
+    if (!request.drawingFile.isEmpty()) {
+        QString error;
+        std::optional<model::Drawing> loaded = model::openDrawingFile(request.drawingFile, &error);
+        if (loaded && !model::applyDrawing(state, *loaded, &error))
+            loaded.reset();
+        if (!loaded) {
+            err << "curvix: " << error << "\n";
+            err.flush();
+            return kExitCompileError;
+        }
+        scene.drawing = std::move(*loaded);
+        scene.options = plot::redrawOptionsFor(scene.drawing.display, scene.options.font);
+    }
+    if (request.angle)
+        state.angleUnit = *request.angle;
+    state.autoColors = state.autoColors || request.autoColors;
+    state.smoothCurves = request.smooth;
+    scene.options.exactTrig = scene.options.exactTrig || request.exactTrig;
+    scene.options.grid = scene.options.grid && !request.noGrid;
+    if (scene.options.exactTrig && state.angleUnit != model::AngleUnit::Radians)
+        return usageError(err, QStringLiteral("--exact-trig goes with radians only"));
+    // A new drawing, or a new angle unit, starts from the unit's preset as the window does.
+    if (request.view)
+        state.view = *request.view;
+    else if (request.drawingFile.isEmpty() || request.angle)
+        state.view = presetView(state, scene.options.exactTrig);
+    if (request.equalScale)
+        state.view = plot::equalScaleView(state.view, QSizeF(request.size));
+    if (request.drawingFile.isEmpty())
+        state.startView = state.view;
+    // Nothing is pending here, so the link check is never asked.
+    model::SymbolicLinkCheck links([&](const QString& m) { prompter.message(m); });
+    const QString label = QStringLiteral("f(%1)").arg(
+        state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable);
+    for (const QString& formula : request.formulas)
+        model::addFunction(state, prompter, links, formula, label);
+    return std::nullopt;
+}
+
+int writeScene(Scene& scene, const ExportRequest& request, StreamPrompter& prompter)
+{
+    QString error;
+    bool written = false;
+    if (request.output == SceneOutput::Drawing) {
+        model::Drawing result = model::drawingFromState(scene.state);
+        const int fontSize = scene.drawing.display.fontSize;
+        result.display = plot::displayOf(scene.options);
+        result.display.fontSize = fontSize; // the font of this machine is no part of it
+        result.textLabels = scene.drawing.textLabels;
+        result.pointLabels = scene.drawing.pointLabels;
+        result.formulaPictures = scene.drawing.formulaPictures;
+        written = model::saveDrawingFile(request.file, result, &error);
+    } else {
+        QImage picture(request.size, QImage::Format_ARGB32_Premultiplied);
+        plot::redraw(scene.state, picture, scene.options,
+                     [&](const QString& m) { prompter.message(m); });
+        output::burnDrawingLabels(picture, scene.drawing, scene.state.view, scene.options.font);
+        written = output::writePlotFile(scene.state, picture, scene.options, request.file, &error);
+    }
+    if (!written) {
+        prompter.message(QStringLiteral("curvix: ") + error);
+        return kExitCompileError;
+    }
+    return prompter.count > 0 ? kExitCompileError : 0;
+}
+
 int runExport(const QStringList& args, QTextStream& out, QTextStream& err)
 {
     QString problem;
     const std::optional<ExportRequest> request = parseExport(args, problem);
     if (!request)
         return usageError(err, problem);
-    const QString suffix = QFileInfo(request->file).suffix().toLower();
-    if (!QStringList{"png", "bmp", "pdf", "svg"}.contains(suffix))
-        return usageError(err, QStringLiteral("the file must end in .png, .bmp, .pdf or .svg"));
-
-    model::AppState state;
-    plot::InitPlotDefaults(state);
-    state.angleUnit = request->angle;
-    state.autoColors = request->autoColors;
-    state.smoothCurves = request->smooth;
-    state.view = request->view.value_or(presetView(state, *request));
-    if (request->equalScale)
-        state.view = plot::equalScaleView(state.view, QSizeF(request->size));
-    StreamPrompter prompter(err);
-    // Nothing is pending here, so the link check is never asked.
-    model::SymbolicLinkCheck links([&](const QString& m) { prompter.message(m); });
-    for (const QString& formula : request->formulas)
-        model::addFunction(state, prompter, links, formula, QStringLiteral("f(x)"));
-
-    QImage picture(request->size, QImage::Format_ARGB32_Premultiplied);
-    plot::RedrawOptions options;
-    options.grid = request->grid;
-    options.exactTrig = request->exactTrig;
-    options.font = QGuiApplication::font();
-    plot::redraw(state, picture, options, [&](const QString& m) { prompter.message(m); });
-    QString error;
-    if (!output::writePlotFile(state, picture, options, request->file, &error)) {
-        err << "curvix: " << error << "\n";
-        err.flush();
-        return kExitCompileError;
+    if (request->output == SceneOutput::Drawing) {
+        if (!isDrawingFileName(request->file))
+            return usageError(err, QStringLiteral("the drawing file must end in .curvix"));
+    } else {
+        const QString suffix = QFileInfo(request->file).suffix().toLower();
+        if (!QStringList{"png", "bmp", "pdf", "svg"}.contains(suffix))
+            return usageError(err, QStringLiteral("the file must end in .png, .bmp, .pdf or .svg"));
     }
+    StreamPrompter prompter(err);
+    Scene scene;
+    if (const std::optional<int> failed = setUpScene(*request, scene, prompter, err))
+        return *failed;
+    const int code = writeScene(scene, *request, prompter);
     out.flush();
-    return prompter.count > 0 ? kExitCompileError : 0;
+    return code;
 }
 
 } // namespace
@@ -350,8 +426,11 @@ QString usageText()
         "       curvix --export FILE [--size WxH] [--view xmin,xmax,xstep,ymin,ymax,ystep]\n"
         "                    [--angle rad|deg|grad] [--exact-trig] [--no-grid] [--colors auto]\n"
         "                    [--equal-scale] [--smooth]\n"
-        "                    FORMULA ...\n"
-        "                                    draw the formulas into FILE (.png .bmp .pdf .svg)\n"
+        "                    [DRAWING.curvix] FORMULA ...\n"
+        "                                    draw the formulas (over a saved drawing, when one is\n"
+        "                                    given) into FILE (.png .bmp .pdf .svg)\n"
+        "       curvix --write-drawing FILE.curvix [the options and arguments of --export]\n"
+        "                                    write the drawing they describe to FILE\n"
         "       curvix --help                show this text\n");
 }
 
@@ -375,7 +454,7 @@ int runCommandLine(const QStringList& args, QTextStream& out, QTextStream& err)
         return runEval(args, out, err);
     if (command == QLatin1String("--derivative") || command == QLatin1String("--primitive"))
         return runSymbolic(args, out, err);
-    if (command == QLatin1String("--export"))
+    if (command == QLatin1String("--export") || command == QLatin1String("--write-drawing"))
         return runExport(args, out, err);
     return usageError(err, QStringLiteral("unknown command '%1'").arg(command));
 }

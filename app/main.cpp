@@ -41,11 +41,12 @@ int main(int argc, char* argv[])
     if (app::isHeadlessCommand(rawArgs)) {
         QTextStream out(stdout);
         QTextStream err(stderr);
-        if (rawArgs.first() != QLatin1String("--export")) {
+        if (rawArgs.first() != QLatin1String("--export") &&
+            rawArgs.first() != QLatin1String("--write-drawing")) {
             QCoreApplication core(argc, argv);
             return app::runCommandLine(core.arguments().mid(1), out, err);
         }
-        // Drawing needs fonts but no display.
+        // Drawing (and a drawing's font) needs fonts but no display.
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
         quietRuntimeDir();

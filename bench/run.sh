@@ -2,13 +2,14 @@
 # Builds a benchmark (Release) and runs it, printing its table of ratios.
 #   bench/run.sh eval|redraw [Google Benchmark options]
 #   bench/run.sh symbolic [--rounds N] [--list]
+#   bench/run.sh document [--rounds N]
 # The build directory is build/ beside the sources, or $BUILD_DIR.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 build="${BUILD_DIR:-$root/build}"
 
 usage() {
-  echo "usage: bench/run.sh eval|redraw|symbolic [benchmark options]" >&2
+  echo "usage: bench/run.sh eval|redraw|symbolic|document [benchmark options]" >&2
   exit 2
 }
 
@@ -47,6 +48,11 @@ case "$what" in
     build_target bench_symbolic
     # Ends with: symbolic median ms = X, max ms = Y, pass = P/N
     "$build/bench/bench_symbolic" "$@"
+    ;;
+  document)
+    build_target bench_document
+    # Ends with: open and draw 50 functions median ms = X / save 50 functions median ms = Y
+    QT_QPA_PLATFORM="${QT_QPA_PLATFORM:-offscreen}" "$build/bench/bench_document" "$@"
     ;;
   *)
     usage

@@ -22,6 +22,8 @@ struct FillPoint {
     double x = 0;
     double y = 0;
     quint32 color = 0;
+
+    friend bool operator==(const FillPoint&, const FillPoint&) = default;
 };
 
 // The program's whole state: one graph list, one view, one evaluator. Owned by the main

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/drawing.h"
+
 #include <QFont>
 #include <QImage>
 #include <QRect>
@@ -26,5 +28,11 @@ struct OverlayPicture {
 void burnOverlays(QImage& picture, const std::vector<std::optional<OverlayPicture>>& pictures,
                   const std::vector<std::optional<OverlayText>>& texts1,
                   const std::vector<std::optional<OverlayText>>& texts2, const QFont& labelFont);
+
+// Burns a drawing's text labels, point labels and formula pictures into a picture of the
+// given view, each with its top-left corner at its world position: what the window shows
+// over its plot, for a headless export.
+void burnDrawingLabels(QImage& picture, const model::Drawing& drawing,
+                       const model::ViewWindow& view, const QFont& labelFont);
 
 } // namespace curvix::output

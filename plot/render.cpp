@@ -246,6 +246,26 @@ QImage fillMask(const QImage& picture, const model::AppState& state, bool arrows
 
 } // namespace
 
+RedrawOptions redrawOptionsFor(const model::DrawingDisplay& display, const QFont& font)
+{
+    RedrawOptions options;
+    options.grid = display.grid;
+    options.arrows = display.axisArrows;
+    options.tickLabels = display.tickLabels;
+    options.exactTrig = display.exactTrig;
+    options.fractionForm = display.fractionForm;
+    options.font = font;
+    if (display.fontSize > 0)
+        options.font.setPointSize(display.fontSize);
+    return options;
+}
+
+model::DrawingDisplay displayOf(const RedrawOptions& options)
+{
+    return {options.grid,          options.arrows,       options.tickLabels,
+            options.exactTrig,     options.fractionForm, std::max(0, options.font.pointSize())};
+}
+
 void ReplayFills(QImage& picture, const model::AppState& state, const RedrawOptions& options)
 {
     if (state.fills.empty() || picture.isNull())
@@ -254,6 +274,11 @@ void ReplayFills(QImage& picture, const model::AppState& state, const RedrawOpti
     const PlotScale deviceScale = SetPlotScale(QSizeF(picture.size()), state.view);
     for (const model::FillPoint& fill : state.fills) {
         const QPointF seed = deviceScale.toPixel(fill.x, fill.y);
+        // A fill left outside by a zoom (or read from a file) starts nowhere; the test also
+        // keeps a far-off seed from overflowing the conversion to int.
+        if (!(seed.x() >= 0 && seed.y() >= 0 && seed.x() < picture.width() &&
+              seed.y() < picture.height()))
+            continue;
         FloodFillFromMask(mask, picture, QPoint(int(std::floor(seed.x())), int(std::floor(seed.y()))),
                           colorFromValue(fill.color), QColor(kMaskOpen));
     }

@@ -3,6 +3,7 @@
 #include "eval/compiled_formula.h"
 #include "eval/formula.h"
 #include "model/app_state.h"
+#include "model/drawing.h"
 
 #include <QColor>
 #include <QFont>
@@ -24,6 +25,11 @@ struct RedrawOptions {
     QFont font;               // the plot area's font, for the tick labels
     QColor background = Qt::white;
 };
+
+// The switches a drawing file keeps, as redraw options on the given font (its point size
+// replaced by the drawing's when that names one), and back.
+RedrawOptions redrawOptionsFor(const model::DrawingDisplay& display, const QFont& font);
+model::DrawingDisplay displayOf(const RedrawOptions& options);
 
 // A redraw first samples the drawing for its view (sampleDrawing), then paints the sampled
 // state, which it only reads (paintPlot), and lays the fills over a raster picture.

@@ -10,7 +10,7 @@ cd "$(dirname "$0")/.."
 seconds="${1:-30}"
 shift || true
 targets=("$@")
-[ "${#targets[@]}" -gt 0 ] || targets=(fuzz_evaluator fuzz_prepare fuzz_formula_text fuzz_range fuzz_symbolic)
+[ "${#targets[@]}" -gt 0 ] || targets=(fuzz_evaluator fuzz_prepare fuzz_formula_text fuzz_range fuzz_symbolic fuzz_drawing)
 
 ./scripts/setup-debian.sh
 CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \

@@ -18,6 +18,7 @@ private slots:
     void equalScaleDrawsAtFortyFiveDegrees();
     void exportRefuses_data();
     void exportRefuses();
+    void drawingFiles();
 
 private:
     QTemporaryDir m_dir;
@@ -174,6 +175,33 @@ void TestCli::exportRefuses()
     QCOMPARE(run.exitCode, 2);
     QVERIFY2(run.err.contains(errContains), qPrintable(run.err));
     QVERIFY(!QFile::exists(m_dir.filePath(QStringLiteral("x.png"))));
+}
+
+void TestCli::drawingFiles()
+{
+    // A written drawing draws as the options that described it, and writes itself again alike.
+    const QStringList look{"--view", "-200,200,100,-2,2,1", "--angle", "grad", "--no-grid"};
+    const QString drawing = m_dir.filePath("waves.curvix");
+    QCOMPARE(runCurvix(QStringList{"--write-drawing", drawing} + look + QStringList{"sin(x)", "x/100"}).exitCode, 0);
+    const QString direct = m_dir.filePath("direct.png"), fromFile = m_dir.filePath("from-file.png");
+    QCOMPARE(runCurvix(QStringList{"--export", direct} + look + QStringList{"sin(x)", "x/100"}).exitCode, 0);
+    QCOMPARE(runCurvix({"--export", fromFile, drawing}).exitCode, 0);
+    QCOMPARE(QImage(fromFile), QImage(direct));
+    const QString again = m_dir.filePath("again.curvix");
+    QCOMPARE(runCurvix({"--write-drawing", again, drawing}).exitCode, 0);
+    QFile a(drawing), b(again);
+    QVERIFY(a.open(QIODevice::ReadOnly) && b.open(QIODevice::ReadOnly));
+    const QByteArray bytes = a.readAll();
+    QCOMPARE(b.readAll(), bytes);
+
+    // A damaged drawing draws nothing, and the message names the file.
+    QFile damaged(m_dir.filePath("damaged.curvix"));
+    QVERIFY(damaged.open(QIODevice::WriteOnly) && damaged.write(bytes.left(20)) > 0);
+    damaged.close();
+    const Run run = runCurvix({"--export", m_dir.filePath("no.png"), damaged.fileName()});
+    QCOMPARE(run.exitCode, 1);
+    QVERIFY2(run.err.contains("damaged.curvix") && run.err.contains("damaged:"), qPrintable(run.err));
+    QVERIFY(!QFile::exists(m_dir.filePath("no.png")));
 }
 
 QTEST_GUILESS_MAIN(TestCli)
