@@ -161,7 +161,8 @@ public:
     }
     std::optional<quint32> chooseColor(const QString&, quint32) override { return {}; }
     std::optional<QString> inputText(const QString&, const QString&) override { return {}; }
-    QString saveFileName(const QString&, const QString&, const QString&) override { return {}; }
+    QString saveFileName(const QString&, const QString&, const QString&, QString*) override { return {}; }
+    QString openFileName(const QString&, const QString&, const QString&) override { return {}; }
     bool printerSetup(QPrinter&) override { return false; }
 
     int count = 0;
@@ -200,11 +201,6 @@ plot::ViewReading parseView(const QString& text)
                                 {parts[3], parts[4], parts[5], ticks});
 }
 
-bool isDrawingFileName(const QString& name)
-{
-    return QFileInfo(name).suffix().compare(QLatin1String(model::kDrawingFileSuffix),
-                                            Qt::CaseInsensitive) == 0;
-}
 
 // One option with a value; false (and the problem) when it is not understood.
 bool parseValueOption(const QString& a, const QString& v, ExportRequest& request, QString& problem)
@@ -414,10 +410,16 @@ int runExport(const QStringList& args, QTextStream& out, QTextStream& err)
 
 } // namespace
 
+bool isDrawingFileName(const QString& name)
+{
+    return QFileInfo(name).suffix().compare(QLatin1String(model::kDrawingFileSuffix),
+                                            Qt::CaseInsensitive) == 0;
+}
+
 QString usageText()
 {
     return QStringLiteral(
-        "usage: curvix                       open the main window\n"
+        "usage: curvix [DRAWING.curvix]      open the main window (with a saved drawing)\n"
         "       curvix --eval FORMULA --at X [--at X ...] [--label f(t)]\n"
         "                                    print the formula's value at each X\n"
         "       curvix --derivative FORMULA [--label f(t)]\n"

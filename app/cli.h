@@ -14,4 +14,7 @@ int runCommandLine(const QStringList& args, QTextStream& out, QTextStream& err);
 
 QString usageText();
 
+// Whether a file name ends in the drawing file's ending (.curvix, in any case).
+bool isDrawingFileName(const QString& name);
+
 } // namespace curvix::app

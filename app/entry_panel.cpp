@@ -198,7 +198,7 @@ void EntryPanel::endEditing()
 
 void EntryPanel::selectFunctionText()
 {
-    m_functionBox->lineEdit()->selectAll();
+    m_functionBox->commitText();
 }
 
 void EntryPanel::clearFunctionText()

@@ -56,14 +56,8 @@ void ExportActions::print()
     }
 }
 
-bool ExportActions::saveAs()
+bool ExportActions::savePicture(const QString& fileName)
 {
-    const QString title = LoadResString(428).mid(1);
-    const QString folder = output::graphsFolder(LoadResString(9));
-    const QString fileName =
-        m_prompter.saveFileName(title, folder, output::saveFilter(LoadResString(23)));
-    if (fileName.isEmpty())
-        return false;
     const plot::RedrawOptions options = m_options();
     const QImage picture = m_view.capturePicture(options);
     QString error;

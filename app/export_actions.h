@@ -27,8 +27,9 @@ public:
 
     void copy();
     void print();
-    // Save As; false when the user cancelled or the file could not be written.
-    bool saveAs();
+    // The picture into a file of the type its ending names (a bitmap without one); false,
+    // with a message naming the file and the reason, when it cannot be written.
+    bool savePicture(const QString& fileName);
     // The picture as drag data.
     QMimeData* dragData();
     // A left-button press on the plot that no tool claims: only a copy leaves the program.

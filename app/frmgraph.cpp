@@ -3,6 +3,7 @@
 #include "app/color_actions.h"
 #include "app/curve_tools.h"
 #include "app/demonstration.h"
+#include "app/document_actions.h"
 #include "app/entry_panel.h"
 #include "app/export_actions.h"
 #include "app/form_names.h"
@@ -65,6 +66,14 @@ frmgraph::frmgraph(model::Prompter& prompter, QWidget* parent)
     m_symbolic = new SymbolicRunner(m_prompter, this);
     m_entry->setPiTargets([this](const QWidget* w) { return m_ranges->takesPi(w); });
     m_plotView->labels().setFont(m_entry->labelFont());
+
+    m_document = new DocumentActions(
+        m_state, m_prompter, *m_export, this,
+        {[this] { return captureDrawing(); },
+         [this](const model::Drawing& drawing, QString* error) { return showDrawing(drawing, error); }});
+    m_document->addToMenus(*m_actions);
+    connect(&m_plotView->labels(), &PlotLabels::changed, m_document, [this] { m_document->checkpoint(); });
+    setAcceptDrops(true);
 
     createLayout();
     createToolBar();
@@ -196,7 +205,7 @@ void frmgraph::connectCommands()
 {
     const WindowActions& a = *m_actions;
     connect(a.newDrawing, &QAction::triggered, this, &frmgraph::newDrawing);
-    connect(a.saveAs, &QAction::triggered, this, &frmgraph::saveAs);
+    connect(a.saveAs, &QAction::triggered, m_document, [this] { m_document->saveAs(); });
     connect(a.print, &QAction::triggered, m_export, &ExportActions::print);
     connect(a.exit, &QAction::triggered, this, &QWidget::close);
     connect(a.copy, &QAction::triggered, m_export, &ExportActions::copy);
@@ -313,6 +322,7 @@ void frmgraph::redraw()
     m_ranges->setSettingUp(false);
     ++m_redraws;
     m_curveTools->afterRedraw();
+    m_document->checkpoint(m_dragContinues);
 }
 
 void frmgraph::showFunctionItems()
@@ -359,32 +369,8 @@ void frmgraph::drawTypedFunction()
         redraw();
 }
 
-bool frmgraph::askSaveChanges()
+void frmgraph::stopTools()
 {
-    if (!m_state.documentChanged)
-        return true;
-    switch (m_prompter.ask(LoadResString(620), model::Prompter::Buttons::YesNoCancel)) {
-    case model::Prompter::Button::Cancel:
-        return false;
-    case model::Prompter::Button::Yes:
-        return saveAs();
-    default:
-        return true;
-    }
-}
-
-bool frmgraph::saveAs()
-{
-    const bool saved = m_export->saveAs();
-    if (saved)
-        m_state.documentChanged = false;
-    return saved;
-}
-
-void frmgraph::newDrawing()
-{
-    if (!askSaveChanges())
-        return;
     {
         // Each of these steps would draw on its own; the one redraw at the end does for all.
         const QSignalBlocker tools(m_curveTools);
@@ -396,6 +382,13 @@ void frmgraph::newDrawing()
         m_plotView->fillFrame();
     }
     m_symbolic->cancel();
+}
+
+void frmgraph::newDrawing()
+{
+    if (!m_document->askSaveChanges())
+        return;
+    stopTools();
     m_plotView->labels().clear();
     model::clearDrawing(m_state);
     m_ranges->setSettingUp(true);
@@ -405,6 +398,7 @@ void frmgraph::newDrawing()
     stepBackInHistory(true);
     m_state.documentChanged = false;
     redraw();
+    m_document->drawingCleared();
 }
 
 void frmgraph::deleteSelectedFunction()
@@ -491,7 +485,9 @@ void frmgraph::dragView(const model::ViewWindow& view, bool first)
     if (first)
         plot::recordZoomStep(m_state);
     applyView(view);
+    m_dragContinues = !first;
     redraw();
+    m_dragContinues = false;
 }
 
 void frmgraph::applyView(const model::ViewWindow& view)
@@ -594,7 +590,7 @@ void frmgraph::openSettings()
 
 void frmgraph::closeEvent(QCloseEvent* event)
 {
-    if (!askSaveChanges()) {
+    if (!m_document->askSaveChanges()) {
         event->ignore();
         return;
     }
@@ -606,6 +602,7 @@ void frmgraph::closeEvent(QCloseEvent* event)
     if (!output::writeColorSettings(m_state, &error))
         m_prompter.message(error);
     rememberWindowPlacement(*this);
+    m_document->closeCleanly();
     event->accept();
 }
 

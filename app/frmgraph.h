@@ -18,6 +18,7 @@ namespace curvix::app {
 class ColorActions;
 class CurveTools;
 class Demonstration;
+class DocumentActions;
 class EntryPanel;
 class ExportActions;
 class PlotView;
@@ -46,6 +47,7 @@ public:
     ColorActions& colorActions() const { return *m_colors; }
     Demonstration& demonstration() const { return *m_demonstration; }
     SymbolicRunner& symbolicRunner() const { return *m_symbolic; }
+    DocumentActions& document() const { return *m_document; }
 
     // The full redraw of the plot; every change of the drawing ends in one call of it.
     void redraw();
@@ -55,6 +57,9 @@ public:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    // A drawing file dropped on the window is opened.
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void createLayout();
@@ -71,9 +76,12 @@ private:
     void drawTypedFunction();
     void newDrawing();
     void deleteSelectedFunction();
-    // "Save changes?" before the drawing is dropped; false when the user stays.
-    bool askSaveChanges();
-    bool saveAs();
+    // The drawing on screen as a file keeps it, and a saved one put in its place (false,
+    // with the reason, when it cannot be shown; nothing changes then).
+    model::Drawing captureDrawing() const;
+    bool showDrawing(const model::Drawing& drawing, QString* error);
+    // Ends the trace, tangent mode, the demonstration and a symbolic calculation.
+    void stopTools();
     void requestSymbolic(bool derivative);
     void onSymbolicAnswer(bool derivative, int source, const QString& answer);
     void setTrace(bool on);
@@ -109,6 +117,8 @@ private:
     ColorActions* m_colors = nullptr;
     Demonstration* m_demonstration = nullptr;
     SymbolicRunner* m_symbolic = nullptr;
+    DocumentActions* m_document = nullptr;
+    bool m_dragContinues = false; // the redraw of a drag after its first step
     std::array<QToolButton*, 11> m_toolButtons{};
     QPointer<frmsettings> m_settings;
     QPointer<frmtangent> m_tangent;

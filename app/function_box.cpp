@@ -103,6 +103,27 @@ QString FunctionBox::storedItemText(int row) const
     return piStoredIn(itemText(row));
 }
 
+void FunctionBox::commitText()
+{
+    // Setting the text forgets the typing, so that Undo now undoes the drawing's last change.
+    const QString text = lineEdit()->text();
+    lineEdit()->setText(text);
+    lineEdit()->selectAll();
+}
+
+bool FunctionBox::event(QEvent* event)
+{
+    // The box keeps Undo and Redo only while it has typing of its own to undo or redo; else
+    // the keys reach the window's commands.
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if ((key->matches(QKeySequence::Undo) && !lineEdit()->isUndoAvailable()) ||
+            (key->matches(QKeySequence::Redo) && !lineEdit()->isRedoAvailable()))
+            return true;
+    }
+    return QComboBox::event(event);
+}
+
 void FunctionBox::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {

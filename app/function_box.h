@@ -24,12 +24,16 @@ public:
     QString storedText() const;
     QString storedItemText(int row) const;
 
+    // The text stays, selected, and its typing is forgotten: a drawn function is done with.
+    void commitText();
+
 signals:
     void enterPressed();
     void escapePressed();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    bool event(QEvent* event) override;
 };
 
 } // namespace curvix::app

@@ -1,4 +1,5 @@
 #include "app/cli.h"
+#include "app/document_actions.h"
 #include "app/frmgraph.h"
 #include "app/widget_prompter.h"
 
@@ -7,6 +8,7 @@
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>
+#include <QTimer>
 
 #include <unistd.h>
 
@@ -60,10 +62,12 @@ int main(int argc, char* argv[])
     QApplication::setApplicationDisplayName(QStringLiteral("Curvix"));
     QApplication::setApplicationVersion(QStringLiteral(CURVIX_VERSION));
 
-    // Whatever Qt did not take from the arguments is not ours either.
-    if (application.arguments().size() > 1) {
+    // Whatever Qt did not take from the arguments is not ours either, but for one drawing
+    // file to open (as a file manager starts us).
+    const QStringList args = application.arguments().mid(1);
+    if (args.size() > 1 || (args.size() == 1 && !app::isDrawingFileName(args.first()))) {
         QTextStream err(stderr);
-        err << "curvix: unexpected argument '" << application.arguments().at(1) << "'\n"
+        err << "curvix: unexpected argument '" << args.value(args.size() > 1 ? 1 : 0) << "'\n"
             << app::usageText();
         return 2;
     }
@@ -72,5 +76,11 @@ int main(int argc, char* argv[])
     app::frmgraph window(prompter);
     prompter.setParentWidget(&window);
     window.show();
+    // After the first frame: a drawing left by a crash is offered, then the file is opened.
+    QTimer::singleShot(0, &window, [&window, args] {
+        window.document().offerRecovery();
+        if (!args.isEmpty())
+            window.document().openFile(args.first());
+    });
     return QApplication::exec();
 }

@@ -19,14 +19,24 @@ PlotLabels::PlotLabels(model::AppState& state, model::Prompter& prompter, QWidge
 PlotLabel* PlotLabels::place(std::vector<QPointer<PlotLabel>>& list, QPointF at)
 {
     const QPointF world = plot::SetPlotScale(QSizeF(m_plot->size()), m_state.view).toWorld(at);
-    auto* label = new PlotLabel(world.x(), world.y(), m_plot);
+    return placeAtWorld(list, world.x(), world.y());
+}
+
+PlotLabel* PlotLabels::placeAtWorld(std::vector<QPointer<PlotLabel>>& list, double x, double y)
+{
+    auto* label = new PlotLabel(x, y, m_plot);
     label->setFont(m_font);
-    label->move(at.toPoint());
+    label->move(plot::SetPlotScale(QSizeF(m_plot->size()), m_state.view).toPixel(x, y).toPoint());
     connect(label, &PlotLabel::moved, this, [this, label](QPoint topLeft) {
         const QPointF w =
             plot::SetPlotScale(QSizeF(m_plot->size()), m_state.view).toWorld(topLeft);
         label->setWorld(w.x(), w.y());
         m_state.documentChanged = true;
+        emit changed();
+    });
+    connect(label, &QObject::destroyed, this, [this] {
+        if (!m_clearing)
+            emit changed();
     });
     list.emplace_back(label);
     m_state.documentChanged = true;
@@ -39,6 +49,7 @@ QLabel* PlotLabels::addText(const QString& text, QPointF at)
     label->setText(text);
     label->adjustSize();
     label->show();
+    emit changed();
     return label;
 }
 
@@ -51,8 +62,10 @@ QLabel* PlotLabels::addFormula(const QString& formula, const QString& variableLa
     PlotLabel* label = place(m_formulas, at);
     label->setPixmap(QPixmap::fromImage(picture));
     label->setProperty("formula", formula);
+    label->setProperty("variableLabel", variableLabel);
     label->adjustSize();
     label->show();
+    emit changed();
     return label;
 }
 
@@ -72,9 +85,11 @@ QLabel* PlotLabels::addPointLabel(int curve, QPointF at)
     if (!nearest)
         return nullptr;
     auto text = [](double v) { return eval::numberText(eval::roundHalfEven(v, 4)); };
-    return addText(QStringLiteral("(%1%2 %3)")
-                       .arg(text(nearest->x), m_state.coordinateSeparator, text(nearest->y)),
-                   scale.toPixel(nearest->x, nearest->y));
+    QLabel* label = addText(QStringLiteral("(%1%2 %3)")
+                                .arg(text(nearest->x), m_state.coordinateSeparator, text(nearest->y)),
+                            scale.toPixel(nearest->x, nearest->y));
+    label->setProperty("curve", curve);
+    return label;
 }
 
 std::optional<QString> PlotLabels::editLastFormula(const QString& functionText, const QString& label)
@@ -98,6 +113,7 @@ std::optional<QString> PlotLabels::editLastFormula(const QString& functionText, 
     object->setProperty("formula", *edited);
     object->adjustSize();
     m_state.documentChanged = true;
+    emit changed();
     return std::nullopt;
 }
 
@@ -133,10 +149,59 @@ void PlotLabels::burnInto(QImage& picture) const
 
 void PlotLabels::clear()
 {
+    m_clearing = true;
     for (auto* list : {&m_texts, &m_formulas}) {
         for (const QPointer<PlotLabel>& label : *list)
             delete label.data();
         list->clear();
+    }
+    m_clearing = false;
+}
+
+void PlotLabels::writeInto(model::Drawing& drawing) const
+{
+    for (const QPointer<PlotLabel>& label : m_texts) {
+        if (!label)
+            continue;
+        const QVariant curve = label->property("curve");
+        if (curve.isValid())
+            drawing.pointLabels.push_back({curve.toInt(), label->text(), label->worldX(), label->worldY()});
+        else
+            drawing.textLabels.push_back({label->text(), label->worldX(), label->worldY()});
+    }
+    for (const QPointer<PlotLabel>& label : m_formulas)
+        if (label)
+            drawing.formulaPictures.push_back({label->property("formula").toString(),
+                                               label->property("variableLabel").toString(),
+                                               label->worldX(), label->worldY()});
+}
+
+void PlotLabels::showFrom(const model::Drawing& drawing)
+{
+    clear();
+    const QSignalBlocker quiet(this); // one drawing shown is one change, not one a label
+    auto addTextAt = [&](const QString& text, double x, double y) {
+        PlotLabel* label = placeAtWorld(m_texts, x, y);
+        label->setText(text);
+        label->adjustSize();
+        label->show();
+        return label;
+    };
+    for (const model::TextLabel& text : drawing.textLabels)
+        addTextAt(text.text, text.x, text.y);
+    for (const model::PointLabel& point : drawing.pointLabels)
+        addTextAt(point.text, point.x, point.y)->setProperty("curve", point.curve);
+    for (const model::FormulaPicture& formula : drawing.formulaPictures) {
+        const QImage picture =
+            plot::typesetFormula(formula.formula, formula.label, m_font, m_plot->devicePixelRatioF());
+        if (picture.isNull())
+            continue;
+        PlotLabel* label = placeAtWorld(m_formulas, formula.x, formula.y);
+        label->setPixmap(QPixmap::fromImage(picture));
+        label->setProperty("formula", formula.formula);
+        label->setProperty("variableLabel", formula.label);
+        label->adjustSize();
+        label->show();
     }
 }
 

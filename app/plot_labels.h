@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/app_state.h"
+#include "model/drawing.h"
 #include "model/prompter.h"
 #include "plot/coordinates.h"
 
@@ -37,9 +38,18 @@ public:
     void placeAll(const plot::PlotScale& scale);
     void burnInto(QImage& picture) const;
     void clear();
+    // The labels as a drawing keeps them (texts, point labels, formula pictures), and the
+    // labels of a drawing put in place of these.
+    void writeInto(model::Drawing& drawing) const;
+    void showFrom(const model::Drawing& drawing);
+
+signals:
+    // A label was added, moved, edited or deleted.
+    void changed();
 
 private:
     PlotLabel* place(std::vector<QPointer<PlotLabel>>& list, QPointF at);
+    PlotLabel* placeAtWorld(std::vector<QPointer<PlotLabel>>& list, double x, double y);
 
     model::AppState& m_state;
     model::Prompter& m_prompter;
@@ -47,6 +57,7 @@ private:
     QFont m_font;
     std::vector<QPointer<PlotLabel>> m_texts;
     std::vector<QPointer<PlotLabel>> m_formulas;
+    bool m_clearing = false;
 };
 
 } // namespace curvix::app

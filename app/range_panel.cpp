@@ -6,6 +6,7 @@
 #include "eval/numtext.h"
 #include "model/strings.h"
 #include "plot/angles.h"
+#include "plot/coordinates.h"
 
 #include <QActionGroup>
 #include <QLineEdit>
@@ -21,6 +22,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cmath>
 
 namespace curvix::app {
 
@@ -284,6 +286,51 @@ void RangePanel::fillRedrawOptions(plot::RedrawOptions& options) const
     options.tickLabels = m_tickLabels->isChecked();
     options.exactTrig = m_exactTrig->isChecked();
     options.fractionForm = m_fractionForm->isChecked();
+}
+
+namespace {
+
+// The shortest text of a range box that reads back as exactly this value: a multiple of pi
+// where the row takes one, else a decimal of as few digits as will do.
+QString exactRowText(double value, bool piAllowed)
+{
+    auto readsBack = [value](const QString& text) { return plot::readRangeNumber(text) == value; };
+    if (piAllowed && value != 0) {
+        const double multiple = std::round(value / M_PI * 4) / 4;
+        const QString text = eval::numberText(multiple, QLocale(), 15) + QLatin1Char('p');
+        if (readsBack(text))
+            return text;
+    }
+    for (int digits : {7, 15, 17}) {
+        const QString text = eval::numberText(value, QLocale(), digits);
+        if (readsBack(text))
+            return text;
+    }
+    return eval::numberText(value, QLocale(), 17);
+}
+
+} // namespace
+
+void RangePanel::showSaved(const model::DrawingDisplay& display, model::AngleUnit unit,
+                           const model::ViewWindow& view)
+{
+    const bool settingUp = m_settingUp;
+    m_settingUp = true; // the boxes are set, not clicked: nothing runs its handler
+    for (auto [box, on] : {std::pair{m_grid, display.grid}, std::pair{m_arrows, display.axisArrows},
+                           std::pair{m_tickLabels, display.tickLabels}})
+        box->setChecked(on);
+    m_angleOptions[unit == model::AngleUnit::Degrees ? 0 : unit == model::AngleUnit::Radians ? 1 : 2]
+        ->setChecked(true);
+    m_exactTrig->setEnabled(unit == model::AngleUnit::Radians);
+    m_exactTrig->setChecked(display.exactTrig);
+    (display.fractionForm ? m_fractionForm : m_decimalForm)->setChecked(true);
+    showFractionInputs(false);
+    const bool pi = display.exactTrig;
+    loadRows({exactRowText(view.XMin, pi), exactRowText(view.XMax, pi), exactRowText(view.XStep, pi),
+              exactRowText(view.XTicks, false)},
+             {exactRowText(view.YMin, false), exactRowText(view.YMax, false),
+              exactRowText(view.YStep, false), exactRowText(view.YTicks, false)});
+    m_settingUp = settingUp;
 }
 
 void RangePanel::reset()

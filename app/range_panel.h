@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/app_state.h"
+#include "model/drawing.h"
 #include "plot/range_rows.h"
 #include "plot/render.h"
 
@@ -39,6 +40,10 @@ public:
     bool applyToView();
     // The switches of the redraw that this panel holds.
     void fillRedrawOptions(plot::RedrawOptions& options) const;
+    // Shows a saved drawing's switches, angle unit and view, without running the handlers
+    // of the boxes; the rows read back as exactly that view.
+    void showSaved(const model::DrawingDisplay& display, model::AngleUnit unit,
+                   const model::ViewWindow& view);
     // Back to the state of a new drawing: decimal preset, radians, every box ticked.
     void reset();
     void focusFirstBox();

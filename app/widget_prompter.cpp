@@ -67,9 +67,15 @@ std::optional<QString> WidgetPrompter::inputText(const QString& prompt, const QS
 }
 
 QString WidgetPrompter::saveFileName(const QString& title, const QString& folder,
+                                     const QString& filter, QString* selectedFilter)
+{
+    return QFileDialog::getSaveFileName(m_parent, title, folder, filter, selectedFilter);
+}
+
+QString WidgetPrompter::openFileName(const QString& title, const QString& folder,
                                      const QString& filter)
 {
-    return QFileDialog::getSaveFileName(m_parent, title, folder, filter);
+    return QFileDialog::getOpenFileName(m_parent, title, folder, filter);
 }
 
 bool WidgetPrompter::printerSetup(QPrinter& printer)

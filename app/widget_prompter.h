@@ -16,8 +16,9 @@ public:
     Button ask(const QString& text, Buttons buttons) override;
     std::optional<quint32> chooseColor(const QString& title, quint32 initial) override;
     std::optional<QString> inputText(const QString& prompt, const QString& initial) override;
-    QString saveFileName(const QString& title, const QString& folder,
-                         const QString& filter) override;
+    QString saveFileName(const QString& title, const QString& folder, const QString& filter,
+                         QString* selectedFilter) override;
+    QString openFileName(const QString& title, const QString& folder, const QString& filter) override;
     bool printerSetup(QPrinter& printer) override;
 
 private:

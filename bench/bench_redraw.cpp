@@ -33,7 +33,8 @@ public:
     Button ask(const QString&, Buttons) override { return Button::Cancel; }
     std::optional<quint32> chooseColor(const QString&, quint32) override { return {}; }
     std::optional<QString> inputText(const QString&, const QString&) override { return {}; }
-    QString saveFileName(const QString&, const QString&, const QString&) override { return {}; }
+    QString saveFileName(const QString&, const QString&, const QString&, QString*) override { return {}; }
+    QString openFileName(const QString&, const QString&, const QString&) override { return {}; }
     bool printerSetup(QPrinter&) override { return false; }
 };
 

@@ -20,7 +20,8 @@ public:
     }
     std::optional<quint32> chooseColor(const QString&, quint32) override { return {}; }
     std::optional<QString> inputText(const QString&, const QString&) override { return {}; }
-    QString saveFileName(const QString&, const QString&, const QString&) override { return {}; }
+    QString saveFileName(const QString&, const QString&, const QString&, QString*) override { return {}; }
+    QString openFileName(const QString&, const QString&, const QString&) override { return {}; }
     bool printerSetup(QPrinter&) override { return false; }
 
     QString last;

@@ -24,8 +24,11 @@ public:
     // A colour as 0x00BBGGRR; nothing when the user cancelled.
     virtual std::optional<quint32> chooseColor(const QString& title, quint32 initial) = 0;
     virtual std::optional<QString> inputText(const QString& prompt, const QString& initial) = 0;
-    // The chosen file name, or "" when the user cancelled.
-    virtual QString saveFileName(const QString& title, const QString& folder,
+    // The chosen file name, or "" when the user cancelled. selectedFilter, when given, is
+    // the file type offered first and the one chosen.
+    virtual QString saveFileName(const QString& title, const QString& folder, const QString& filter,
+                                 QString* selectedFilter = nullptr) = 0;
+    virtual QString openFileName(const QString& title, const QString& folder,
                                  const QString& filter) = 0;
     // The printer dialog for the given printer; false when the user cancelled.
     virtual bool printerSetup(QPrinter& printer) = 0;

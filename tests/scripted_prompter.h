@@ -21,6 +21,7 @@ public:
     std::deque<QString> inputs; // a null QString answers Cancel
     std::deque<QString> fileNames;
     QStringList saveDialogs; // "title|folder|filter" of each save dialog shown
+    QStringList offeredTypes; // the type each save dialog offered first
     // The printer dialog prints into this PDF file; an empty name cancels it.
     QString printToPdf;
     int printerDialogs = 0;
@@ -54,9 +55,18 @@ public:
         return text.isNull() ? std::nullopt : std::optional<QString>(text);
     }
 
-    QString saveFileName(const QString& title, const QString& folder, const QString& filter) override
+    // The chosen type stays the one offered first, as when the user keeps it.
+    QString saveFileName(const QString& title, const QString& folder, const QString& filter,
+                         QString* selectedFilter) override
     {
         saveDialogs << title + QLatin1Char('|') + folder + QLatin1Char('|') + filter;
+        if (selectedFilter)
+            offeredTypes << *selectedFilter;
+        return take(fileNames, title, QString());
+    }
+
+    QString openFileName(const QString& title, const QString&, const QString&) override
+    {
         return take(fileNames, title, QString());
     }
 

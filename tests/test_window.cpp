@@ -205,6 +205,36 @@ private slots:
         QCOMPARE(again.window.size(), chosen);
     }
 
+    void undoAndRedoEveryChange()
+    {
+        ShownWindow w;
+        const QImage start = w.window.plotArea()->image();
+        // Ctrl+Z in the function box undoes the typing first, then the drawing's changes.
+        w.type(QStringLiteral("x"));
+        QTest::keyClicks(w.functionBox->lineEdit(), QStringLiteral("+1"));
+        QTest::keyClick(w.functionBox, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(w.functionBox->currentText(), QStringLiteral("x"));
+        QTest::keyClick(w.functionBox, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(w.graphTexts(), QStringList{});
+        w.type(QStringLiteral("x^2"));
+        w.state.fills.push_back({0, 1, 0x00FF00});
+        w.window.redraw();
+        w.click(QStringLiteral("Option1_0")); // degrees
+        const QImage end = w.window.plotArea()->image();
+        QVERIFY(w.window.isWindowModified());
+        QAction* undo = w.action("mnuundo");
+        while (undo->isEnabled())
+            undo->trigger();
+        QCOMPARE(w.graphTexts(), QStringList{});
+        QCOMPARE(w.window.plotArea()->image(), start);
+        QVERIFY(!w.window.isWindowModified());
+        QAction* redo = w.action("mnuredo");
+        while (redo->isEnabled())
+            redo->trigger();
+        QCOMPARE(w.graphTexts(), QStringList{"x^2"});
+        QCOMPARE(w.window.plotArea()->image(), end);
+    }
+
     void editingAFunctionInPlace()
     {
         ShownWindow w;
