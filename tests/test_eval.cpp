@@ -182,7 +182,7 @@ void TestEval::errors()
     // The formula compiled for a redraw is refused alike.
     CompileError error;
     QString said;
-    QVERIFY(!CompiledFormula::compile(text, QStringLiteral("x"), &error, &said));
+    QVERIFY(!CompiledFormula::compile(text, QStringLiteral("x"), AngleUnit::Radians, &error, &said));
     QCOMPARE(error.code, code);
     QCOMPARE(said, evaluator.ErrorText());
 }
