@@ -205,7 +205,8 @@ void sampleDrawing(model::AppState& state, const eval::Report& report)
     const double step = state.sampleStep;
     const QString variable = listVariable(state);
     for (model::GraphEntry& entry : state.graphs) {
-        const eval::CompiledFormula* formula = entryFormula(entry, variable, state.angleUnit, report);
+        const eval::CompiledFormula* formula =
+            entryFormula(entry, variable, state.angleUnit, report);
         SampledCurve curve;
         if (formula && state.smoothCurves)
             curve = sampleSmoothCurve(*formula, view, step);

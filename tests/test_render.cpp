@@ -467,12 +467,11 @@ void TestRender::sineInDegreesIsOnePeriod()
     scene.draw();
     // The labels of the axes cover the curve near x = -30 and x = -180.
     const int axis = scene.row(0);
+    const auto above = [&](int x) { return scene.count(kBlue, QRect(x, 0, 1, axis - 2)); };
+    const auto below = [&](int x) { return scene.count(kBlue, QRect(x, axis + 3, 1, axis - 2)); };
     for (int d = 50; d <= 160; d += 10) {
-        const QRect upper(0, 0, 1, axis - 2), lower(0, axis + 3, 1, axis - 2);
-        QVERIFY(scene.count(kBlue, upper.translated(scene.column(d), 0)) > 0);
-        QVERIFY(scene.count(kBlue, lower.translated(scene.column(d), 0)) == 0);
-        QVERIFY(scene.count(kBlue, upper.translated(scene.column(-d), 0)) == 0);
-        QVERIFY(scene.count(kBlue, lower.translated(scene.column(-d), 0)) > 0);
+        const int right = scene.column(d), left = scene.column(-d);
+        QVERIFY(above(right) > 0 && below(right) == 0 && above(left) == 0 && below(left) > 0);
     }
     // The highest pixels of the curve stand around x = 90 at y = 1.
     int top = 0;
