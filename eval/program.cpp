@@ -618,6 +618,18 @@ private:
         return exponent > 0 ? magnitude : push(Op::KDiv, magnitude, {}, 1);
     }
 
+    // Outside radians the six angle functions get an instruction that converts.
+    Value call(Function function, const Value& v)
+    {
+        if (v.constant)
+            return constant(applyFunction(function, v.k, unit_));
+        if (unit_ == AngleUnit::Radians || !isAngleFunction(function))
+            return push(Op::Call, v, {}, 0, function);
+        const Value angle = push(Op::AngleCall, v, {}, 0, function);
+        program_.code_[angle.instr].n = int(unit_);
+        return angle;
+    }
+
     Value compile(const Node& node)
     {
         using Kind = Node::Kind;
@@ -629,17 +641,7 @@ private:
             const Value v = compile(node.args[0]);
             return v.constant ? constant(-v.k) : negated(v);
         }
-        case Kind::Call: {
-            const Value v = compile(node.args[0]);
-            if (v.constant)
-                return constant(applyFunction(node.function, v.k, unit_));
-            if (unit_ != AngleUnit::Radians && isAngleFunction(node.function)) {
-                const Value angle = push(Op::AngleCall, v, {}, 0, node.function);
-                program_.code_[angle.instr].n = int(unit_);
-                return angle;
-            }
-            return push(Op::Call, v, {}, 0, node.function);
-        }
+        case Kind::Call: return call(node.function, compile(node.args[0]));
         default: break;
         }
 
