@@ -31,7 +31,21 @@ struct EvalRequest {
     QString formula;
     QString label = QStringLiteral("f(x)");
     std::vector<double> xs;
+    model::AngleUnit angle = model::AngleUnit::Radians;
 };
+
+// The value of "--angle": rad, deg or grad; a message on failure.
+std::optional<model::AngleUnit> angleByName(const QString& name, QString& problem)
+{
+    if (name == QLatin1String("rad"))
+        return model::AngleUnit::Radians;
+    if (name == QLatin1String("deg"))
+        return model::AngleUnit::Degrees;
+    if (name == QLatin1String("grad"))
+        return model::AngleUnit::Gradians;
+    problem = QStringLiteral("--angle takes rad, deg or grad");
+    return std::nullopt;
+}
 
 int usageError(QTextStream& err, const QString& problem)
 {
@@ -40,7 +54,7 @@ int usageError(QTextStream& err, const QString& problem)
     return kExitUsage;
 }
 
-// Reads "--eval FORMULA --at X [--at X ...] [--label f(t)]"; a message on failure.
+// Reads "--eval FORMULA --at X [--at X ...] [--label f(t)] [--angle U]"; a message on failure.
 std::optional<EvalRequest> parseEval(const QStringList& args, QString& problem)
 {
     EvalRequest request;
@@ -65,6 +79,11 @@ std::optional<EvalRequest> parseEval(const QStringList& args, QString& problem)
             request.xs.push_back(x);
         } else if (option == QLatin1String("--label")) {
             request.label = value;
+        } else if (option == QLatin1String("--angle")) {
+            const std::optional<model::AngleUnit> unit = angleByName(value, problem);
+            if (!unit)
+                return std::nullopt;
+            request.angle = *unit;
         } else {
             problem = QStringLiteral("unexpected argument '%1'").arg(option);
             return std::nullopt;
@@ -97,6 +116,7 @@ int runEval(const QStringList& args, QTextStream& out, QTextStream& err)
     }
     const QString variable = model::labelVariable(request->label);
     const int variableId = evaluator.DefineVariable(variable);
+    evaluator.SetAngleUnit(request->angle);
     const int expressionId = evaluator.SetExpression(prepared);
     for (double x : request->xs) {
         evaluator.SetVariable(variableId, x);
@@ -124,6 +144,15 @@ int runSymbolic(const QStringList& args, QTextStream& out, QTextStream& err)
             haveFormula = true;
         } else if (option == QLatin1String("--label")) {
             label = value;
+        } else if (option == QLatin1String("--angle")) {
+            // Symbolic answers are worked out in radians; another unit is refused rather
+            // than answered wrongly.
+            QString problem;
+            const std::optional<model::AngleUnit> unit = angleByName(value, problem);
+            if (!unit)
+                return usageError(err, problem);
+            if (*unit != model::AngleUnit::Radians)
+                return usageError(err, QStringLiteral("%1 answers in radians only").arg(command));
         } else {
             return usageError(err, QStringLiteral("unexpected argument '%1'").arg(option));
         }
@@ -223,16 +252,10 @@ bool parseValueOption(const QString& a, const QString& v, ExportRequest& request
         }
         request.view = reading.view;
     } else if (a == QLatin1String("--angle")) {
-        if (v == QLatin1String("rad"))
-            request.angle = model::AngleUnit::Radians;
-        else if (v == QLatin1String("deg"))
-            request.angle = model::AngleUnit::Degrees;
-        else if (v == QLatin1String("grad"))
-            request.angle = model::AngleUnit::Gradians;
-        else {
-            problem = QStringLiteral("--angle takes rad, deg or grad");
+        const std::optional<model::AngleUnit> unit = angleByName(v, problem);
+        if (!unit)
             return false;
-        }
+        request.angle = *unit;
     } else if (a == QLatin1String("--colors")) {
         if (v != QLatin1String("auto")) {
             problem = QStringLiteral("--colors takes auto");
@@ -420,11 +443,12 @@ QString usageText()
 {
     return QStringLiteral(
         "usage: curvix [DRAWING.curvix]      open the main window (with a saved drawing)\n"
-        "       curvix --eval FORMULA --at X [--at X ...] [--label f(t)]\n"
+        "       curvix --eval FORMULA --at X [--at X ...] [--label f(t)] [--angle rad|deg|grad]\n"
         "                                    print the formula's value at each X\n"
-        "       curvix --derivative FORMULA [--label f(t)]\n"
-        "       curvix --primitive FORMULA [--label f(t)]\n"
+        "       curvix --derivative FORMULA [--label f(t)] [--angle rad]\n"
+        "       curvix --primitive FORMULA [--label f(t)] [--angle rad]\n"
         "                                    print the derivative or a primitive function\n"
+        "                                    (worked out in radians)\n"
         "       curvix --export FILE [--size WxH] [--view xmin,xmax,xstep,ymin,ymax,ystep]\n"
         "                    [--angle rad|deg|grad] [--exact-trig] [--no-grid] [--colors auto]\n"
         "                    [--equal-scale] [--smooth]\n"

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "eval/angle_unit.h"
+
 #include <QString>
 #include <QStringView>
 
@@ -36,6 +38,11 @@ std::optional<Function> functionByName(QStringView name);
 const char* functionName(Function function);
 // The function's value; NaN or an infinity outside its domain, never a trap.
 double applyFunction(Function function, double value);
+// The same with sin, cos and tan taking angles in unit and asin, acos and atan answering in
+// it. Whole right angles are exact: in degrees sin(180) and cos(90) are 0, tan(45) is 1.
+double applyFunction(Function function, double value, AngleUnit unit);
+// True for the six functions that take or give an angle.
+bool isAngleFunction(Function function);
 
 // One node of a parsed formula. The tree keeps the formula as written: no folding, pi stays
 // pi, "log" stays a call of Log10 with its own spelling in text. Parentheses and a unary

@@ -12,6 +12,7 @@ constexpr double kUnsetVariable = 0;
 
 std::shared_ptr<const CompiledFormula> CompiledFormula::compile(const QString& preparedText,
                                                                 const QString& variable,
+                                                                AngleUnit unit,
                                                                 CompileError* error,
                                                                 QString* message)
 {
@@ -22,7 +23,8 @@ std::shared_ptr<const CompiledFormula> CompiledFormula::compile(const QString& p
         *message = parsed.message;
     if (!parsed.ok())
         return nullptr;
-    return std::shared_ptr<const CompiledFormula>(new CompiledFormula(Program::compile(parsed.tree)));
+    return std::shared_ptr<const CompiledFormula>(
+        new CompiledFormula(Program::compile(parsed.tree, unit), unit));
 }
 
 double CompiledFormula::evaluate(double x) const

@@ -22,6 +22,7 @@ struct ExpressionEvaluator::Impl {
     std::vector<Program> programs;
     CompileError error;
     QString errorText;
+    AngleUnit unit = AngleUnit::Radians;
 
     // Parses and compiles text, remembering the outcome for HasError and ErrorText.
     std::optional<Program> compile(const QString& text)
@@ -31,7 +32,7 @@ struct ExpressionEvaluator::Impl {
         errorText = parsed.message;
         if (!parsed.ok())
             return std::nullopt;
-        return Program::compile(parsed.tree);
+        return Program::compile(parsed.tree, unit);
     }
 
     const Program* program(int id) const
@@ -87,6 +88,11 @@ void ExpressionEvaluator::Reset()
     d->programs.clear();
     d->error = {};
     d->errorText.clear();
+}
+
+void ExpressionEvaluator::SetAngleUnit(AngleUnit unit)
+{
+    d->unit = unit;
 }
 
 void ExpressionEvaluator::SetVariable(int variableId, double value)

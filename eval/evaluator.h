@@ -1,5 +1,7 @@
 #pragma once
 
+#include "eval/angle_unit.h"
+
 #include <QString>
 
 #include <memory>
@@ -48,8 +50,11 @@ public:
     double Evaluate(int expressionId) const;
     // Makes a variable known by name (returns the existing id for a known name).
     int DefineVariable(const QString& name);
-    // Forgets all expressions and variables.
+    // Forgets all expressions and variables; the angle unit stays.
     void Reset();
+    // The unit trigonometric functions work in for the expressions compiled from now on
+    // (radians until set); expressions compiled earlier keep theirs.
+    void SetAngleUnit(AngleUnit unit);
     void SetVariable(int variableId, double value);
     // A message for the last compile error, e.g. "Unknown name 'xsin' at position 3".
     QString ErrorText() const;

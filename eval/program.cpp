@@ -293,6 +293,12 @@ void runKernel(const Instr& in, const double* a, const double* b, const double* 
     case Op::IntPow: return intPowKernel(in, a, c, out, n);
     case Op::Powers2: return powers2Kernel(in, a, c, out, n);
     case Op::Call: return callKernel(in, a, c, out, n);
+    case Op::AngleCall: {
+        const Function function = in.function;
+        const auto unit = AngleUnit(in.n);
+        return unaryCall(in, a, c, out, n,
+                         [=](double v) { return applyFunction(function, v, unit); });
+    }
     }
 }
 
@@ -373,6 +379,8 @@ struct Monomial {
 
 class Compiler {
 public:
+    explicit Compiler(AngleUnit unit) : unit_(unit) {}
+
     Program run(const Node& tree)
     {
         Value result = compile(tree);
@@ -610,6 +618,18 @@ private:
         return exponent > 0 ? magnitude : push(Op::KDiv, magnitude, {}, 1);
     }
 
+    // Outside radians the six angle functions get an instruction that converts.
+    Value call(Function function, const Value& v)
+    {
+        if (v.constant)
+            return constant(applyFunction(function, v.k, unit_));
+        if (unit_ == AngleUnit::Radians || !isAngleFunction(function))
+            return push(Op::Call, v, {}, 0, function);
+        const Value angle = push(Op::AngleCall, v, {}, 0, function);
+        program_.code_[angle.instr].n = int(unit_);
+        return angle;
+    }
+
     Value compile(const Node& node)
     {
         using Kind = Node::Kind;
@@ -621,12 +641,7 @@ private:
             const Value v = compile(node.args[0]);
             return v.constant ? constant(-v.k) : negated(v);
         }
-        case Kind::Call: {
-            const Value v = compile(node.args[0]);
-            if (v.constant)
-                return constant(applyFunction(node.function, v.k));
-            return push(Op::Call, v, {}, 0, node.function);
-        }
+        case Kind::Call: return call(node.function, compile(node.args[0]));
         default: break;
         }
 
@@ -691,15 +706,16 @@ private:
         }
     }
 
+    AngleUnit unit_;
     Program program_;
     std::vector<int> slotVariable_; // per slot: the variable it holds (never reused), or -1
     std::vector<int> free_;
     std::vector<int> variableSlots_;
 };
 
-Program Program::compile(const Node& tree)
+Program Program::compile(const Node& tree, AngleUnit unit)
 {
-    return Compiler().run(tree);
+    return Compiler(unit).run(tree);
 }
 
 // ---- running ---------------------------------------------------------------------------
@@ -725,6 +741,7 @@ double Program::run(const double* variables, double* r) const
         case Op::IntPow: v = in.n == 2 ? a * a : intPow(a, in.n); break;
         case Op::Powers2: v = intPow(a, in.n) * in.k + intPow(a, in.n2) * in.k2; break;
         case Op::Call: v = applyFunction(in.function, a); break;
+        case Op::AngleCall: v = applyFunction(in.function, a, AngleUnit(in.n)); break;
         }
         if (in.post != PostNone)
             v = finish(in, v, variables, r);

@@ -30,6 +30,9 @@ public:
         IntPow,  // a^n by repeated squaring, n >= 2
         Powers2, // a^n * k + a^n2 * k2, n and n2 from 1 to 4: two terms of a polynomial
         Call,    // function(a)
+        // function(a) with its angle in the unit n (an AngleUnit): sin, cos, tan, asin,
+        // acos and atan outside radians
+        AngleCall,
     };
     // The finishing step ((v * mul) + c) + add, each part present when its bit is set.
     enum Post : std::uint8_t { PostNone = 0, PostMul = 1, PostAcc = 2, PostAdd = 4 };
@@ -62,8 +65,8 @@ public:
     };
 
     // Compiles a parsed formula; variable indices of the tree are the ids into the values
-    // given to evaluate.
-    static Program compile(const Node& tree);
+    // given to evaluate. Angles of trigonometric functions are in unit.
+    static Program compile(const Node& tree, AngleUnit unit = AngleUnit::Radians);
 
     // variables holds the value of every variable id the formula uses.
     double evaluate(std::span<const double> variables) const;

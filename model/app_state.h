@@ -15,7 +15,8 @@ namespace curvix::model {
 inline constexpr quint32 kButtonShadowColor = 0x80000010;
 inline constexpr quint32 kDefaultTangentColor = 0x000000FF;
 
-enum class AngleUnit { Radians = 1, Degrees = 2, Gradians = 3 };
+// One unit for the whole program: evaluation compiles formulas for the one in the state.
+using AngleUnit = eval::AngleUnit;
 
 // A flood fill asked for at a world position, in the fill colour of that moment.
 struct FillPoint {

@@ -112,7 +112,7 @@ AddResult addFunctionSteps(AppState& state, Prompter& prompter, LinkCheck& links
     GraphEntry& entry = state.newEntry;
     entry = GraphEntry{};
     entry.expression = expression;
-    entry.formula = eval::CompiledFormula::compile(expression, letter);
+    entry.formula = eval::CompiledFormula::compile(expression, letter, state.angleUnit);
     entry.text = text;
     entry.color = colorForNewFunction(state);
 
@@ -204,7 +204,7 @@ AddResult replaceFunction(AppState& state, Prompter& prompter, LinkCheck& links,
     state.listVariable = letter;
     entry.text = text;
     entry.expression = expression;
-    entry.formula = eval::CompiledFormula::compile(expression, letter);
+    entry.formula = eval::CompiledFormula::compile(expression, letter, state.angleUnit);
     for (GraphMark& mark : entry.marks)
         mark.text = letter;
     recheckLink(state, links, k, LinkKind::Derivative);

@@ -1,5 +1,7 @@
 #include "plot/render.h"
 
+#include "model/graph_list.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -18,14 +20,15 @@ QString listVariable(const model::AppState& state)
     return state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
 }
 
-// An entry made without its compiled formula gets it here, once; a text that does not
-// compile is reported on every redraw and keeps no points.
+// An entry made without its compiled formula, or compiled for another angle unit, gets it
+// here, once; a text that does not compile is reported on every redraw and keeps no points.
 const eval::CompiledFormula* entryFormula(model::GraphEntry& entry, const QString& variable,
-                                          const eval::Report& report)
+                                          model::AngleUnit unit, const eval::Report& report)
 {
-    if (!entry.formula) {
+    if (!entry.formula || entry.formula->angleUnit() != unit) {
         QString message;
-        entry.formula = eval::CompiledFormula::compile(entry.expression, variable, nullptr, &message);
+        entry.formula =
+            eval::CompiledFormula::compile(entry.expression, variable, unit, nullptr, &message);
         if (!entry.formula && report)
             report(message);
     }
@@ -202,7 +205,8 @@ void sampleDrawing(model::AppState& state, const eval::Report& report)
     const double step = state.sampleStep;
     const QString variable = listVariable(state);
     for (model::GraphEntry& entry : state.graphs) {
-        const eval::CompiledFormula* formula = entryFormula(entry, variable, report);
+        const eval::CompiledFormula* formula =
+            entryFormula(entry, variable, state.angleUnit, report);
         SampledCurve curve;
         if (formula && state.smoothCurves)
             curve = sampleSmoothCurve(*formula, view, step);
@@ -218,6 +222,14 @@ void sampleDrawing(model::AppState& state, const eval::Report& report)
         }
     }
     model::Demonstration& demo = state.demonstration;
+    if (demo.formula && demo.formula->angleUnit() != state.angleUnit) {
+        // The walk goes on along its curve as the new unit draws it.
+        const int k = model::findGraphByText(state, demo.text);
+        if (k >= 0 && state.graphs[std::size_t(k)].formula) {
+            demo.formula = state.graphs[std::size_t(k)].formula;
+            demo.curve = sampleCurve(*demo.formula, view, step);
+        }
+    }
     if (demo.tangent && demo.formula)
         demo.tangent = tangentMark(*demo.formula, variable, demo.tangent->x, view, step);
     if (state.trace.on)

@@ -16,6 +16,7 @@ using namespace curvix::eval;
 using Code = CompileError::Code;
 
 Q_DECLARE_METATYPE(curvix::eval::CompileError::Code)
+Q_DECLARE_METATYPE(curvix::eval::AngleUnit)
 
 namespace {
 
@@ -80,6 +81,8 @@ private slots:
     void compiledMatchesTreeAndBatchMatchesPointwise_data();
     void compiledMatchesTreeAndBatchMatchesPointwise();
     void batchAndState();
+    void angleUnits_data();
+    void angleUnits();
 
     void numberText_data();
     void numberText();
@@ -182,7 +185,8 @@ void TestEval::errors()
     // The formula compiled for a redraw is refused alike.
     CompileError error;
     QString said;
-    QVERIFY(!CompiledFormula::compile(text, QStringLiteral("x"), &error, &said));
+    const AngleUnit rad = AngleUnit::Radians;
+    QVERIFY(!CompiledFormula::compile(text, QStringLiteral("x"), rad, &error, &said));
     QCOMPARE(error.code, code);
     QCOMPARE(said, evaluator.ErrorText());
 }
@@ -270,6 +274,65 @@ void TestEval::batchAndState()
     QVERIFY(std::isnan(evaluator.Evaluate(id)));
     QCOMPARE(evaluator.DefineVariable(QStringLiteral("a")), 0);
     QCOMPARE(evaluator.EvaluateText(QStringLiteral("a+1")), 1.0); // a new variable starts at 0
+}
+
+void TestEval::angleUnits_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<AngleUnit>("unit");
+    QTest::addColumn<double>("x");
+    QTest::addColumn<double>("expected");
+    const auto row = [](const char* name, const char* text, AngleUnit unit, double x, double y) {
+        QTest::newRow(name) << QString::fromLatin1(text) << unit << x << y;
+    };
+    constexpr AngleUnit rad = AngleUnit::Radians, deg = AngleUnit::Degrees,
+                        grad = AngleUnit::Gradians;
+    constexpr double pi = std::numbers::pi;
+    // Whole right angles and the usual angles are exact, however many turns lie before them.
+    row("sin 90 deg", "sin(x)", deg, 90, 1);
+    row("sin 180 deg", "sin(x)", deg, 180, 0);
+    row("sin infinite deg", "sin(x)", deg, kInf, kNaN);
+    row("sin far turn deg", "sin(x)", deg, 360000030, 0.5);
+    row("sin 1 deg", "sin(x)", deg, 1, std::sin(pi / 180));
+    row("cos 90 deg", "cos(x)", deg, 90, 0);
+    row("cos 60 deg", "cos(x)", deg, 60, 0.5);
+    row("tan 45 deg", "tan(x)", deg, 45, 1);
+    row("tan pole deg", "tan(x)", deg, -270, kNaN);
+    row("asin 1 deg", "asin(x)", deg, 1, 90);
+    row("asin -0.5 deg", "asin(x)", deg, -0.5, -30);
+    row("acos -1 deg", "acos(x)", deg, -1, 180);
+    row("acos 0.5 deg", "acos(x)", deg, 0.5, 60);
+    row("atan 1 deg", "atan(x)", deg, 1, 45);
+    row("sin 100 grad", "sin(x)", grad, 100, 1);
+    row("tan 50 grad", "tan(x)", grad, 50, 1);
+    row("asin 1 grad", "asin(x)", grad, 1, 100);
+    row("acos -1 grad", "acos(x)", grad, -1, 200);
+    row("radians", "sin(x)+2cos(x)+4tan(x)+8asin(x)+16acos(x)+32atan(x)", rad, 0.5,
+        std::sin(0.5) + 2 * std::cos(0.5) + 4 * std::tan(0.5) + 8 * std::asin(0.5) +
+            16 * std::acos(0.5) + 32 * std::atan(0.5));
+    // Hyperbolic functions take no angle; shifted and scaled operands still convert.
+    row("sinh deg", "sinh(x)+cosh(x)", deg, 1, std::sinh(1.0) + std::cosh(1.0));
+    row("operand step deg", "2sin(x-30)+1", deg, 120, 3);
+    row("constant deg", "cos(180)+x", deg, 1, 0);
+}
+
+// The tree evaluator, the compiled formula per point and its batch give one value.
+void TestEval::angleUnits()
+{
+    QFETCH(QString, text);
+    QFETCH(AngleUnit, unit);
+    QFETCH(double, x);
+    QFETCH(double, expected);
+    ExpressionEvaluator evaluator;
+    evaluator.SetAngleUnit(unit);
+    evaluator.SetVariable(evaluator.DefineVariable(QStringLiteral("x")), x);
+    const auto compiled = CompiledFormula::compile(text, QStringLiteral("x"), unit);
+    QVERIFY(compiled);
+    const std::vector<double> xs(3, x);
+    std::vector<double> ys(3);
+    compiled->evaluateBatch(xs, ys);
+    for (double y : {evaluator.EvaluateText(text), compiled->evaluate(x), ys[0], ys[2]})
+        QVERIFY2(sameValue(y, expected), qPrintable(QString::number(y, 'g', 17)));
 }
 
 // ---- numbers as text ---------------------------------------------------------------------

@@ -102,6 +102,7 @@ private slots:
     void fillsStopAtCurvesOfAnyColour_data();
     void fillsStopAtCurvesOfAnyColour();
     void tangentIsDrawnThroughTheView();
+    void sineInDegreesIsOnePeriod();
     void traceStandsOnDefinedPoints_data();
     void traceStandsOnDefinedPoints();
     void piMultiples_data();
@@ -454,6 +455,41 @@ void TestRender::tangentIsDrawnThroughTheView()
     // At x = -1 the tangent is near y = -3; the parabola is far above.
     const int top = scene.row(-2.9), bottom = scene.row(-3.1);
     QVERIFY(scene.count(kGreen, QRect(scene.column(-1) - 1, top, 3, bottom - top + 1)) > 0);
+}
+
+void TestRender::sineInDegreesIsOnePeriod()
+{
+    // Added in radians and drawn after the switch to degrees: the curve follows the unit.
+    Scene scene(ViewWindow{-180, 180, 90, 1, -1.5, 1.5, 0.5, 1});
+    scene.options.grid = false;
+    scene.add(QStringLiteral("sin(x)"));
+    scene.state.angleUnit = model::AngleUnit::Degrees;
+    scene.draw();
+    // The labels of the axes cover the curve near x = -30 and x = -180.
+    const int axis = scene.row(0);
+    const auto above = [&](int x) { return scene.count(kBlue, QRect(x, 0, 1, axis - 2)); };
+    const auto below = [&](int x) { return scene.count(kBlue, QRect(x, axis + 3, 1, axis - 2)); };
+    for (int d = 50; d <= 160; d += 10) {
+        const int right = scene.column(d), left = scene.column(-d);
+        QVERIFY(above(right) > 0 && below(right) == 0 && above(left) == 0 && below(left) > 0);
+    }
+    // The highest pixels of the curve stand around x = 90 at y = 1.
+    int top = 0;
+    while (top < axis && scene.count(kBlue, QRect(0, top, 600, 1)) == 0)
+        ++top;
+    QVERIFY(std::abs(top - scene.row(1)) <= 1);
+    const QRect peak(scene.column(80), top, scene.column(100) - scene.column(80), 1);
+    QCOMPARE(scene.count(kBlue, peak), scene.count(kBlue, QRect(0, top, 600, 1)));
+
+    // Tangents too: flat at the top, the slope per degree where the curve crosses 0.
+    for (double x : {90.0, 0.0}) {
+        scene.state.graphs[0].marks.emplace_back();
+        scene.state.graphs[0].marks.back().x = x;
+    }
+    scene.draw();
+    QCOMPARE(scene.state.graphs[0].marks[0].y, 1.0);
+    QVERIFY(scene.state.graphs[0].marks[0].slope == 0);
+    QCOMPARE(scene.state.graphs[0].marks[1].slope, 0.0175);
 }
 
 void TestRender::traceStandsOnDefinedPoints_data()
