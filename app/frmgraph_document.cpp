@@ -42,9 +42,10 @@ model::Drawing frmgraph::captureDrawing() const
 
 bool frmgraph::showDrawing(const model::Drawing& drawing, QString* error)
 {
+    // The tools end first: they let go of what the state holds for them.
+    stopTools();
     if (!model::applyDrawing(m_state, drawing, error))
         return false;
-    stopTools();
     m_ranges->showSaved(drawing.display, m_state.angleUnit, m_state.view);
     if (drawing.display.fontSize > 0) {
         QFont font = plotArea()->font();

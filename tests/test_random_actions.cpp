@@ -31,9 +31,9 @@ constexpr quint32 kDefaultSeed = 20240610;
 constexpr qint64 kShrinkBudgetMs = 120000;
 
 // Each action carries two random numbers a and b in 0..999 that it reads as it needs.
-enum class Kind { Type, Delete, New, Button, Range, Zoom, RightClick, Trace, Symbolic, Demo };
+enum class Kind { Type, Delete, New, Button, Range, Zoom, RightClick, Trace, Symbolic, Demo, Undo };
 // How often each kind comes; the symbolic library takes up to milliseconds.
-constexpr int kWeights[] = {250, 80, 20, 100, 160, 120, 60, 100, 20, 30};
+constexpr int kWeights[] = {250, 80, 20, 100, 160, 120, 60, 100, 20, 30, 60};
 
 struct Action {
     Kind kind;
@@ -89,9 +89,13 @@ public:
             qWarning("window not exposed");
     }
 
-    // The first broken invariant after the actions, or "" when all held.
+    // The first broken invariant after the actions, or "" when all held. At the end, undoing
+    // every step must give the first picture back, and redoing them the last.
     QString play(const std::vector<Action>& actions, int* failedAt = nullptr)
     {
+        if (failedAt)
+            *failedAt = int(actions.size()) - 1;
+        const QImage first = window.plotArea()->image();
         for (std::size_t i = 0; i < actions.size(); ++i) {
             if (const QString problem = step(actions[i]); !problem.isEmpty()) {
                 if (failedAt)
@@ -99,7 +103,7 @@ public:
                 return problem;
             }
         }
-        return {};
+        return undoneAndRedone(first);
     }
 
 private:
@@ -140,6 +144,9 @@ private:
             prompter.answers = {act.a % 3 == 0 ? Button::No : act.a % 3 == 1 ? Button::Cancel : Button::Yes};
             prompter.fileNames = {QString()};
             trigger("mnunew");
+            break;
+        case Kind::Undo:
+            trigger(act.a % 3 ? "mnuundo" : "mnuredo");
             break;
         case Kind::Button: // the angle options, the exact values, the grid, ...
             click(act.a % 2 ? QStringLiteral("Option1_%1").arg(act.b % 3) : QStringLiteral("Check%1").arg(1 + act.b % 4));
@@ -241,6 +248,28 @@ private:
         if (m_problem.isEmpty() && !prompter.unexpected.isEmpty())
             m_problem = QStringLiteral("unexpected dialog \"%1\"").arg(prompter.unexpected.join('|'));
         return m_problem.isEmpty() ? invariants() : m_problem;
+    }
+
+    QString undoneAndRedone(const QImage& first)
+    {
+        // The tools end, as showing a drawing ends them: they are no part of it.
+        window.symbolicRunner().cancel();
+        window.demonstration().stop();
+        child<QAction>(&window, QStringLiteral("mnutrace"))->setChecked(false);
+        child<QAction>(&window, QStringLiteral("mnutangent"))->setChecked(false);
+        window.redraw();
+        const QImage last = window.plotArea()->image();
+        QAction* undo = child<QAction>(&window, QStringLiteral("mnuundo"));
+        QAction* redo = child<QAction>(&window, QStringLiteral("mnuredo"));
+        while (undo->isEnabled())
+            undo->trigger();
+        if (window.plotArea()->image() != first)
+            return QStringLiteral("undoing every step does not give the first picture back");
+        while (redo->isEnabled())
+            redo->trigger();
+        if (window.plotArea()->image() != last)
+            return QStringLiteral("redoing every step does not give the last picture back");
+        return invariants();
     }
 
     QString invariants() const
