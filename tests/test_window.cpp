@@ -1,6 +1,7 @@
 // The main window as a user meets it: one wiring test per handler (the arithmetic behind
 // them has headless tests of its own), the save question, and the symbolic commands that
 // run off the GUI thread.
+#include "app/document_actions.h"
 #include "app/fraction_input.h"
 #include "app/frmgraph.h"
 #include "app/function_box.h"
@@ -233,6 +234,48 @@ private slots:
             redo->trigger();
         QCOMPARE(w.graphTexts(), QStringList{"x^2"});
         QCOMPARE(w.window.plotArea()->image(), end);
+    }
+
+    void drawingsAreSavedAndOpened()
+    {
+        const QString file = m_home.filePath(QStringLiteral("lesson.curvix"));
+        QFile::remove(file);
+        QImage saved;
+        {
+            ShownWindow w;
+            w.type(QStringLiteral("x^2"));
+            w.window.plotView().labels().addText(QStringLiteral("a parabola"), QPointF(40, 40));
+            w.click(QStringLiteral("Option1_0"));
+            saved = w.window.plotArea()->image();
+            // Closing asks first; Yes offers the drawing type, and the name gets its ending.
+            w.prompter.answers.push_back(B::Yes);
+            w.prompter.fileNames.push_back(m_home.filePath(QStringLiteral("lesson")));
+            QVERIFY(w.window.close());
+            QCOMPARE(w.prompter.offeredTypes, QStringList{"Curvix drawing (*.curvix)"});
+        }
+        ShownWindow w;
+        w.type(QStringLiteral("sin(x)"));
+        const QImage before = w.window.plotArea()->image();
+        // A damaged file is refused by name, and the drawing on screen stays.
+        const QString damaged = m_home.filePath(QStringLiteral("damaged.curvix"));
+        QFile out(damaged);
+        QVERIFY(out.open(QIODevice::WriteOnly) && out.write("{\"format\": \"curvix-drawing\", \"vers") > 0);
+        out.close();
+        w.prompter.answers.push_back(B::No); // "Save changes?" before opening
+        w.prompter.fileNames.push_back(damaged);
+        w.action("mnuopen")->trigger();
+        QCOMPARE(w.prompter.messages.size(), 1);
+        QVERIFY2(w.prompter.messages[0].contains(QLatin1String("damaged.curvix")), qPrintable(w.prompter.messages[0]));
+        QCOMPARE(w.graphTexts(), QStringList{"sin(x)"});
+        QCOMPARE(w.window.plotArea()->image(), before);
+
+        w.prompter.answers.push_back(B::No);
+        QVERIFY(w.window.document().openFile(file)); // as a file manager or Open Recent does
+        QCOMPARE(w.graphTexts(), QStringList{"x^2"});
+        QCOMPARE(w.window.plotArea()->image(), saved);
+        QCOMPARE(w.window.windowTitle(), QStringLiteral("lesson.curvix[*] – Curvix"));
+        QVERIFY(!w.window.isWindowModified());
+        QCOMPARE(QSettings().value(QStringLiteral("recentDrawings")).toStringList().value(0), file);
     }
 
     void editingAFunctionInPlace()
