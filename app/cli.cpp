@@ -174,30 +174,18 @@ int runSymbolic(const QStringList& args, QTextStream& out, QTextStream& err)
 }
 
 // Messages of the core go to stderr; questions are answered with Cancel.
-class StreamPrompter final : public model::Prompter {
+class StreamPrompter final : public model::DialogFreePrompter {
 public:
-    explicit StreamPrompter(QTextStream& err) : m_err(err) {}
-    void message(const QString& text) override
+    explicit StreamPrompter(QTextStream& err)
+        : DialogFreePrompter([this, &err](const QString& text) {
+              err << text << "\n";
+              err.flush();
+              ++count;
+          })
     {
-        m_err << text << "\n";
-        m_err.flush();
-        ++count;
     }
-    Button ask(const QString& text, Buttons) override
-    {
-        message(text);
-        return Button::Cancel;
-    }
-    std::optional<quint32> chooseColor(const QString&, quint32) override { return {}; }
-    std::optional<QString> inputText(const QString&, const QString&) override { return {}; }
-    QString saveFileName(const QString&, const QString&, const QString&, QString*) override { return {}; }
-    QString openFileName(const QString&, const QString&, const QString&) override { return {}; }
-    bool printerSetup(QPrinter&) override { return false; }
 
     int count = 0;
-
-private:
-    QTextStream& m_err;
 };
 
 // What --export and --write-drawing make of the scene they set up.

@@ -162,14 +162,20 @@ void DocumentActions::checkpoint(bool continuing)
     scheduleRecovery();
 }
 
+bool DocumentActions::show(const std::optional<model::Drawing>& drawing, QString* error)
+{
+    if (!drawing)
+        return false;
+    m_showing = true;
+    const bool shown = m_port.show(*drawing, error);
+    m_showing = false;
+    return shown;
+}
+
 void DocumentActions::showBytes(const QByteArray& bytes)
 {
     QString error;
-    const std::optional<model::Drawing> drawing = model::readDrawing(bytes, &error);
-    m_showing = true;
-    const bool shown = drawing && m_port.show(*drawing, &error);
-    m_showing = false;
-    if (!shown) {
+    if (!show(model::readDrawing(bytes, &error), &error)) {
         m_prompter.message(error);
         return;
     }
@@ -251,11 +257,7 @@ bool DocumentActions::openFile(const QString& path)
     if (!askSaveChanges())
         return false;
     QString error;
-    const std::optional<model::Drawing> drawing = model::openDrawingFile(path, &error);
-    m_showing = true;
-    const bool shown = drawing && m_port.show(*drawing, &error);
-    m_showing = false;
-    if (!shown) {
+    if (!show(model::openDrawingFile(path, &error), &error)) {
         m_prompter.message(error);
         return false;
     }
@@ -394,14 +396,7 @@ void DocumentActions::offerRecovery()
         const bool restore =
             m_prompter.ask(LoadResString(5156), model::Prompter::Buttons::YesNo) == model::Prompter::Button::Yes;
         QString error;
-        const std::optional<model::Drawing> drawing =
-            restore ? model::openDrawingFile(path, &error) : std::nullopt;
-        bool shown = false;
-        if (drawing) {
-            m_showing = true;
-            shown = m_port.show(*drawing, &error);
-            m_showing = false;
-        }
+        const bool shown = restore && show(model::openDrawingFile(path, &error), &error);
         if (restore && !shown)
             m_prompter.message(LoadResString(5160).arg(QDir::toNativeSeparators(path), error));
         QFile::remove(path);

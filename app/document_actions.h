@@ -70,6 +70,8 @@ public:
 private:
     friend class DrawingChange;
 
+    // Shows a drawing read or opened; false when there is none or it cannot be shown.
+    bool show(const std::optional<model::Drawing>& drawing, QString* error);
     void showBytes(const QByteArray& bytes);
     void setFilePath(const QString& path);
     void updateTitle();

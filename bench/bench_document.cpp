@@ -28,16 +28,7 @@ const QSize kSize(1600, 1000);
 const char* const kFormulas[] = {"sin(x)", "x^2-3", "2x^3-x", "sqrt(x+4)", "1/(x-1)",
                                  "3exp(-x^2)", "ln(x^2+1)", "tan(x)", "abs(x)-2", "cos(2x)+x/3"};
 
-class NullPrompter final : public model::Prompter {
-public:
-    void message(const QString&) override {}
-    Button ask(const QString&, Buttons) override { return Button::Cancel; }
-    std::optional<quint32> chooseColor(const QString&, quint32) override { return {}; }
-    std::optional<QString> inputText(const QString&, const QString&) override { return {}; }
-    QString saveFileName(const QString&, const QString&, const QString&, QString*) override { return {}; }
-    QString openFileName(const QString&, const QString&, const QString&) override { return {}; }
-    bool printerSetup(QPrinter&) override { return false; }
-};
+using NullPrompter = model::DialogFreePrompter;
 
 struct FreshState : model::AppState {
     FreshState() { plot::InitPlotDefaults(*this); }

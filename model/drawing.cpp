@@ -9,24 +9,6 @@ namespace curvix::model {
 
 namespace {
 
-// Keeps the last message of addFunction, so that a refusal can say why.
-class RecordingPrompter final : public Prompter {
-public:
-    void message(const QString& text) override { last = text; }
-    Button ask(const QString& text, Buttons) override
-    {
-        last = text;
-        return Button::Cancel;
-    }
-    std::optional<quint32> chooseColor(const QString&, quint32) override { return {}; }
-    std::optional<QString> inputText(const QString&, const QString&) override { return {}; }
-    QString saveFileName(const QString&, const QString&, const QString&, QString*) override { return {}; }
-    QString openFileName(const QString&, const QString&, const QString&) override { return {}; }
-    bool printerSetup(QPrinter&) override { return false; }
-
-    QString last;
-};
-
 // The saved links are set afterwards as they were; nothing is pending, so this is never asked.
 class NoLinks final : public LinkCheck {
 public:
@@ -45,15 +27,17 @@ bool refuse(QString* error, const QString& message)
 // function cannot be added.
 bool buildGraphs(AppState& scratch, const Drawing& drawing, QString* error)
 {
-    RecordingPrompter prompter;
+    // The last message of addFunction, so that a refusal can say why.
+    QString last;
+    DialogFreePrompter prompter([&last](const QString& text) { last = text; });
     NoLinks links;
     for (std::size_t i = 0; i < drawing.functions.size(); ++i) {
         const DrawingFunction& f = drawing.functions[i];
         const QString label = QStringLiteral("f(%1)").arg(f.variable);
-        prompter.last.clear();
+        last.clear();
         const AddResult result = addFunction(scratch, prompter, links, f.text, label);
         if (result != AddResult::Added) {
-            QString why = prompter.last.isEmpty() ? QStringLiteral("it is empty") : prompter.last;
+            QString why = last.isEmpty() ? QStringLiteral("it is empty") : last;
             if (result == AddResult::Duplicate)
                 why = QStringLiteral("it is listed twice");
             return refuse(error, QStringLiteral("function %1 '%2' cannot be drawn: %3")

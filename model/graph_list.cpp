@@ -81,6 +81,15 @@ std::optional<LinkQuestion> pendingQuestion(const AppState& state, LinkKind kind
     return LinkQuestion{kind, state.graphs[std::size_t(k)].text, text, letter};
 }
 
+constexpr QLatin1String kOneVariableText("Endast en variabel per omgång");
+
+// The typed text prepared for the evaluator, "" when it is refused (the evaluator says why).
+QString preparedText(AppState& state, Prompter& prompter, const QString& text, const QString& label)
+{
+    return eval::PrepareExpressionText(state.evaluator, text, label,
+                                       [&](const QString& m) { prompter.message(m); });
+}
+
 AddResult addFunctionSteps(AppState& state, Prompter& prompter, LinkCheck& links,
                            const QString& text, const QString& label, int keyCode)
 {
@@ -91,12 +100,11 @@ AddResult addFunctionSteps(AppState& state, Prompter& prompter, LinkCheck& links
     if (state.listVariable.isEmpty()) {
         state.listVariable = letter;
     } else if (state.listVariable != letter) {
-        prompter.message(QStringLiteral("Endast en variabel per omgång"));
+        prompter.message(kOneVariableText);
         return AddResult::Rejected;
     }
 
-    const QString expression = eval::PrepareExpressionText(
-        state.evaluator, text, label, [&](const QString& m) { prompter.message(m); });
+    const QString expression = preparedText(state, prompter, text, label);
     if (expression.isEmpty())
         return AddResult::Rejected;
 
@@ -187,11 +195,10 @@ AddResult replaceFunction(AppState& state, Prompter& prompter, LinkCheck& links,
     // The variable may change only with the one function that uses it.
     const QString letter = labelVariable(label);
     if (letter != state.listVariable && state.graphs.size() > 1) {
-        prompter.message(QStringLiteral("Endast en variabel per omgång"));
+        prompter.message(kOneVariableText);
         return AddResult::Rejected;
     }
-    const QString expression = eval::PrepareExpressionText(
-        state.evaluator, text, label, [&](const QString& m) { prompter.message(m); });
+    const QString expression = preparedText(state, prompter, text, label);
     if (expression.isEmpty())
         return AddResult::Rejected;
     if (graphExists(state, text)) {

@@ -3,7 +3,9 @@
 #include <QString>
 #include <QtGlobal>
 
+#include <functional>
 #include <optional>
+#include <utility>
 
 class QPrinter;
 
@@ -32,6 +34,35 @@ public:
                                  const QString& filter) = 0;
     // The printer dialog for the given printer; false when the user cancelled.
     virtual bool printerSetup(QPrinter& printer) = 0;
+};
+
+// A prompter for work without a window: messages and questions go to report (a question is
+// answered Cancel), and every dialog is cancelled.
+class DialogFreePrompter : public Prompter {
+public:
+    explicit DialogFreePrompter(std::function<void(const QString&)> report = {})
+        : m_report(std::move(report))
+    {
+    }
+
+    void message(const QString& text) override
+    {
+        if (m_report)
+            m_report(text);
+    }
+    Button ask(const QString& text, Buttons) override
+    {
+        message(text);
+        return Button::Cancel;
+    }
+    std::optional<quint32> chooseColor(const QString&, quint32) override { return {}; }
+    std::optional<QString> inputText(const QString&, const QString&) override { return {}; }
+    QString saveFileName(const QString&, const QString&, const QString&, QString*) override { return {}; }
+    QString openFileName(const QString&, const QString&, const QString&) override { return {}; }
+    bool printerSetup(QPrinter&) override { return false; }
+
+private:
+    std::function<void(const QString&)> m_report;
 };
 
 } // namespace curvix::model

@@ -5,29 +5,13 @@
 #
 #   e2e_window.sh CURVIX_EXE WORK_DIR
 #
-# Exits 77 (skipped) when xvfb-run, xdotool or ImageMagick is missing.
+# Exits 77 (skipped) when xvfb-run, xdotool or ImageMagick is missing (e2e_common.sh).
 set -euo pipefail
 
 exe=$1
 work=$2
 
-fail() { echo "FAIL: $*" >&2; exit 1; }
-
-if [ "${CURVIX_E2E_INNER:-}" != 1 ]; then
-  for tool in xvfb-run xauth xdotool import convert; do
-    command -v "$tool" >/dev/null || { echo "$tool is not installed; skipped"; exit 77; }
-  done
-  rm -rf "$work"
-  mkdir -p "$work"
-  CURVIX_E2E_INNER=1 exec xvfb-run -a -s "-screen 0 1280x1024x24 -nolisten tcp" \
-    bash "$0" "$exe" "$work"
-fi
-
-# Under Xvfb from here on. The program keeps its settings and documents in the scratch folder.
-export QT_QPA_PLATFORM=xcb
-export HOME=$work/home XDG_CONFIG_HOME=$work/home/.config XDG_RUNTIME_DIR=$work/runtime
-mkdir -p "$HOME" "$XDG_CONFIG_HOME" "$XDG_RUNTIME_DIR"
-chmod 700 "$XDG_RUNTIME_DIR"
+. "$(dirname "$0")/e2e_common.sh"
 
 "$exe" >"$work/curvix.log" 2>&1 &
 pid=$!
