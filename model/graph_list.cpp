@@ -81,7 +81,10 @@ std::optional<LinkQuestion> pendingQuestion(const AppState& state, LinkKind kind
     return LinkQuestion{kind, state.graphs[std::size_t(k)].text, text, letter};
 }
 
-constexpr QLatin1String kOneVariableText("Endast en variabel per omgång");
+QString oneVariableText()
+{
+    return QStringLiteral("Endast en variabel per omgång");
+}
 
 // The typed text prepared for the evaluator, "" when it is refused (the evaluator says why).
 QString preparedText(AppState& state, Prompter& prompter, const QString& text, const QString& label)
@@ -100,7 +103,7 @@ AddResult addFunctionSteps(AppState& state, Prompter& prompter, LinkCheck& links
     if (state.listVariable.isEmpty()) {
         state.listVariable = letter;
     } else if (state.listVariable != letter) {
-        prompter.message(kOneVariableText);
+        prompter.message(oneVariableText());
         return AddResult::Rejected;
     }
 
@@ -195,7 +198,7 @@ AddResult replaceFunction(AppState& state, Prompter& prompter, LinkCheck& links,
     // The variable may change only with the one function that uses it.
     const QString letter = labelVariable(label);
     if (letter != state.listVariable && state.graphs.size() > 1) {
-        prompter.message(kOneVariableText);
+        prompter.message(oneVariableText());
         return AddResult::Rejected;
     }
     const QString expression = preparedText(state, prompter, text, label);
