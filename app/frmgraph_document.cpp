@@ -23,7 +23,7 @@ namespace {
 QString droppedDrawing(const QMimeData* data)
 {
     for (const QUrl& url : data->urls()) {
-        if (const QString path = url.toLocalFile(); isDrawingFileName(path))
+        if (QString path = url.toLocalFile(); isDrawingFileName(path))
             return path;
     }
     return {};

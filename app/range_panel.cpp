@@ -297,12 +297,12 @@ QString exactRowText(double value, bool piAllowed)
     auto readsBack = [value](const QString& text) { return plot::readRangeNumber(text) == value; };
     if (piAllowed && value != 0) {
         const double multiple = std::round(value / M_PI * 4) / 4;
-        const QString text = eval::numberText(multiple, QLocale(), 15) + QLatin1Char('p');
+        QString text = eval::numberText(multiple, QLocale(), 15) + QLatin1Char('p');
         if (readsBack(text))
             return text;
     }
     for (int digits : {7, 15, 17}) {
-        const QString text = eval::numberText(value, QLocale(), digits);
+        QString text = eval::numberText(value, QLocale(), digits);
         if (readsBack(text))
             return text;
     }
