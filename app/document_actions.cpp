@@ -104,7 +104,11 @@ DocumentActions::DocumentActions(model::AppState& state, model::Prompter& prompt
     updateTitle();
 }
 
-DocumentActions::~DocumentActions() = default;
+DocumentActions::~DocumentActions()
+{
+    // The stack, cleared as it goes, would report to members already gone.
+    disconnect(&m_undo, nullptr, this, nullptr);
+}
 
 void DocumentActions::addToMenus(WindowActions& a)
 {

@@ -34,9 +34,10 @@ PlotLabel* PlotLabels::placeAtWorld(std::vector<QPointer<PlotLabel>>& list, doub
         m_state.documentChanged = true;
         emit changed();
     });
+    // Reported once the label is gone from the lists (a guard is cleared after destroyed).
     connect(label, &QObject::destroyed, this, [this] {
         if (!m_clearing)
-            emit changed();
+            QMetaObject::invokeMethod(this, &PlotLabels::changed, Qt::QueuedConnection);
     });
     list.emplace_back(label);
     m_state.documentChanged = true;
