@@ -32,6 +32,7 @@ struct Problem {
     QString formula; // as typed into the function box
     double from = 0; // an interval where the formula is smooth
     double to = 0;
+    QString reference; // a textbook's answer: no answer should be longer; "-" for none
     QString label = QStringLiteral("f(x)");
     QString answer; // the exact text expected, where its form matters; else empty
 };
@@ -43,7 +44,8 @@ inline QString kindName(Kind kind)
     return names.value(int(kind));
 }
 
-// Reads the table: "kind<TAB>formula<TAB>from<TAB>to[<TAB>label[<TAB>answer]]" a line, "#"
+// Reads the table: "kind<TAB>formula<TAB>from<TAB>to<TAB>reference[<TAB>label[<TAB>answer]]" a
+// line, "#"
 // starts a comment. A line that does not fit empties the whole table, so that a broken table
 // fails loudly instead of shrinking.
 inline std::vector<Problem> readProblems(const QString& path)
@@ -61,9 +63,10 @@ inline std::vector<Problem> readProblems(const QString& path)
         const QStringList fields = line.split(u'\t');
         bool fromOk = false, toOk = false;
         Problem p{Kind(kinds.indexOf(fields[0])), fields.value(1), fields.value(2).toDouble(&fromOk),
-                  fields.value(3).toDouble(&toOk), fields.value(4, QStringLiteral("f(x)")),
-                  fields.value(5)};
-        if (!kinds.contains(fields[0]) || fields.size() > 6 || !fromOk || !toOk || !(p.from < p.to)) {
+                  fields.value(3).toDouble(&toOk), fields.value(4),
+                  fields.value(5, QStringLiteral("f(x)")), fields.value(6)};
+        if (!kinds.contains(fields[0]) || fields.size() < 5 || fields.size() > 7 || !fromOk ||
+            !toOk || !(p.from < p.to)) {
             std::fprintf(stderr, "%s: not a problem: %s\n", qPrintable(path), qPrintable(line));
             return {};
         }
@@ -87,6 +90,12 @@ inline QString variableOf(const Problem& problem)
 {
     const QString name = eval::VariableNameFromLabel(problem.label);
     return name.isEmpty() ? QStringLiteral("x") : name;
+}
+
+// Whether an answer is longer than the problem's reference, as typed.
+inline bool longerThanReference(const Problem& problem, const QString& answer)
+{
+    return problem.kind != Kind::NoElementaryPrimitive && answer.size() > problem.reference.size();
 }
 
 // Checks an answer the way the function box would read it: at points spread over the
