@@ -1,0 +1,112 @@
+#pragma once
+
+// What the files over Giac share (symbolic_cas.cpp, symbolic_print.cpp, symbolic_forms.cpp,
+// symbolic_rules.cpp): the session, reading Giac's trees, printing them in our formula
+// language and the rewrites between equivalent forms. Needs C++17 and Giac's headers.
+
+#include "eval/symbolic_cas.h"
+
+#include <QString>
+
+#include <initializer_list>
+#include <optional>
+#include <vector>
+
+#include <giac/config.h>
+#include <giac/giac.h>
+
+namespace curvix::eval::cas::detail {
+
+using giac::gen;
+
+// Thrown by our own code when interrupt() was called between two steps of the CAS.
+struct Interrupted {};
+// Thrown while printing when a result holds something our formula language cannot say.
+struct Unprintable {};
+
+void checkInterrupt();
+
+// The CAS's state: one context, created by and used from the thread that solves. Never
+// destroyed, so that nothing of Giac's is torn down at exit while another thread uses it.
+struct Session {
+    giac::context context;
+    gen x{giac::identificateur("x")};
+    std::ostream silent{nullptr}; // a stream without a buffer swallows everything
+
+    Session();
+    const giac::context* ctx() const { return &context; }
+};
+
+Session& session();
+
+// --- reading Giac's trees (symbolic_cas.cpp) -----------------------------------------------
+
+std::optional<Function> knownFunction(const giac::symbolic& s);
+bool isSymbOf(const gen& g, const giac::unary_function_ptr* f);
+// The arguments of a symbolic node: a sequence for + * ^, the one argument otherwise.
+const giac::vecteur& arguments(const gen& g, giac::vecteur& single);
+// exp(1), which the answer writes as e.
+bool isEuler(const gen& g);
+bool isNumber(const gen& g);
+bool isNegativeNumber(const gen& g);
+bool hasAny(const gen& g, std::initializer_list<const giac::unary_function_ptr*> functions);
+// The value of g at x in doubles, the way our evaluator would compute it; nothing when g
+// holds something our language lacks (a complex unit, erf, ...).
+std::optional<double> numericValue(const gen& g, double x, const Session& s);
+std::optional<SampleValues> sampleValues(const gen& g, const Session& s);
+
+// --- products and printing (symbolic_print.cpp) --------------------------------------------
+
+struct Factor {
+    gen base;
+    gen exponent;      // a positive number, or an expression
+    bool flip = false; // a sum printed with every sign turned (the term's sign turns too)
+};
+
+// A term: numeric coefficient times the factors over the factors of den.
+struct Product {
+    gen coefficient = 1;
+    std::vector<Factor> num;
+    std::vector<Factor> den;
+};
+
+void collect(const gen& g, bool inverted, Product& p);
+// The calls of f in g on half an angle: f(u) where u has an even denominator, as Giac's
+// integrator writes tan(x/2).
+void halfAngleCalls(const gen& g, const giac::unary_function_ptr* f, giac::vecteur& found);
+bool hasHalfAngles(const gen& g);
+// g in the function box's language, or nothing when it cannot be said there.
+std::optional<QString> printForBox(const gen& g, const Session& s, const Problem& problem);
+
+// --- equivalent forms (symbolic_forms.cpp) -------------------------------------------------
+
+// A copy of g with f applied to every subexpression, children first; f returns nothing to
+// keep a node as it is (rebuilt from its changed children, not evaluated).
+template <class F>
+gen mapBottomUp(const gen& g, const F& f)
+{
+    gen rebuilt = g;
+    if (g.type == giac::_SYMB) {
+        const gen& leaf = g._SYMBptr->feuille;
+        gen newLeaf;
+        if (leaf.type == giac::_VECT) {
+            giac::vecteur args;
+            for (const gen& a : *leaf._VECTptr)
+                args.push_back(mapBottomUp(a, f));
+            newLeaf = gen(args, leaf.subtype);
+        } else {
+            newLeaf = mapBottomUp(leaf, f);
+        }
+        rebuilt = gen(giac::symbolic(g._SYMBptr->sommet, newLeaf));
+    }
+    if (std::optional<gen> replaced = f(rebuilt))
+        return *replaced;
+    return rebuilt;
+}
+
+// Equivalent forms of a result, the result first.
+std::vector<gen> equivalentForms(const gen& result, bool hyperbolic, Session& s);
+// Rewrites tan(u/2) as sin(u)/(1+cos(u)), which has the same domain.
+gen withoutHalfAngles(const gen& g, const giac::vecteur& tangents, Session& s);
+
+} // namespace curvix::eval::cas::detail
