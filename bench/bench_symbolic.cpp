@@ -1,8 +1,9 @@
 // Latency of the symbolic derivative and primitive over the school problems that
 // test_symbolic checks, through the same entry points as the window (worker thread,
 // request and result buffers included). Run it through bench/run.sh symbolic.
-//   bench_symbolic [--rounds N] [--list]
-// --list prints every problem with its answer and time.
+//   bench_symbolic [--rounds N] [--list] [--table FILE]
+// --list prints every problem with its answer and time; --table reads the problems from
+// FILE (same format) instead of the shared table.
 
 #include "eval/symbolic.h"
 #include "tests/symbolic_problems.h"
@@ -52,21 +53,26 @@ int main(int argc, char* argv[])
     QCoreApplication app(argc, argv);
     const QStringList args = app.arguments().mid(1);
     bool list = false;
+    QString table = QString::fromUtf8(CURVIX_SYMBOLIC_PROBLEMS);
     int rounds = 3;
     for (qsizetype i = 0; i < args.size(); ++i) {
         if (args[i] == QLatin1String("--list")) {
             list = true;
+        } else if (args[i] == QLatin1String("--table") && i + 1 < args.size()) {
+            table = args[++i];
         } else if (args[i] == QLatin1String("--rounds") && i + 1 < args.size()) {
             rounds = std::max(1, args[++i].toInt());
         } else {
-            std::fprintf(stderr, "usage: bench_symbolic [--rounds N] [--list]\n");
+            std::fprintf(stderr, "usage: bench_symbolic [--rounds N] [--list] [--table FILE]\n");
             return 2;
         }
     }
 
+    const std::vector<problems::Problem> all = problems::readProblems(table);
+
     // A reference answer that does not check is a fault of the table, not of the program.
     int badReferences = 0;
-    for (const problems::Problem& p : problems::allProblems()) {
+    for (const problems::Problem& p : all) {
         if (p.kind == problems::Kind::NoElementaryPrimitive)
             continue;
         if (const QString wrong = problems::checkAnswer(p, p.reference); !wrong.isEmpty()) {
@@ -77,7 +83,7 @@ int main(int argc, char* argv[])
     }
 
     // One unmeasured pass: the CAS fills its tables on first use.
-    for (const problems::Problem& p : problems::allProblems()) {
+    for (const problems::Problem& p : all) {
         QStringList messages;
         solve(p, messages);
     }
@@ -85,13 +91,13 @@ int main(int argc, char* argv[])
     std::vector<double> times;
     int passed = 0;
     int longer = 0;
-    const int total = int(problems::allProblems().size());
+    const int total = int(all.size());
     if (total == 0) {
-        std::fprintf(stderr, "no problems read from %s\n", CURVIX_SYMBOLIC_PROBLEMS);
+        std::fprintf(stderr, "no problems read from %s\n", qPrintable(table));
         return 1;
     }
     for (int round = 0; round < rounds; ++round) {
-        for (const problems::Problem& p : problems::allProblems()) {
+        for (const problems::Problem& p : all) {
             QStringList messages;
             const auto start = std::chrono::steady_clock::now();
             const QString answer = solve(p, messages);

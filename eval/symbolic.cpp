@@ -249,44 +249,58 @@ bool hasDecimals(const Node& node)
 
 // --- choosing the answer ------------------------------------------------------------------
 
-// Whether a form, as the function box would read it, takes the CAS's values.
-bool agreesWithValues(const QString& form, const QString& variable,
-                      const cas::SampleValues& values)
+// The values of a text in the formula language (pi written "pi") at the sample points, as
+// the function box would compute them; nothing when the box does not read it.
+std::optional<cas::SampleValues> boxValues(const QString& text, const QString& variable)
 {
     ExpressionEvaluator evaluator;
-    const QString boxText = ReplaceText(form, QStringLiteral("pi"), QString(kPiChar));
+    const QString boxText = ReplaceText(text, QStringLiteral("pi"), QString(kPiChar));
     const QString prepared = PrepareExpressionText(
         evaluator, boxText, QStringLiteral("f(%1)").arg(variable), {}, QLocale::c());
     if (prepared.isEmpty())
-        return false;
+        return std::nullopt;
     const int variableId = evaluator.DefineVariable(variable);
     const int expressionId = evaluator.SetExpression(prepared);
     if (expressionId < 0)
-        return false;
+        return std::nullopt;
     cas::SampleValues ys{};
     evaluator.EvaluateBatch(expressionId, variableId, cas::kSamplePoints, ys);
-    for (std::size_t i = 0; i < ys.size(); ++i) {
-        const double a = ys[i];
+    return ys;
+}
+
+// Whether a form, as the function box would read it, is right wherever the problem's
+// function is defined: finite there, and equal to the CAS's own values where those are
+// finite (they overflow where a form such as exp(x^3)/exp(2x^3) does). Outside the
+// function's domain a form may have values or not: ln(sqrt(x))' = 1/(2x) is right.
+bool agreesWithValues(const QString& form, const QString& variable,
+                      const cas::SampleValues& values, const cas::SampleValues& defined)
+{
+    const std::optional<cas::SampleValues> ys = boxValues(form, variable);
+    if (!ys)
+        return false;
+    for (std::size_t i = 0; i < ys->size(); ++i) {
+        const double a = (*ys)[i];
         const double b = values[i];
-        if (!std::isfinite(a) || !std::isfinite(b)) {
-            if (std::isfinite(a) != std::isfinite(b))
-                return false;
+        if (!std::isfinite(defined[i]))
             continue;
-        }
-        if (std::fabs(a - b) > 1e-6 * std::max({1.0, std::fabs(a), std::fabs(b)}))
+        if (!std::isfinite(a))
+            return false;
+        if (std::isfinite(b) && std::fabs(a - b) > 1e-6 * std::max({1.0, std::fabs(a), std::fabs(b)}))
             return false;
     }
     return true;
 }
 
-// The shortest form that the evaluator accepts and that takes the same values.
-std::optional<QString> bestForm(const cas::Answer& answer, const QString& variable)
+// The shortest form that the evaluator accepts and that is right where the problem's
+// function (its values: defined) is.
+std::optional<QString> bestForm(const cas::Answer& answer, const QString& variable,
+                                const cas::SampleValues& defined)
 {
     std::optional<QString> best;
     for (const QString& form : answer.forms) {
         if (best && form.size() >= best->size())
             continue;
-        if (agreesWithValues(form, variable, answer.values))
+        if (agreesWithValues(form, variable, answer.values, defined))
             best = form;
     }
     return best;
@@ -371,7 +385,14 @@ std::int32_t symbolic_calculate(const char* request, char* result, std::int32_t 
         CasWorker::instance().run(std::move(problem), options);
     if (!answer || answer->forms.empty())
         return 0;
-    const std::optional<QString> best = bestForm(*answer, parsed->variable);
+    // Where the problem's function is defined; a formula the box cannot read counts as
+    // defined everywhere, so that every form must hold at every point.
+    cas::SampleValues defined{};
+    defined.fill(0);
+    if (const auto values = boxValues(splitGluedNames(parsed->formula, parsed->variable),
+                                      parsed->variable))
+        defined = *values;
+    const std::optional<QString> best = bestForm(*answer, parsed->variable, defined);
     if (!best)
         return 0;
     const QByteArray bytes = best->toLatin1();

@@ -5,6 +5,8 @@
 #include "eval/symbolic_giac.h"
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
 #include <cmath>
 #include <iostream>
 #include <mutex>
@@ -389,6 +391,7 @@ Answer solve(const Problem& problem)
         bool haveValues = false;
         for (const gen& form : forms) {
             checkInterrupt();
+            if (std::getenv("CURVIX_CAS_DEBUG")) { std::fprintf(stderr, "FORM %s\n", form.print(s.ctx()).c_str()); }
             if (!haveValues) {
                 if (const auto values = sampleValues(form, s)) {
                     answer.values = *values;
@@ -396,6 +399,7 @@ Answer solve(const Problem& problem)
                 }
             }
             if (const auto text = printForBox(form, s, problem)) {
+                if (std::getenv("CURVIX_CAS_DEBUG")) { std::fprintf(stderr, "TEXT %s\n", qPrintable(*text)); }
                 if (std::find(answer.forms.begin(), answer.forms.end(), *text) ==
                     answer.forms.end())
                     answer.forms.push_back(*text);

@@ -104,6 +104,18 @@ void collectFactors(const gen& g, bool inverted, Product& p)
             }
             if (giac::is_zero(args[1]))
                 return;
+            // (x^(1/2))^-1 is x^(-1/2): an integer power of a power multiplies exponents.
+            if (args[1].type == giac::_INT_ && isSymbOf(args[0], giac::at_pow)) {
+                giac::vecteur inner;
+                const giac::vecteur& baseArgs = arguments(args[0], inner);
+                if (baseArgs.size() == 2 && isNumber(baseArgs[1])) {
+                    collectFactors(giac::symbolic(giac::at_pow,
+                                                  giac::makesequence(baseArgs[0],
+                                                                     baseArgs[1] * args[1])),
+                                   inverted, p);
+                    return;
+                }
+            }
             const bool negative = isNegativeNumber(args[1]);
             const gen exponent = negative ? -args[1] : args[1];
             (negative != inverted ? p.den : p.num).push_back({args[0], exponent});
