@@ -272,20 +272,36 @@ std::optional<cas::SampleValues> boxValues(const QString& text, const QString& v
 // function is defined: finite there, and equal to the CAS's own values where those are
 // finite (they overflow where a form such as exp(x^3)/exp(2x^3) does). Outside the
 // function's domain a form may have values or not: ln(sqrt(x))' = 1/(2x) is right.
-bool agreesWithValues(const QString& form, const QString& variable,
-                      const cas::SampleValues& values, const cas::SampleValues& defined)
+bool agreesWithValues(const QString& form, const QString& variable, const cas::Answer& answer,
+                      const cas::SampleValues& defined)
 {
     const std::optional<cas::SampleValues> ys = boxValues(form, variable);
     if (!ys)
         return false;
+    // A primitive's constant, the same at every point: taken where the values are smallest,
+    // so that it carries little rounding.
+    double offset = 0;
+    double smallest = INFINITY;
+    for (std::size_t i = 0; answer.upToConstant && i < ys->size(); ++i) {
+        const double a = (*ys)[i];
+        const double b = answer.values[i];
+        const double size = std::max(std::fabs(a), std::fabs(b));
+        if (std::isfinite(defined[i]) && std::isfinite(a - b) && size < smallest) {
+            smallest = size;
+            offset = a - b;
+        }
+    }
     for (std::size_t i = 0; i < ys->size(); ++i) {
         const double a = (*ys)[i];
-        const double b = values[i];
+        const double b = answer.values[i];
         if (!std::isfinite(defined[i]))
             continue;
         if (!std::isfinite(a))
             return false;
-        if (std::isfinite(b) && std::fabs(a - b) > 1e-6 * std::max({1.0, std::fabs(a), std::fabs(b)}))
+        if (!std::isfinite(b))
+            continue;
+        const double shifted = a - offset;
+        if (std::fabs(shifted - b) > 1e-6 * std::max({1.0, std::fabs(a), std::fabs(b)}))
             return false;
     }
     return true;
@@ -300,7 +316,7 @@ std::optional<QString> bestForm(const cas::Answer& answer, const QString& variab
     for (const QString& form : answer.forms) {
         if (best && form.size() >= best->size())
             continue;
-        if (agreesWithValues(form, variable, answer.values, defined))
+        if (agreesWithValues(form, variable, answer, defined))
             best = form;
     }
     return best;

@@ -384,10 +384,12 @@ Answer solve(const Problem& problem)
         if (!tangents.empty())
             result = withoutHalfAngles(result, tangents, s);
         const bool halfAngles = hasHalfAngles(result);
-        std::vector<gen> forms = equivalentForms(result, callsHyperbolic(problem.formula), s);
+        std::vector<gen> forms = equivalentForms(result, callsHyperbolic(problem.formula),
+                                                 problem.operation == Operation::Primitive, s);
         if (!halfAngles)
             forms.erase(std::remove_if(forms.begin(), forms.end(), hasHalfAngles), forms.end());
 
+        answer.upToConstant = problem.operation == Operation::Primitive;
         bool haveValues = false;
         for (const gen& form : forms) {
             checkInterrupt();

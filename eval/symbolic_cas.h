@@ -40,6 +40,8 @@ struct Answer {
     // The answer's values at kSamplePoints, computed from the CAS's own result (NaN or an
     // infinity outside its domain), against which each form is checked.
     SampleValues values{};
+    // The forms of a primitive may differ from those values by one constant.
+    bool upToConstant = false;
     QString failure; // why there is no answer, for diagnostics
 };
 

@@ -3,9 +3,184 @@
 #include "eval/symbolic_giac.h"
 
 #include <algorithm>
+#include <tuple>
+#include <utility>
 #include <stdexcept>
 
 namespace curvix::eval::cas::detail {
+
+namespace {
+
+bool dependsOn(const gen& g, const gen& x)
+{
+    if (g == x)
+        return true;
+    if (g.type == giac::_SYMB)
+        return dependsOn(g._SYMBptr->feuille, x);
+    if (g.type == giac::_VECT) {
+        return std::any_of(g._VECTptr->begin(), g._VECTptr->end(),
+                           [&](const gen& e) { return dependsOn(e, x); });
+    }
+    return false;
+}
+
+gen call(const giac::unary_function_ptr* f, const gen& argument)
+{
+    return gen(giac::symbolic(f, argument));
+}
+
+gen sumOf(const giac::vecteur& terms)
+{
+    if (terms.empty())
+        return gen(0);
+    if (terms.size() == 1)
+        return terms.front();
+    return call(giac::at_plus, gen(terms, giac::_SEQ__VECT));
+}
+
+// A term as its numeric coefficient and the rest: -2ln(x) is (-2, ln(x)).
+std::pair<gen, gen> splitCoefficient(const gen& term)
+{
+    if (isNumber(term))
+        return {term, gen(1)};
+    if (isSymbOf(term, giac::at_neg)) {
+        const auto [c, rest] = splitCoefficient(term._SYMBptr->feuille);
+        return {-c, rest};
+    }
+    if (!isSymbOf(term, giac::at_prod))
+        return {gen(1), term};
+    gen c = 1;
+    giac::vecteur rest;
+    giac::vecteur single;
+    for (const gen& f : arguments(term, single)) {
+        if (isNumber(f))
+            c = c * f;
+        else if (isSymbOf(f, giac::at_inv) && isNumber(f._SYMBptr->feuille))
+            c = c / f._SYMBptr->feuille;
+        else
+            rest.push_back(f);
+    }
+    if (rest.size() == 1)
+        return {c, rest.front()};
+    return {c, call(giac::at_prod, gen(rest, giac::_SEQ__VECT))};
+}
+
+bool isSquareOf(const gen& g, const giac::unary_function_ptr* f)
+{
+    giac::vecteur single;
+    return isSymbOf(g, giac::at_pow) && arguments(g, single).size() == 2 &&
+           arguments(g, single)[1] == gen(2) && isSymbOf(arguments(g, single)[0], f);
+}
+
+// 1+tan(u)^2 as 1/cos(u)^2 and 1-tanh(u)^2 as 1/cosh(u)^2: the CAS differentiates tangents
+// so, a textbook writes the other.
+gen tangentsAsSecants(const gen& g)
+{
+    return mapBottomUp(g, [&](const gen& node) -> std::optional<gen> {
+        if (!isSymbOf(node, giac::at_plus))
+            return std::nullopt;
+        giac::vecteur single;
+        const giac::vecteur& terms = arguments(node, single);
+        if (terms.size() != 2 || terms[0] != gen(1))
+            return std::nullopt;
+        const auto [c, rest] = splitCoefficient(terms[1]);
+        for (const auto& [f, secant, sign] :
+             {std::tuple{giac::at_tan, giac::at_cos, 1}, std::tuple{giac::at_tanh, giac::at_cosh, -1}}) {
+            if (c == gen(sign) && isSquareOf(rest, f)) {
+                const gen u = rest._SYMBptr->feuille._VECTptr->front()._SYMBptr->feuille;
+                return call(giac::at_inv, call(giac::at_pow, giac::makesequence(call(secant, u), 2)));
+            }
+        }
+        return std::nullopt;
+    });
+}
+
+// ln(abs(sqrt(A)-B)) is ln(abs(A-B^2))-ln(abs(sqrt(A)+B)): where A-B^2 is a constant, the
+// primitive drops it and so loses the cancellation of sqrt(x^10-2)-x^5 for large x.
+gen withoutRootCancellation(const gen& g, bool keepAbs, const Session& s)
+{
+    const giac::context* ctx = s.ctx();
+    return mapBottomUp(g, [&](const gen& node) -> std::optional<gen> {
+        if (!isSymbOf(node, giac::at_ln))
+            return std::nullopt;
+        const gen& arg = node._SYMBptr->feuille;
+        const gen v = isSymbOf(arg, giac::at_abs) ? arg._SYMBptr->feuille : arg;
+        if (!isSymbOf(v, giac::at_plus))
+            return std::nullopt;
+        giac::vecteur single;
+        const giac::vecteur& terms = arguments(v, single);
+        if (terms.size() != 2)
+            return std::nullopt;
+        for (int i = 0; i < 2; ++i) {
+            const auto [c, root] = splitCoefficient(terms[std::size_t(i)]);
+            giac::vecteur inner;
+            if (!isSymbOf(root, giac::at_pow) || arguments(root, inner).size() != 2 ||
+                arguments(root, inner)[1] != gen(1) / gen(2))
+                continue;
+            const gen& other = terms[std::size_t(1 - i)];
+            const gen a = arguments(root, inner)[0];
+            const gen constant = giac::ratnormal(c * c * a - other * other, ctx);
+            if (giac::is_zero(constant) || dependsOn(constant, s.x))
+                return std::nullopt;
+            const gen conjugate = c * root - other;
+            return -call(giac::at_ln, keepAbs ? call(giac::at_abs, conjugate) : conjugate);
+        }
+        return std::nullopt;
+    });
+}
+
+// c*ln(a)-c*ln(b) as c*ln(a/b), with abs(a)/abs(b) as abs(a/b), and with sameSigns
+// c*ln(a)+c*ln(b) as c*ln(ab): partial fractions as a textbook writes them.
+gen combinedLogarithms(const gen& g, bool sameSigns)
+{
+    return mapBottomUp(g, [&](const gen& node) -> std::optional<gen> {
+        if (!isSymbOf(node, giac::at_plus))
+            return std::nullopt;
+        giac::vecteur single;
+        giac::vecteur terms = arguments(node, single);
+        bool changed = false;
+        for (std::size_t i = 0; i < terms.size(); ++i) {
+            const auto [ci, li] = splitCoefficient(terms[i]);
+            if (!isSymbOf(li, giac::at_ln))
+                continue;
+            for (std::size_t j = i + 1; j < terms.size(); ++j) {
+                const auto [cj, lj] = splitCoefficient(terms[j]);
+                const bool opposite = ci == -cj;
+                if (!isSymbOf(lj, giac::at_ln) || !(opposite || (sameSigns && ci == cj)))
+                    continue;
+                // The term with the positive coefficient gives the numerator.
+                const bool swap = opposite && isNegativeNumber(ci);
+                const gen& a = (swap ? lj : li)._SYMBptr->feuille;
+                const gen& b = (swap ? li : lj)._SYMBptr->feuille;
+                const bool abs = isSymbOf(a, giac::at_abs) && isSymbOf(b, giac::at_abs);
+                const gen u = abs ? a._SYMBptr->feuille : a;
+                const gen w = abs ? b._SYMBptr->feuille : b;
+                const gen inner = opposite ? u / w : u * w;
+                terms[i] = (swap ? cj : ci) * call(giac::at_ln, abs ? call(giac::at_abs, inner) : inner);
+                terms.erase(terms.begin() + std::ptrdiff_t(j));
+                changed = true;
+                break;
+            }
+        }
+        return changed ? std::optional<gen>(sumOf(terms)) : std::nullopt;
+    });
+}
+
+// A primitive without its constant terms.
+gen withoutConstantTerms(const gen& g, const Session& s)
+{
+    if (!isSymbOf(g, giac::at_plus))
+        return g;
+    giac::vecteur single;
+    giac::vecteur kept;
+    for (const gen& t : arguments(g, single)) {
+        if (dependsOn(t, s.x))
+            kept.push_back(t);
+    }
+    return sumOf(kept);
+}
+
+} // namespace
 
 // exp(x)^2 is exp(2x) and 1/exp(x) is exp(-x): the CAS's normal form of exponentials is
 // not the one a student writes.
@@ -42,7 +217,7 @@ gen exponentialsAsHyperbolic(const gen& g, const giac::context* ctx)
 // Equivalent forms of a result, from the CAS's cheap simplifiers and a few rewrites of our
 // own. Giac's full simplify() is left out: it rewrites trigonometric results in tangents of
 // half angles and recurses without end on some of them.
-std::vector<gen> equivalentForms(const gen& result, bool hyperbolic, Session& s)
+std::vector<gen> equivalentForms(const gen& result, bool hyperbolic, bool primitive, Session& s)
 {
     const giac::context* ctx = s.ctx();
     std::vector<gen> forms{result};
@@ -65,7 +240,11 @@ std::vector<gen> equivalentForms(const gen& result, bool hyperbolic, Session& s)
             return rational;
         return giac::_numer(rational, ctx) / giac::_factor(den, ctx);
     });
+    if (hasAny(result, {giac::at_tan, giac::at_tanh}))
+        add([&] { return tangentsAsSecants(result); });
     if (hasAny(result, {giac::at_sin, giac::at_cos, giac::at_tan})) {
+        // sin(x)^2 as 1/2-cos(2x)/2, 2sin(x)cos(x) as sin(2x).
+        add([&] { return giac::_tcollect(result, ctx); });
         // sin(x)^2+cos(x)^2 is 1 once either is written in the other.
         add([&] { return giac::ratnormal(giac::_trigcos(result, ctx), ctx); });
         add([&] { return giac::ratnormal(giac::_trigsin(result, ctx), ctx); });
@@ -83,6 +262,20 @@ std::vector<gen> equivalentForms(const gen& result, bool hyperbolic, Session& s)
                 add([&] { return giac::ratnormal(exponentialsAsHyperbolic(folded, ctx), ctx); });
             }
         }
+    }
+    if (primitive && giac::has_op(result, *giac::at_ln)) {
+        const std::size_t count = forms.size();
+        for (std::size_t i = 0; i < count; ++i) {
+            const gen form = forms[i];
+            for (bool keepAbs : {true, false})
+                add([&] { return withoutRootCancellation(form, keepAbs, s); });
+            for (bool sameSigns : {false, true})
+                add([&] { return combinedLogarithms(form, sameSigns); });
+        }
+    }
+    if (primitive) {
+        for (gen& form : forms)
+            form = withoutConstantTerms(form, s);
     }
     return forms;
 }

@@ -104,8 +104,9 @@ gen mapBottomUp(const gen& g, const F& f)
     return rebuilt;
 }
 
-// Equivalent forms of a result, the result first.
-std::vector<gen> equivalentForms(const gen& result, bool hyperbolic, Session& s);
+// Equivalent forms of a result, the result first; a primitive's may differ from it by a
+// constant.
+std::vector<gen> equivalentForms(const gen& result, bool hyperbolic, bool primitive, Session& s);
 // Rewrites tan(u/2) as sin(u)/(1+cos(u)), which has the same domain.
 gen withoutHalfAngles(const gen& g, const giac::vecteur& tangents, Session& s);
 
