@@ -343,6 +343,8 @@ gen derivative(const gen& f, int order, Session& s)
 
 gen primitive(const gen& f, Session& s)
 {
+    if (const std::optional<gen> cheap = primitiveByRules(f, s))
+        return *cheap;
     const gen result = giac::_integrate(giac::makesequence(f, s.x), s.ctx());
     if (giac::has_op(result, *giac::at_integrate))
         throw std::runtime_error("no elementary primitive found");

@@ -110,4 +110,10 @@ std::vector<gen> equivalentForms(const gen& result, bool hyperbolic, bool primit
 // Rewrites tan(u/2) as sin(u)/(1+cos(u)), which has the same domain.
 gen withoutHalfAngles(const gen& g, const giac::vecteur& tangents, Session& s);
 
+// --- cheap routes to a primitive (symbolic_rules.cpp) ---------------------------------------
+
+// A primitive by the table of trigonometric integrals, by parts or by a substitution, checked
+// by differentiation; nothing when none applies (the CAS's integrator then has its turn).
+std::optional<gen> primitiveByRules(const gen& f, Session& s);
+
 } // namespace curvix::eval::cas::detail
