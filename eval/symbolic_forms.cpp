@@ -166,6 +166,38 @@ gen combinedLogarithms(const gen& g, bool sameSigns)
     });
 }
 
+bool hasRootOfTranscendental(const gen& g)
+{
+    if (g.type != giac::_SYMB)
+        return false;
+    giac::vecteur single;
+    const giac::vecteur& args = arguments(g, single);
+    if (isSymbOf(g, giac::at_pow) && args.size() == 2 && args[1].type == giac::_FRAC &&
+        hasAny(args[0], {giac::at_ln, giac::at_exp, giac::at_sin, giac::at_cos, giac::at_tan}))
+        return true;
+    return std::any_of(args.begin(), args.end(), hasRootOfTranscendental);
+}
+
+// c*(a+b) as c*a+c*b for a number c: 2(w+ln(v)/2) is 2w+ln(v).
+gen distributedCoefficients(const gen& g)
+{
+    return mapBottomUp(g, [&](const gen& node) -> std::optional<gen> {
+        if (!isSymbOf(node, giac::at_prod))
+            return std::nullopt;
+        giac::vecteur single;
+        const giac::vecteur& factors = arguments(node, single);
+        if (factors.size() != 2)
+            return std::nullopt;
+        const int number = isNumber(factors[0]) ? 0 : isNumber(factors[1]) ? 1 : -1;
+        if (number < 0 || !isSymbOf(factors[std::size_t(1 - number)], giac::at_plus))
+            return std::nullopt;
+        giac::vecteur terms;
+        for (const gen& t : arguments(factors[std::size_t(1 - number)], single))
+            terms.push_back(factors[std::size_t(number)] * t);
+        return sumOf(terms);
+    });
+}
+
 // A primitive without its constant terms.
 gen withoutConstantTerms(const gen& g, const Session& s)
 {
@@ -229,17 +261,21 @@ std::vector<gen> equivalentForms(const gen& result, bool hyperbolic, bool primit
             checkInterrupt(); // a simplifier that fails costs one form, not the answer
         }
     };
-    add([&] { return giac::ratnormal(result, ctx); });
-    const gen rational = forms.back();
-    add([&] { return giac::normal(result, ctx); });
-    add([&] { return giac::_factor(rational, ctx); });
-    // A quotient with only its denominator factored: (1-x^2)/(x^2+1)^2.
-    add([&] {
-        const gen den = giac::_denom(rational, ctx);
-        if (isNumber(den))
-            return rational;
-        return giac::_numer(rational, ctx) / giac::_factor(den, ctx);
-    });
+    // The CAS's normal forms take seconds over roots of logarithms and the like, and
+    // gain nothing there.
+    if (!hasRootOfTranscendental(result)) {
+        add([&] { return giac::ratnormal(result, ctx); });
+        const gen rational = forms.back();
+        add([&] { return giac::normal(result, ctx); });
+        add([&] { return giac::_factor(rational, ctx); });
+        // A quotient with only its denominator factored: (1-x^2)/(x^2+1)^2.
+        add([&] {
+            const gen den = giac::_denom(rational, ctx);
+            if (isNumber(den))
+                return rational;
+            return giac::_numer(rational, ctx) / giac::_factor(den, ctx);
+        });
+    }
     if (hasAny(result, {giac::at_tan, giac::at_tanh}))
         add([&] { return tangentsAsSecants(result); });
     if (hasAny(result, {giac::at_sin, giac::at_cos, giac::at_tan})) {
@@ -263,6 +299,7 @@ std::vector<gen> equivalentForms(const gen& result, bool hyperbolic, bool primit
             }
         }
     }
+    add([&] { return distributedCoefficients(result); });
     if (primitive && giac::has_op(result, *giac::at_ln)) {
         const std::size_t count = forms.size();
         for (std::size_t i = 0; i < count; ++i) {

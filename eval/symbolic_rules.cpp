@@ -236,46 +236,65 @@ std::optional<gen> byTable(const gen& f, Session& s, int depth)
 
 // --- substitution ----------------------------------------------------------------------------
 
-// u = g(x) with x as a function of u: ln(a*x+b), c+d*x^(1/n).
-std::optional<gen> inverse(const gen& g, const gen& u, const Session& s)
+// u = g(v) with v as a function of u, for ln(a*v+b), c+d*v^(1/n) and (a*v+b)^(1/n).
+std::optional<gen> inverse(const gen& g, const gen& v, const gen& u, const Session& s)
 {
     const giac::context* ctx = s.ctx();
+    const auto linear = [&](const gen& l) {
+        const gen slope = giac::derive(l, v, ctx);
+        return !dependsOn(slope, v) && !giac::is_zero(slope);
+    };
+    const auto valueAt0 = [&](const gen& e) { return giac::subst(e, v, gen(0), false, ctx); };
     if (isSymbOf(g, giac::at_ln)) {
-        const gen slope = giac::derive(g._SYMBptr->feuille, s.x, ctx);
-        if (dependsOn(slope, s.x) || giac::is_zero(slope))
+        const gen& l = g._SYMBptr->feuille;
+        if (!linear(l))
             return std::nullopt;
-        const gen shift = giac::subst(g._SYMBptr->feuille, s.x, gen(0), false, ctx);
-        return (giac::exp(u, ctx) - shift) / slope;
+        return (giac::exp(u, ctx) - valueAt0(l)) / giac::derive(l, v, ctx);
     }
-    // c + d*x^(1/n): the derivative times x over (g - c) is 1/n.
-    const gen c = giac::subst(g, s.x, gen(0), false, ctx);
-    if (is_undef(c) || dependsOn(c, s.x))
+    giac::vecteur single;
+    const giac::vecteur& args = isSymbOf(g, giac::at_pow) ? arguments(g, single) : single;
+    if (args.size() == 2 && args[1].type == giac::_FRAC && args[1]._FRACptr->num == gen(1) &&
+        linear(args[0])) {
+        const gen n = args[1]._FRACptr->den;
+        return (giac::pow(u, n, ctx) - valueAt0(args[0])) / giac::derive(args[0], v, ctx);
+    }
+    // c + d*v^(1/n): v*g'/(g-c) is the constant 1/n (tried at one point, as the CAS does not
+    // always cancel the roots).
+    const gen c = valueAt0(g);
+    const auto cValue = numericValue(c, 0, s);
+    if (!cValue || !std::isfinite(*cValue) || dependsOn(c, v))
         return std::nullopt;
-    const gen rest = giac::ratnormal(g - c, ctx);
-    if (giac::is_zero(rest))
+    const gen rest = g - c;
+    const gen ratio = giac::derive(rest, v, ctx) * v / rest;
+    const auto at = [&](double x) {
+        return numericValue(giac::subst(ratio, v, gen(x), false, ctx), 0, s);
+    };
+    const auto r1 = at(1.7);
+    const auto r2 = at(2.9);
+    if (!r1 || !r2 || !std::isfinite(*r1) || std::fabs(*r1 - *r2) > 1e-12 || *r1 <= 0)
         return std::nullopt;
-    const gen ratio =
-        giac::ratnormal(giac::derive(rest, s.x, ctx) * s.x / rest, ctx);
-    if (ratio.type != giac::_FRAC || ratio._FRACptr->num != gen(1))
+    const double n = std::round(1 / *r1);
+    if (n < 2 || n > 12 || std::fabs(1 / *r1 - n) > 1e-9)
         return std::nullopt;
-    const gen n = ratio._FRACptr->den;
-    const gen d = giac::ratnormal(rest / giac::pow(s.x, ratio, ctx), ctx);
-    if (dependsOn(d, s.x))
+    // d is rest at v = 1, exactly.
+    const gen d = giac::subst(rest, v, gen(1), false, ctx);
+    const auto dValue = numericValue(d, 0, s);
+    if (!dValue || !std::isfinite(*dValue) || *dValue == 0 || dependsOn(d, v))
         return std::nullopt;
-    return giac::pow((u - c) / d, n, ctx);
+    return giac::pow((u - c) / d, gen(int(n)), ctx);
 }
 
 // The arguments of functions and the bases of roots in f, and the logarithms themselves:
 // where a substitution may start.
-void substitutionCandidates(const gen& g, const Session& s, giac::vecteur& found)
+void substitutionCandidates(const gen& g, const gen& v, giac::vecteur& found)
 {
     if (g.type != giac::_SYMB)
         return;
     giac::vecteur single;
     for (const gen& a : arguments(g, single))
-        substitutionCandidates(a, s, found);
+        substitutionCandidates(a, v, found);
     const auto add = [&](const gen& c) {
-        if (dependsOn(c, s.x) && std::find(found.begin(), found.end(), c) == found.end())
+        if (dependsOn(c, v) && std::find(found.begin(), found.end(), c) == found.end())
             found.push_back(c);
     };
     if (isSymbOf(g, giac::at_ln))
@@ -290,32 +309,37 @@ void substitutionCandidates(const gen& g, const Session& s, giac::vecteur& found
     }
 }
 
-std::optional<gen> bySubstitution(const gen& f, Session& s)
+// A substitution u = g(v) that turns f into a function of u alone, integrated (by a second
+// substitution first, then by the integrator) and written back in v.
+std::optional<gen> bySubstitution(const gen& f, const gen& v, Session& s, int depth)
 {
     const giac::context* ctx = s.ctx();
     giac::vecteur candidates;
-    substitutionCandidates(f, s, candidates);
+    substitutionCandidates(f, v, candidates);
     // The outermost first: u = 1+sqrt(x) turns (1+sqrt(x))^8 into a short sum, u = sqrt(x)
     // into nine terms.
     std::reverse(candidates.begin(), candidates.end());
-    const gen u = giac::identificateur("curvix_u");
+    const gen u = giac::identificateur(depth == 0 ? "curvix_u" : "curvix_w");
     for (const gen& g : candidates) {
         checkInterrupt();
-        if (giac::is_zero(giac::derive(giac::derive(g, s.x, ctx), s.x, ctx)))
+        if (giac::is_zero(giac::derive(giac::derive(g, v, ctx), v, ctx)))
             continue; // linear: nothing to gain
-        const std::optional<gen> x = inverse(g, u, s);
-        if (!x)
+        const std::optional<gen> inverted = inverse(g, v, u, s);
+        if (!inverted)
             continue;
         const gen inU = giac::subst(f, g, u, false, ctx);
         const gen h = giac::ratnormal(
-            giac::subst(inU, s.x, *x, false, ctx) * giac::derive(*x, u, ctx), ctx);
-        // Only a substitution that leaves no trace of x (exp(u), roots of u) pays.
-        if (giac::has_op(h, *giac::at_exp) && !giac::has_op(f, *giac::at_exp))
+            giac::subst(inU, v, *inverted, false, ctx) * giac::derive(*inverted, u, ctx), ctx);
+        // Only a substitution that leaves no trace of v (exp(u) for ln(v)) pays.
+        if (dependsOn(h, v) || (giac::has_op(h, *giac::at_exp) && !giac::has_op(f, *giac::at_exp)))
             continue;
-        const gen hu = giac::_integrate(giac::makesequence(h, u), ctx);
-        if (giac::has_op(hu, *giac::at_integrate))
-            continue;
-        return giac::subst(hu, u, g, false, ctx);
+        std::optional<gen> hu = depth == 0 ? bySubstitution(h, u, s, 1) : std::nullopt;
+        if (!hu) {
+            hu = giac::_integrate(giac::makesequence(h, u), ctx);
+            if (giac::has_op(*hu, *giac::at_integrate))
+                continue;
+        }
+        return giac::subst(*hu, u, g, true, ctx); // quoted: evaluating would expand ln(x) for x < 0
     }
     return std::nullopt;
 }
@@ -343,7 +367,7 @@ bool differentiatesTo(const gen& F, const gen& f, const Session& s)
 std::optional<gen> primitiveByRules(const gen& f, Session& s)
 {
     for (auto strategy : {&byTable, +[](const gen& g, Session& session, int) {
-                              return bySubstitution(g, session);
+                              return bySubstitution(g, session.x, session, 0);
                           }}) {
         try {
             const std::optional<gen> found = strategy(f, s, 0);
