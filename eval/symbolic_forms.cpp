@@ -9,8 +9,6 @@
 
 namespace curvix::eval::cas::detail {
 
-namespace {
-
 bool dependsOn(const gen& g, const gen& x)
 {
     if (g == x)
@@ -64,6 +62,8 @@ std::pair<gen, gen> splitCoefficient(const gen& term)
         return {c, rest.front()};
     return {c, call(giac::at_prod, gen(rest, giac::_SEQ__VECT))};
 }
+
+namespace {
 
 bool isSquareOf(const gen& g, const giac::unary_function_ptr* f)
 {
@@ -283,6 +283,7 @@ std::vector<gen> equivalentForms(const gen& result, bool hyperbolic, bool primit
         add([&] { return giac::_tcollect(result, ctx); });
         // sin(x)^2+cos(x)^2 is 1 once either is written in the other.
         add([&] { return giac::ratnormal(giac::_trigcos(result, ctx), ctx); });
+        add([&] { return giac::_tcollect(forms.back(), ctx); });
         add([&] { return giac::ratnormal(giac::_trigsin(result, ctx), ctx); });
     }
     if (giac::has_op(result, *giac::at_exp)) {
@@ -300,6 +301,19 @@ std::vector<gen> equivalentForms(const gen& result, bool hyperbolic, bool primit
         }
     }
     add([&] { return distributedCoefficients(result); });
+    {
+        const std::size_t count = forms.size();
+        for (std::size_t i = 0; i < count; ++i) {
+            const gen form = forms[i];
+            const gen identities = withIdentities(form, s);
+            if (identities != form)
+                forms.push_back(identities);
+            for (const gen& g : {form, identities}) {
+                for (const gen& collected : commonFactorsOut(g, s))
+                    forms.push_back(collected);
+            }
+        }
+    }
     if (primitive && giac::has_op(result, *giac::at_ln)) {
         const std::size_t count = forms.size();
         for (std::size_t i = 0; i < count; ++i) {

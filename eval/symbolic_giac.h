@@ -10,6 +10,7 @@
 
 #include <initializer_list>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include <giac/config.h>
@@ -78,7 +79,22 @@ bool hasHalfAngles(const gen& g);
 // g in the function box's language, or nothing when it cannot be said there.
 std::optional<QString> printForBox(const gen& g, const Session& s, const Problem& problem);
 
-// --- equivalent forms (symbolic_forms.cpp) -------------------------------------------------
+// --- equivalent forms (symbolic_forms.cpp, symbolic_identities.cpp) ------------------------
+
+bool dependsOn(const gen& g, const gen& x);
+// f(argument), not evaluated.
+gen call(const giac::unary_function_ptr* f, const gen& argument);
+// The sum of terms, not evaluated (0 for none).
+gen sumOf(const giac::vecteur& terms);
+// A term as its numeric coefficient and the rest: -2ln(x) is (-2, ln(x)).
+std::pair<gen, gen> splitCoefficient(const gen& term);
+
+// Forms of a sum with a factor common to several terms taken out: exp(x)ln(x)+exp(x)/x as
+// (ln(x)+1/x)exp(x); one form for each such factor.
+std::vector<gen> commonFactorsOut(const gen& g, const Session& s);
+// sin(u)/cos(u) as tan(u), sinh(u)cosh(u) as sinh(2u)/2, x^2*sign(x) as x*abs(x), and the
+// arguments of functions in normal form ((2x)^2+1 as 4x^2+1).
+gen withIdentities(const gen& g, const Session& s);
 
 // A copy of g with f applied to every subexpression, children first; f returns nothing to
 // keep a node as it is (rebuilt from its changed children, not evaluated).

@@ -15,24 +15,6 @@ namespace curvix::eval::cas::detail {
 
 namespace {
 
-gen call(const giac::unary_function_ptr* f, const gen& argument)
-{
-    return gen(giac::symbolic(f, argument));
-}
-
-bool dependsOn(const gen& g, const gen& x)
-{
-    if (g == x)
-        return true;
-    if (g.type == giac::_SYMB)
-        return dependsOn(g._SYMBptr->feuille, x);
-    if (g.type == giac::_VECT) {
-        return std::any_of(g._VECTptr->begin(), g._VECTptr->end(),
-                           [&](const gen& e) { return dependsOn(e, x); });
-    }
-    return false;
-}
-
 // A product split the way the table reads it: constant * polynomial * sin(u)^m * cos(u)^n,
 // with one argument u for every trigonometric factor.
 struct TrigProduct {
