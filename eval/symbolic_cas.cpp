@@ -341,6 +341,30 @@ gen derivative(const gen& f, int order, Session& s)
     return result;
 }
 
+// (u'v-uv')/v^2 with v as the formula writes it: the quotient rule keeps (x^2-1)^2 where
+// the CAS's normal forms expand it.
+std::optional<gen> quotientRule(const gen& f, Session& s)
+{
+    const giac::context* ctx = s.ctx();
+    Product p;
+    try {
+        collect(f, false, p);
+    } catch (const Unprintable&) {
+        return std::nullopt;
+    }
+    if (p.den.empty())
+        return std::nullopt;
+    gen u = p.coefficient;
+    for (const Factor& factor : p.num)
+        u = u * giac::pow(factor.base, factor.exponent, ctx);
+    gen v = 1;
+    for (const Factor& factor : p.den)
+        v = v * giac::pow(factor.base, factor.exponent, ctx);
+    const gen top = giac::ratnormal(giac::derive(u, s.x, ctx) * v - u * giac::derive(v, s.x, ctx), ctx);
+    return top * gen(giac::symbolic(giac::at_inv,
+                                    gen(giac::symbolic(giac::at_pow, giac::makesequence(v, 2)))));
+}
+
 gen primitive(const gen& f, Session& s)
 {
     if (const std::optional<gen> cheap = primitiveByRules(f, s))
@@ -388,6 +412,10 @@ Answer solve(const Problem& problem)
         const bool halfAngles = hasHalfAngles(result);
         std::vector<gen> forms = equivalentForms(result, callsHyperbolic(problem.formula),
                                                  problem.operation == Operation::Primitive, s);
+        if (problem.operation == Operation::Derivative && problem.order == 1) {
+            if (const std::optional<gen> quotient = quotientRule(f, s))
+                forms.push_back(*quotient);
+        }
         if (!halfAngles)
             forms.erase(std::remove_if(forms.begin(), forms.end(), hasHalfAngles), forms.end());
 

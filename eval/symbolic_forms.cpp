@@ -268,6 +268,9 @@ std::vector<gen> equivalentForms(const gen& result, bool hyperbolic, bool primit
         const gen rational = forms.back();
         add([&] { return giac::normal(result, ctx); });
         add([&] { return giac::_factor(rational, ctx); });
+        // A rational function in partial fractions: 1-1/x^2.
+        if (giac::lvar(rational) == giac::vecteur(1, s.x))
+            add([&] { return giac::_partfrac(rational, ctx); });
         // A quotient with only its denominator factored: (1-x^2)/(x^2+1)^2.
         add([&] {
             const gen den = giac::_denom(rational, ctx);

@@ -70,6 +70,19 @@ bool rewriteFactors(giac::vecteur& factors, gen& coefficient, const giac::contex
             }
             if (bi.type != giac::_SYMB || bj.type != giac::_SYMB)
                 continue;
+            // sqrt(a)*sqrt(b) is sqrt(ab) wherever both are defined.
+            if (i < j && isSymbOf(bi, giac::at_pow) && isSymbOf(bj, giac::at_pow) && ei == gen(1) &&
+                ej == gen(1)) {
+                giac::vecteur si, sj;
+                const giac::vecteur& ai = arguments(bi, si);
+                const giac::vecteur& aj = arguments(bj, sj);
+                if (ai.size() == 2 && aj.size() == 2 && ai[1] == gen(1) / gen(2) && aj[1] == ai[1]) {
+                    factors[i] = call(giac::at_pow,
+                                      giac::makesequence(giac::ratnormal(ai[0] * aj[0], ctx), ai[1]));
+                    factors.erase(factors.begin() + std::ptrdiff_t(j));
+                    return true;
+                }
+            }
             const gen& u = bi._SYMBptr->feuille;
             const bool sameArgument = bj._SYMBptr->feuille == u;
             gen replacement;
@@ -116,7 +129,7 @@ std::vector<gen> commonFactorsOut(const gen& g, const Session& s)
     }
     std::vector<gen> forms;
     for (const gen& common : candidates) {
-        if (forms.size() >= 3)
+        if (forms.size() >= 6)
             break;
         giac::vecteur cofactors;
         giac::vecteur others;
@@ -133,9 +146,12 @@ std::vector<gen> commonFactorsOut(const gen& g, const Session& s)
         }
         if (cofactors.size() < 2)
             continue;
-        const gen collected = giac::ratnormal(sumOf(cofactors), ctx);
-        others.push_back(call(giac::at_prod, giac::makesequence(collected, common)));
-        forms.push_back(sumOf(others));
+        // The cofactor as it comes ((ln(x)+1/x)exp(x)) and over one denominator.
+        for (const gen& collected : {sumOf(cofactors), giac::ratnormal(sumOf(cofactors), ctx)}) {
+            giac::vecteur all = others;
+            all.push_back(call(giac::at_prod, giac::makesequence(collected, common)));
+            forms.push_back(sumOf(all));
+        }
     }
     return forms;
 }
