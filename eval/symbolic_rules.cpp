@@ -216,6 +216,37 @@ std::optional<gen> byTable(const gen& f, Session& s, int depth)
     return p.constant * (p.polynomial * v - *restPrimitive);
 }
 
+// c/(a+b*sin(u)) with a = ±b: -(b/a)cos(u)/(a+b*sin(u)) over u', defined wherever the
+// integrand is (the integrator goes through tan(u/2); it does well with cosines).
+std::optional<gen> byHalfAngleQuotient(const gen& f, Session& s, int)
+{
+    const giac::context* ctx = s.ctx();
+    const auto [c, rest] = splitCoefficient(f);
+    gen sum;
+    if (isSymbOf(rest, giac::at_inv)) {
+        sum = rest._SYMBptr->feuille;
+    } else {
+        giac::vecteur single;
+        const giac::vecteur& args = isSymbOf(rest, giac::at_pow) ? arguments(rest, single) : single;
+        if (args.size() != 2 || args[1] != gen(-1))
+            return std::nullopt;
+        sum = args[0];
+    }
+    giac::vecteur single;
+    const giac::vecteur& terms = isSymbOf(sum, giac::at_plus) ? arguments(sum, single) : single;
+    if (terms.size() != 2 || !isNumber(terms[0]))
+        return std::nullopt;
+    const gen& a = terms[0];
+    const auto [b, trig] = splitCoefficient(terms[1]);
+    if (!isSymbOf(trig, giac::at_sin) || !(a == b || a == -b) || giac::is_zero(a))
+        return std::nullopt;
+    const gen& u = trig._SYMBptr->feuille;
+    const gen slope = giac::derive(u, s.x, ctx);
+    if (dependsOn(slope, s.x) || giac::is_zero(slope))
+        return std::nullopt;
+    return -c * (b / a) / slope * call(giac::at_cos, u) * call(giac::at_inv, sum);
+}
+
 // --- substitution ----------------------------------------------------------------------------
 
 // u = g(v) with v as a function of u, for ln(a*v+b), c+d*v^(1/n) and (a*v+b)^(1/n).
@@ -348,7 +379,7 @@ bool differentiatesTo(const gen& F, const gen& f, const Session& s)
 
 std::optional<gen> primitiveByRules(const gen& f, Session& s)
 {
-    for (auto strategy : {&byTable, +[](const gen& g, Session& session, int) {
+    for (auto strategy : {&byTable, &byHalfAngleQuotient, +[](const gen& g, Session& session, int) {
                               return bySubstitution(g, session.x, session, 0);
                           }}) {
         try {
