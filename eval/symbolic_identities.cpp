@@ -68,6 +68,16 @@ bool rewriteFactors(giac::vecteur& factors, gen& coefficient, const giac::contex
                 factors.erase(factors.begin() + std::ptrdiff_t(j));
                 return true;
             }
+            // x*x^(x-1) is x^x.
+            giac::vecteur sp;
+            if (ei.type == giac::_INT_ && isSymbOf(bj, giac::at_pow) && ej == gen(1) &&
+                arguments(bj, sp).size() == 2 && arguments(bj, sp)[0] == bi &&
+                !isNumber(arguments(bj, sp)[1])) {
+                const gen exponent = giac::ratnormal(arguments(bj, sp)[1] + ei, ctx);
+                factors[i] = call(giac::at_pow, giac::makesequence(bi, exponent));
+                factors.erase(factors.begin() + std::ptrdiff_t(j));
+                return true;
+            }
             if (bi.type != giac::_SYMB || bj.type != giac::_SYMB)
                 continue;
             // sqrt(a)*sqrt(b) is sqrt(ab) wherever both are defined.

@@ -217,7 +217,7 @@ std::optional<gen> byTable(const gen& f, Session& s, int depth)
 }
 
 // c/(a+b*sin(u)) with a = ±b: -(b/a)cos(u)/(a+b*sin(u)) over u', defined wherever the
-// integrand is (the integrator goes through tan(u/2); it does well with cosines).
+// integrand is (the integrator goes through tan(u/2) and leaves its traces).
 std::optional<gen> byHalfAngleQuotient(const gen& f, Session& s, int)
 {
     const giac::context* ctx = s.ctx();
@@ -238,11 +238,22 @@ std::optional<gen> byHalfAngleQuotient(const gen& f, Session& s, int)
         return std::nullopt;
     const gen& a = terms[0];
     const auto [b, trig] = splitCoefficient(terms[1]);
-    if (!isSymbOf(trig, giac::at_sin) || !(a == b || a == -b) || giac::is_zero(a))
+    if (!isSymbOf(trig, giac::at_sin) && !isSymbOf(trig, giac::at_cos))
         return std::nullopt;
     const gen& u = trig._SYMBptr->feuille;
     const gen slope = giac::derive(u, s.x, ctx);
-    if (dependsOn(slope, s.x) || giac::is_zero(slope))
+    if (dependsOn(slope, s.x) || giac::is_zero(slope) || giac::is_zero(a))
+        return std::nullopt;
+    if (isSymbOf(trig, giac::at_cos)) {
+        // c/(a+b*cos(u)) with a > |b|: (u-2atan(b*sin(u)/(a+k+b*cos(u))))/k, k = sqrt(a^2-b^2),
+        // continuous where the textbook's atan(tan(u/2)...) jumps.
+        if (isNegativeNumber(a) || !giac::is_strictly_greater(a * a, b * b, ctx))
+            return std::nullopt;
+        const gen k = giac::sqrt(a * a - b * b, ctx);
+        const gen angle = b * call(giac::at_sin, u) * call(giac::at_inv, a + k + b * trig);
+        return c / (k * slope) * (u - gen(2) * call(giac::at_atan, angle));
+    }
+    if (!(a == b || a == -b))
         return std::nullopt;
     return -c * (b / a) / slope * call(giac::at_cos, u) * call(giac::at_inv, sum);
 }
