@@ -112,16 +112,20 @@ int main(int argc, char* argv[])
             passed += ok ? 1 : 0;
             longer += tooLong ? 1 : 0;
             if (list || !ok || tooLong) {
-                std::printf("%-4s %-10s %-28s %8.2f ms  %s%s\n", ok ? (tooLong ? "LONG" : "ok") : "FAIL",
-                            qPrintable(problems::kindName(p.kind).left(10)), qPrintable(p.formula), ms,
-                            qPrintable(answer.isEmpty() ? messages.join(QLatin1String(" / "))
-                                                        : answer),
-                            ok ? "" : qPrintable(QLatin1String("  ") +
-                                                 problems::checkAnswer(p, answer)));
+                const char* verdict = !ok ? "FAIL" : tooLong ? "LONG" : "ok";
+                const QString shown =
+                    answer.isEmpty() ? messages.join(QLatin1String(" / ")) : answer;
+                const QString why =
+                    ok ? QString() : QLatin1String("  ") + problems::checkAnswer(p, answer);
+                std::printf("%-4s %-10s %-28s %8.2f ms  %s%s\n", verdict,
+                            qPrintable(problems::kindName(p.kind).left(10)), qPrintable(p.formula),
+                            ms, qPrintable(shown), qPrintable(why));
             }
         }
     }
-    std::printf("symbolic median ms = %.2f, max ms = %.2f, pass = %d/%d, longer than reference = %d\n",
-                median(times), *std::max_element(times.begin(), times.end()), passed, total, longer);
+    std::printf("symbolic median ms = %.2f, max ms = %.2f, pass = %d/%d, "
+                "longer than reference = %d\n",
+                median(times), *std::max_element(times.begin(), times.end()), passed, total,
+                longer);
     return passed == total && longer == 0 && badReferences == 0 ? 0 : 1;
 }

@@ -324,7 +324,10 @@ std::optional<QString> bestForm(const cas::Answer& answer, const QString& variab
 
 // --- the requests of the procedures -------------------------------------------------------
 
-enum class Outcome { Answer, Failed, NoEnd, Cancelled };
+enum class Outcome { Answer,
+                     Failed,
+                     NoEnd,
+                     Cancelled };
 
 // Request steps 2-6 and the reading of the answer.
 Outcome callLibrary(QString formula, const QString& framedPrefix, const QString& framedSuffix,

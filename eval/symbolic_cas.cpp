@@ -5,8 +5,6 @@
 #include "eval/symbolic_giac.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <cmath>
 #include <iostream>
 #include <mutex>
@@ -90,15 +88,24 @@ struct KnownFunction {
 const std::vector<KnownFunction>& knownFunctions()
 {
     static const std::vector<KnownFunction> table{
-        {giac::at_sqrt, Function::Sqrt},   {giac::at_sin, Function::Sin},
-        {giac::at_cos, Function::Cos},     {giac::at_tan, Function::Tan},
-        {giac::at_asin, Function::Asin},   {giac::at_acos, Function::Acos},
-        {giac::at_atan, Function::Atan},   {giac::at_exp, Function::Exp},
-        {giac::at_ln, Function::Ln},       {giac::at_log10, Function::Log10},
-        {giac::at_abs, Function::Abs},     {giac::at_sign, Function::Sign},
-        {giac::at_sinh, Function::Sinh},   {giac::at_cosh, Function::Cosh},
-        {giac::at_tanh, Function::Tanh},   {giac::at_asinh, Function::Asinh},
-        {giac::at_acosh, Function::Acosh}, {giac::at_atanh, Function::Atanh},
+        {giac::at_sqrt, Function::Sqrt},
+        {giac::at_sin, Function::Sin},
+        {giac::at_cos, Function::Cos},
+        {giac::at_tan, Function::Tan},
+        {giac::at_asin, Function::Asin},
+        {giac::at_acos, Function::Acos},
+        {giac::at_atan, Function::Atan},
+        {giac::at_exp, Function::Exp},
+        {giac::at_ln, Function::Ln},
+        {giac::at_log10, Function::Log10},
+        {giac::at_abs, Function::Abs},
+        {giac::at_sign, Function::Sign},
+        {giac::at_sinh, Function::Sinh},
+        {giac::at_cosh, Function::Cosh},
+        {giac::at_tanh, Function::Tanh},
+        {giac::at_asinh, Function::Asinh},
+        {giac::at_acosh, Function::Acosh},
+        {giac::at_atanh, Function::Atanh},
     };
     return table;
 }
@@ -360,7 +367,8 @@ std::optional<gen> quotientRule(const gen& f, Session& s)
     gen v = 1;
     for (const Factor& factor : p.den)
         v = v * giac::pow(factor.base, factor.exponent, ctx);
-    const gen top = giac::ratnormal(giac::derive(u, s.x, ctx) * v - u * giac::derive(v, s.x, ctx), ctx);
+    const gen top =
+        giac::ratnormal(giac::derive(u, s.x, ctx) * v - u * giac::derive(v, s.x, ctx), ctx);
     return top * gen(giac::symbolic(giac::at_inv,
                                     gen(giac::symbolic(giac::at_pow, giac::makesequence(v, 2)))));
 }
@@ -423,7 +431,6 @@ Answer solve(const Problem& problem)
         bool haveValues = false;
         for (const gen& form : forms) {
             checkInterrupt();
-            if (std::getenv("CURVIX_CAS_DEBUG")) { std::fprintf(stderr, "FORM %s\n", form.print(s.ctx()).c_str()); }
             if (!haveValues) {
                 if (const auto values = sampleValues(form, s)) {
                     answer.values = *values;
@@ -431,7 +438,6 @@ Answer solve(const Problem& problem)
                 }
             }
             if (const auto text = printForBox(form, s, problem)) {
-                if (std::getenv("CURVIX_CAS_DEBUG")) { std::fprintf(stderr, "TEXT %s\n", qPrintable(*text)); }
                 if (std::find(answer.forms.begin(), answer.forms.end(), *text) ==
                     answer.forms.end())
                     answer.forms.push_back(*text);

@@ -85,10 +85,12 @@ gen tangentsAsSecants(const gen& g)
             return std::nullopt;
         const auto [c, rest] = splitCoefficient(terms[1]);
         for (const auto& [f, secant, sign] :
-             {std::tuple{giac::at_tan, giac::at_cos, 1}, std::tuple{giac::at_tanh, giac::at_cosh, -1}}) {
+             {std::tuple{giac::at_tan, giac::at_cos, 1},
+              std::tuple{giac::at_tanh, giac::at_cosh, -1}}) {
             if (c == gen(sign) && isSquareOf(rest, f)) {
                 const gen u = rest._SYMBptr->feuille._VECTptr->front()._SYMBptr->feuille;
-                return call(giac::at_inv, call(giac::at_pow, giac::makesequence(call(secant, u), 2)));
+                const gen square = call(giac::at_pow, giac::makesequence(call(secant, u), 2));
+                return call(giac::at_inv, square);
             }
         }
         return std::nullopt;
@@ -156,7 +158,8 @@ gen combinedLogarithms(const gen& g, bool sameSigns)
                 const gen u = abs ? a._SYMBptr->feuille : a;
                 const gen w = abs ? b._SYMBptr->feuille : b;
                 const gen inner = opposite ? u / w : u * w;
-                terms[i] = (swap ? cj : ci) * call(giac::at_ln, abs ? call(giac::at_abs, inner) : inner);
+                const gen ln = call(giac::at_ln, abs ? call(giac::at_abs, inner) : inner);
+                terms[i] = (swap ? cj : ci) * ln;
                 terms.erase(terms.begin() + std::ptrdiff_t(j));
                 changed = true;
                 break;
@@ -188,7 +191,8 @@ gen distributedCoefficients(const gen& g)
         const giac::vecteur& factors = arguments(node, single);
         if (factors.size() != 2)
             return std::nullopt;
-        const int number = isNumber(factors[0]) ? 0 : isNumber(factors[1]) ? 1 : -1;
+        const int number = isNumber(factors[0]) ? 0 : isNumber(factors[1]) ? 1
+                                                                           : -1;
         if (number < 0 || !isSymbOf(factors[std::size_t(1 - number)], giac::at_plus))
             return std::nullopt;
         giac::vecteur terms;

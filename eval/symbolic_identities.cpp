@@ -60,11 +60,9 @@ bool rewriteFactors(giac::vecteur& factors, gen& coefficient, const giac::contex
                 ei.type == giac::_INT_ && ei.val >= 1) {
                 // u^n*sign(u) is u^(n-1)*abs(u)
                 const gen abs = call(giac::at_abs, bi);
-                factors[i] = ei.val == 1 ? abs
-                                         : call(giac::at_prod,
-                                                giac::makesequence(
-                                                    call(giac::at_pow, giac::makesequence(bi, ei - 1)),
-                                                    abs));
+                const gen lower = call(giac::at_pow, giac::makesequence(bi, ei - 1));
+                factors[i] =
+                    ei.val == 1 ? abs : call(giac::at_prod, giac::makesequence(lower, abs));
                 factors.erase(factors.begin() + std::ptrdiff_t(j));
                 return true;
             }
@@ -86,9 +84,10 @@ bool rewriteFactors(giac::vecteur& factors, gen& coefficient, const giac::contex
                 giac::vecteur si, sj;
                 const giac::vecteur& ai = arguments(bi, si);
                 const giac::vecteur& aj = arguments(bj, sj);
-                if (ai.size() == 2 && aj.size() == 2 && ai[1] == gen(1) / gen(2) && aj[1] == ai[1]) {
-                    factors[i] = call(giac::at_pow,
-                                      giac::makesequence(giac::ratnormal(ai[0] * aj[0], ctx), ai[1]));
+                if (ai.size() == 2 && aj.size() == 2 && ai[1] == gen(1) / gen(2) &&
+                    aj[1] == ai[1]) {
+                    const gen product = giac::ratnormal(ai[0] * aj[0], ctx);
+                    factors[i] = call(giac::at_pow, giac::makesequence(product, ai[1]));
                     factors.erase(factors.begin() + std::ptrdiff_t(j));
                     return true;
                 }

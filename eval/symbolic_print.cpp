@@ -239,8 +239,8 @@ public:
         }
     }
 
-    int piCount = 0;   // pi written anywhere
-    int gluedPi = 0;   // pi written right after a numeric coefficient ("2pi")
+    int piCount = 0; // pi written anywhere
+    int gluedPi = 0; // pi written right after a numeric coefficient ("2pi")
 
 private:
     struct Term {

@@ -34,7 +34,8 @@ bool isPolynomialIn(const gen& g, const gen& x)
     if (isSymbOf(g, giac::at_plus) || isSymbOf(g, giac::at_prod) || isSymbOf(g, giac::at_neg)) {
         giac::vecteur single;
         const giac::vecteur& args = arguments(g, single);
-        return std::all_of(args.begin(), args.end(), [&](const gen& a) { return isPolynomialIn(a, x); });
+        return std::all_of(args.begin(), args.end(),
+                           [&](const gen& a) { return isPolynomialIn(a, x); });
     }
     if (isSymbOf(g, giac::at_pow)) {
         giac::vecteur single;
@@ -115,15 +116,33 @@ std::optional<gen> trigIntegral(int m, int n, const gen& u, const giac::context*
     const gen cotangent = call(giac::at_inv, tan);
     const gen lnSecTan = call(giac::at_ln, call(giac::at_abs, secant + tan));
     const gen lnCscCot = call(giac::at_ln, call(giac::at_abs, call(giac::at_inv, sin) + cotangent));
-    const auto pow = [&](const gen& b, int e) { return call(giac::at_pow, giac::makesequence(b, e)); };
+    const auto pow = [&](const gen& b, int e) {
+        return call(giac::at_pow, giac::makesequence(b, e));
+    };
     const gen half = gen(1) / gen(2);
     // sin and cos alone and sin^m*cos^n with an odd positive power are left to the
     // integrator, which writes them well.
     static const std::map<std::pair<int, int>, int> index{
-        {{0, -1}, 2},  {{-1, 0}, 3},   {{1, -1}, 4},  {{-1, 1}, 5},  {{0, -2}, 6},
-        {{-2, 0}, 7},  {{1, -2}, 8},   {{-2, 1}, 9},  {{2, -2}, 10}, {{-2, 2}, 11},
-        {{1, -3}, 12}, {{-3, 1}, 13},  {{3, -3}, 14}, {{-3, 3}, 15}, {{0, -3}, 16},
-        {{-1, -1}, 17}, {{0, -4}, 18}, {{2, -4}, 19}, {{2, -1}, 20}, {{-1, 2}, 21},
+        {{0, -1}, 2},
+        {{-1, 0}, 3},
+        {{1, -1}, 4},
+        {{-1, 1}, 5},
+        {{0, -2}, 6},
+        {{-2, 0}, 7},
+        {{1, -2}, 8},
+        {{-2, 1}, 9},
+        {{2, -2}, 10},
+        {{-2, 2}, 11},
+        {{1, -3}, 12},
+        {{-3, 1}, 13},
+        {{3, -3}, 14},
+        {{-3, 3}, 15},
+        {{0, -3}, 16},
+        {{-1, -1}, 17},
+        {{0, -4}, 18},
+        {{2, -4}, 19},
+        {{2, -1}, 20},
+        {{-1, 2}, 21},
     };
     const auto found = index.find({m, n});
     if (found == index.end())
@@ -142,7 +161,8 @@ std::optional<gen> trigIntegral(int m, int n, const gen& u, const giac::context*
     case 12: return half * pow(tan, 2);
     case 13: return -half * call(giac::at_inv, pow(tan, 2));
     case 14: return half * pow(tan, 2) + call(giac::at_ln, call(giac::at_abs, cos));
-    case 15: return -half * call(giac::at_inv, pow(tan, 2)) - call(giac::at_ln, call(giac::at_abs, sin));
+    case 15:
+        return -half * call(giac::at_inv, pow(tan, 2)) - call(giac::at_ln, call(giac::at_abs, sin));
     case 16: return half * (tan * secant + lnSecTan);
     case 17: return call(giac::at_ln, call(giac::at_abs, tan));
     case 18: return tan + pow(tan, 3) / gen(3);
@@ -390,7 +410,7 @@ bool differentiatesTo(const gen& F, const gen& f, const Session& s)
 
 std::optional<gen> primitiveByRules(const gen& f, Session& s)
 {
-    for (auto strategy : {&byTable, &byHalfAngleQuotient, +[](const gen& g, Session& session, int) {
+    for (auto strategy : {&byTable, &byHalfAngleQuotient, +[](const gen&g, Session&session, int) {
                               return bySubstitution(g, session.x, session, 0);
                           }}) {
         try {

@@ -76,8 +76,10 @@ void TestSymbolic::schoolProblems()
     QVERIFY2(problem.isEmpty(), qPrintable(answer + QStringLiteral(": ") + problem));
     // No longer than the textbook's answer, which must hold itself.
     const QString wrongReference = problems::checkAnswer(p, p.reference);
-    QVERIFY2(wrongReference.isEmpty(), qPrintable(p.reference + QStringLiteral(": ") + wrongReference));
-    QVERIFY2(!problems::longerThanReference(p, answer), qPrintable(answer + QStringLiteral(" > ") + p.reference));
+    QVERIFY2(wrongReference.isEmpty(),
+             qPrintable(p.reference + QLatin1String(": ") + wrongReference));
+    QVERIFY2(!problems::longerThanReference(p, answer),
+             qPrintable(answer + QLatin1String(" > ") + p.reference));
     // No exponent notation, never a "pi" left (the box shows the pi sign), no comma.
     QVERIFY2(!answer.contains(QRegularExpression(QStringLiteral("[0-9.]e[-+]?[0-9]"))),
              qPrintable(answer));
