@@ -250,6 +250,57 @@ gen exponentialsAsHyperbolic(const gen& g, const giac::context* ctx)
 }
 
 
+namespace {
+
+template <class Make>
+void addForm(std::vector<gen>& forms, const Make& make)
+{
+    checkInterrupt();
+    try {
+        forms.push_back(make());
+    } catch (const std::runtime_error&) {
+        checkInterrupt(); // a simplifier that fails costs one form, not the answer
+    }
+}
+
+// Our own rewrites of every form so far: identities and common factors, and for primitives
+// the logarithms and constants as a textbook writes them.
+void addTextbookForms(std::vector<gen>& forms, const gen& result, bool primitive, Session& s)
+{
+    auto add = [&](auto make) { addForm(forms, make); };
+    add([&] { return distributedCoefficients(result); });
+    const std::size_t count = forms.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        const gen form = forms[i];
+        add([&] { return withIdentities(form, s); });
+        const gen identities = forms.back();
+        for (const gen& g : {form, identities}) {
+            try {
+                for (const gen& collected : commonFactorsOut(g, s))
+                    forms.push_back(collected);
+            } catch (const std::runtime_error&) {
+                checkInterrupt();
+            }
+        }
+    }
+    if (primitive && giac::has_op(result, *giac::at_ln)) {
+        const std::size_t rewritten = forms.size();
+        for (std::size_t i = 0; i < rewritten; ++i) {
+            const gen form = forms[i];
+            for (bool keepAbs : {true, false})
+                add([&] { return withoutRootCancellation(form, keepAbs, s); });
+            for (bool sameSigns : {false, true})
+                add([&] { return combinedLogarithms(form, sameSigns); });
+        }
+    }
+    if (primitive) {
+        for (gen& form : forms)
+            form = withoutConstantTerms(form, s);
+    }
+}
+
+} // namespace
+
 // Equivalent forms of a result, from the CAS's cheap simplifiers and a few rewrites of our
 // own. Giac's full simplify() is left out: it rewrites trigonometric results in tangents of
 // half angles and recurses without end on some of them.
@@ -257,14 +308,7 @@ std::vector<gen> equivalentForms(const gen& result, bool hyperbolic, bool primit
 {
     const giac::context* ctx = s.ctx();
     std::vector<gen> forms{result};
-    auto add = [&](auto make) {
-        checkInterrupt();
-        try {
-            forms.push_back(make());
-        } catch (const std::runtime_error&) {
-            checkInterrupt(); // a simplifier that fails costs one form, not the answer
-        }
-    };
+    auto add = [&](auto make) { addForm(forms, make); };
     // The CAS's normal forms take seconds over roots of logarithms and the like, and
     // gain nothing there.
     if (!hasRootOfTranscendental(result)) {
@@ -307,34 +351,7 @@ std::vector<gen> equivalentForms(const gen& result, bool hyperbolic, bool primit
             }
         }
     }
-    add([&] { return distributedCoefficients(result); });
-    {
-        const std::size_t count = forms.size();
-        for (std::size_t i = 0; i < count; ++i) {
-            const gen form = forms[i];
-            const gen identities = withIdentities(form, s);
-            if (identities != form)
-                forms.push_back(identities);
-            for (const gen& g : {form, identities}) {
-                for (const gen& collected : commonFactorsOut(g, s))
-                    forms.push_back(collected);
-            }
-        }
-    }
-    if (primitive && giac::has_op(result, *giac::at_ln)) {
-        const std::size_t count = forms.size();
-        for (std::size_t i = 0; i < count; ++i) {
-            const gen form = forms[i];
-            for (bool keepAbs : {true, false})
-                add([&] { return withoutRootCancellation(form, keepAbs, s); });
-            for (bool sameSigns : {false, true})
-                add([&] { return combinedLogarithms(form, sameSigns); });
-        }
-    }
-    if (primitive) {
-        for (gen& form : forms)
-            form = withoutConstantTerms(form, s);
-    }
+    addTextbookForms(forms, result, primitive, s);
     return forms;
 }
 
