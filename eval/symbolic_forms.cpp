@@ -202,6 +202,30 @@ gen distributedCoefficients(const gen& g)
     });
 }
 
+// (a+b)*f as a*f+b*f at the top: -(sqrt(x^2+1)+x)/x is -sqrt(x^2+1)/x-1, whose constant a
+// primitive drops.
+gen distributedProduct(const gen& g)
+{
+    const auto [c, rest] = splitCoefficient(g);
+    if (!isSymbOf(rest, giac::at_prod))
+        return g;
+    giac::vecteur single;
+    const giac::vecteur& factors = arguments(rest, single);
+    const auto sum = std::find_if(factors.begin(), factors.end(),
+                                  [](const gen& f) { return isSymbOf(f, giac::at_plus); });
+    if (sum == factors.end())
+        return g;
+    gen others = c;
+    for (auto f = factors.begin(); f != factors.end(); ++f) {
+        if (f != sum)
+            others = others * *f;
+    }
+    giac::vecteur terms;
+    for (const gen& t : arguments(*sum, single))
+        terms.push_back(t * others);
+    return sumOf(terms);
+}
+
 // A primitive without its constant terms.
 gen withoutConstantTerms(const gen& g, const Session& s)
 {
@@ -210,7 +234,10 @@ gen withoutConstantTerms(const gen& g, const Session& s)
     giac::vecteur single;
     giac::vecteur kept;
     for (const gen& t : arguments(g, single)) {
-        if (dependsOn(t, s.x))
+        // x*x^-1, left unevaluated by a rewrite, is a constant too.
+        const bool constant =
+            !dependsOn(t, s.x) || !dependsOn(giac::ratnormal(t, s.ctx()), s.x);
+        if (!constant)
             kept.push_back(t);
     }
     return sumOf(kept);
@@ -272,6 +299,8 @@ void addTextbookForms(std::vector<gen>& forms, const gen& result, bool primitive
     const std::size_t count = forms.size();
     for (std::size_t i = 0; i < count; ++i) {
         const gen form = forms[i];
+        if (primitive)
+            add([&] { return distributedProduct(form); });
         add([&] { return withIdentities(form, s); });
         const gen identities = forms.back();
         for (const gen& g : {form, identities}) {
