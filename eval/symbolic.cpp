@@ -312,14 +312,17 @@ bool agreesWithValues(const QString& form, const QString& variable, const cas::A
 std::optional<QString> bestForm(const cas::Answer& answer, const QString& variable,
                                 const cas::SampleValues& defined)
 {
-    std::optional<QString> best;
-    for (const QString& form : answer.forms) {
-        if (best && form.size() >= best->size())
-            continue;
-        if (agreesWithValues(form, variable, answer, defined))
-            best = form;
+    // Shortest first, the CAS's order among equals: the first that holds is the answer.
+    std::vector<const QString*> byLength;
+    for (const QString& form : answer.forms)
+        byLength.push_back(&form);
+    std::stable_sort(byLength.begin(), byLength.end(),
+                     [](const QString* a, const QString* b) { return a->size() < b->size(); });
+    for (const QString* form : byLength) {
+        if (agreesWithValues(*form, variable, answer, defined))
+            return *form;
     }
-    return best;
+    return std::nullopt;
 }
 
 // --- the requests of the procedures -------------------------------------------------------
