@@ -26,9 +26,11 @@ QString solve(const problems::Problem& p, QStringList& messages)
     const QString& formula = p.formula;
     const QString variable = problems::variableOf(p);
     const eval::Report report = [&](const QString& m) { messages << m; };
+    eval::SymbolicOptions options;
+    options.angleUnit = p.angleUnit;
     return p.kind == problems::Kind::Derivative
-               ? eval::SymbolicDerivative(formula, variable, 1, report)
-               : eval::SymbolicPrimitive(formula, variable, report);
+               ? eval::SymbolicDerivative(formula, variable, 1, report, options)
+               : eval::SymbolicPrimitive(formula, variable, report, options);
 }
 
 // Right answer, or a clean failure where no elementary primitive exists.

@@ -247,14 +247,29 @@ bool hasDecimals(const Node& node)
     return std::any_of(node.args.begin(), node.args.end(), hasDecimals);
 }
 
+// The index just past the parenthesis that closes the one at open, or -1.
+qsizetype closingParenthesis(const QString& text, qsizetype open)
+{
+    int depth = 0;
+    for (qsizetype i = open; i < text.size(); ++i) {
+        if (text[i] == u'(')
+            ++depth;
+        else if (text[i] == u')' && --depth == 0)
+            return i + 1;
+    }
+    return -1;
+}
+
 // --- choosing the answer ------------------------------------------------------------------
 
 // The values of a text in the formula language (pi written "pi") at the sample points, as
 // the function box would compute them; nothing when the box does not read it.
-std::optional<cas::SampleValues> boxValues(const QString& text, const QString& variable)
+std::optional<cas::SampleValues> boxValues(const QString& text, const QString& variable,
+                                           int angleUnit)
 {
     ExpressionEvaluator evaluator;
-    const QString boxText = ReplaceText(text, QStringLiteral("pi"), QString(kPiChar));
+    const QString boxText = AngleTextInRadians(
+        ReplaceText(text, QStringLiteral("pi"), QString(kPiChar)), angleUnit);
     const QString prepared = PrepareExpressionText(
         evaluator, boxText, QStringLiteral("f(%1)").arg(variable), {}, QLocale::c());
     if (prepared.isEmpty())
@@ -273,9 +288,9 @@ std::optional<cas::SampleValues> boxValues(const QString& text, const QString& v
 // finite (they overflow where a form such as exp(x^3)/exp(2x^3) does). Outside the
 // function's domain a form may have values or not: ln(sqrt(x))' = 1/(2x) is right.
 bool agreesWithValues(const QString& form, const QString& variable, const cas::Answer& answer,
-                      const cas::SampleValues& defined)
+                      const cas::SampleValues& defined, int angleUnit)
 {
-    const std::optional<cas::SampleValues> ys = boxValues(form, variable);
+    const std::optional<cas::SampleValues> ys = boxValues(form, variable, angleUnit);
     if (!ys)
         return false;
     // A primitive's constant, the same at every point: taken where the values are smallest,
@@ -310,7 +325,7 @@ bool agreesWithValues(const QString& form, const QString& variable, const cas::A
 // The shortest form that the evaluator accepts and that is right where the problem's
 // function (its values: defined) is.
 std::optional<QString> bestForm(const cas::Answer& answer, const QString& variable,
-                                const cas::SampleValues& defined)
+                                const cas::SampleValues& defined, int angleUnit)
 {
     // Shortest first, the CAS's order among equals: the first that holds is the answer.
     std::vector<const QString*> byLength;
@@ -319,7 +334,7 @@ std::optional<QString> bestForm(const cas::Answer& answer, const QString& variab
     std::stable_sort(byLength.begin(), byLength.end(),
                      [](const QString* a, const QString* b) { return a->size() < b->size(); });
     for (const QString* form : byLength) {
-        if (agreesWithValues(*form, variable, answer, defined))
+        if (agreesWithValues(*form, variable, answer, defined, angleUnit))
             return *form;
     }
     return std::nullopt;
@@ -403,6 +418,7 @@ std::int32_t symbolic_calculate(const char* request, char* result, std::int32_t 
     problem.formula = std::move(tree.tree);
     problem.variable = parsed->variable;
     problem.order = parsed->order;
+    problem.angleUnit = options.angleUnit;
     const std::optional<cas::Answer> answer =
         CasWorker::instance().run(std::move(problem), options);
     if (!answer || answer->forms.empty())
@@ -412,9 +428,10 @@ std::int32_t symbolic_calculate(const char* request, char* result, std::int32_t 
     cas::SampleValues defined{};
     defined.fill(0);
     if (const auto values = boxValues(splitGluedNames(parsed->formula, parsed->variable),
-                                      parsed->variable))
+                                      parsed->variable, options.angleUnit))
         defined = *values;
-    const std::optional<QString> best = bestForm(*answer, parsed->variable, defined);
+    const std::optional<QString> best =
+        bestForm(*answer, parsed->variable, defined, options.angleUnit);
     if (!best)
         return 0;
     const QByteArray bytes = best->toLatin1();
@@ -465,6 +482,42 @@ QString SymbolicPrimitive(const QString& formula, const QString& variable, const
     show(report, QStringLiteral("Error in calculation of primitive function"));
     show(report, QStringLiteral("Error in primitive calculation"));
     return {};
+}
+
+QString AngleTextInRadians(const QString& text, int angleUnit)
+{
+    if (angleUnit != 2 && angleUnit != 3)
+        return text;
+    const QString size = angleUnit == 2 ? QStringLiteral("180") : QStringLiteral("200");
+    static const QStringList direct{QStringLiteral("sin"), QStringLiteral("cos"),
+                                    QStringLiteral("tan")};
+    static const QStringList inverse{QStringLiteral("asin"), QStringLiteral("acos"),
+                                     QStringLiteral("atan")};
+    QString out;
+    qsizetype i = 0;
+    while (i < text.size()) {
+        qsizetype j = i;
+        while (j < text.size() && isAsciiLetter(text[j]))
+            ++j;
+        if (j == i) {
+            out += text[i++];
+            continue;
+        }
+        const QString name = text.mid(i, j - i);
+        const qsizetype end = j < text.size() && text[j] == u'(' ? closingParenthesis(text, j) : -1;
+        if (end < 0 || (!direct.contains(name) && !inverse.contains(name))) {
+            out += name;
+            i = j;
+            continue;
+        }
+        const QString inner = AngleTextInRadians(text.mid(j + 1, end - j - 2), angleUnit);
+        if (direct.contains(name))
+            out += QStringLiteral("%1((%2/%3)*(%4))").arg(name, QString(kPiChar), size, inner);
+        else
+            out += QStringLiteral("(%1/%2)*%3(%4)").arg(size, QString(kPiChar), name, inner);
+        i = end;
+    }
+    return out;
 }
 
 qint32 NulPosition(const QString& text)

@@ -209,9 +209,18 @@ gen toGiac(const Node& node, Session& s)
     case Node::Kind::Call: {
         // The CAS leaves a function's argument as typed; "sin(x+x-1+1)" should answer with
         // cos(2x), so sums in arguments are collected.
-        const gen a = arg(0);
-        return applyKnown(node.function, isSymbOf(a, giac::at_plus) ? giac::ratnormal(a, ctx) : a,
-                          ctx);
+        gen a = arg(0);
+        if (isSymbOf(a, giac::at_plus))
+            a = giac::ratnormal(a, ctx);
+        switch (node.function) {
+        case Function::Sin:
+        case Function::Cos:
+        case Function::Tan: return applyKnown(node.function, giac::ratnormal(a * s.angle, ctx), ctx);
+        case Function::Asin:
+        case Function::Acos:
+        case Function::Atan: return applyKnown(node.function, a, ctx) / s.angle;
+        default: return applyKnown(node.function, a, ctx);
+        }
     }
     }
     throw std::runtime_error("unknown node");
@@ -403,6 +412,9 @@ Answer solve(const Problem& problem)
     quietStandardStreams();
     try {
         Session& s = session();
+        s.angle = problem.angleUnit == 2   ? giac::cst_pi / gen(180)
+                  : problem.angleUnit == 3 ? giac::cst_pi / gen(200)
+                                           : gen(1);
         const gen f = toGiac(problem.formula, s);
         if (!onlyKnownNames(f, s))
             throw std::runtime_error("the formula has no finite real value");
@@ -413,11 +425,15 @@ Answer solve(const Problem& problem)
         // Never a tangent of half an angle that the problem did not have: the integrator
         // writes some primitives so, and the trigonometric rewrites then make sin(x/2) and
         // cos(x/2) of it.
+        // (In degrees and gradians the angles are x*pi/180 and the like: they are judged in
+        // the unit, and a half angle stays.)
+        const auto halfAngled = [&](const gen& g) { return hasHalfAngles(inAngleUnit(g, s)); };
         giac::vecteur tangents;
-        halfAngleCalls(result, giac::at_tan, tangents);
+        if (problem.angleUnit == 1)
+            halfAngleCalls(result, giac::at_tan, tangents);
         if (!tangents.empty())
             result = withoutHalfAngles(result, tangents, s);
-        const bool halfAngles = hasHalfAngles(result);
+        const bool halfAngles = halfAngled(result);
         std::vector<gen> forms = equivalentForms(result, callsHyperbolic(problem.formula),
                                                  problem.operation == Operation::Primitive, s);
         if (problem.operation == Operation::Derivative && problem.order == 1) {
@@ -425,7 +441,7 @@ Answer solve(const Problem& problem)
                 forms.push_back(*quotient);
         }
         if (!halfAngles)
-            forms.erase(std::remove_if(forms.begin(), forms.end(), hasHalfAngles), forms.end());
+            forms.erase(std::remove_if(forms.begin(), forms.end(), halfAngled), forms.end());
 
         answer.upToConstant = problem.operation == Operation::Primitive;
         bool haveValues = false;
@@ -437,7 +453,7 @@ Answer solve(const Problem& problem)
                     haveValues = true;
                 }
             }
-            if (const auto text = printForBox(form, s, problem)) {
+            if (const auto text = printForBox(inAngleUnit(form, s), s, problem)) {
                 if (std::find(answer.forms.begin(), answer.forms.end(), *text) ==
                     answer.forms.end())
                     answer.forms.push_back(*text);

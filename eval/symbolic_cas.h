@@ -23,6 +23,9 @@ struct Problem {
     QString variable = QStringLiteral("x"); // the name the answer writes for variable 0
     int order = 1;                           // derivatives only
     bool decimals = false; // the formula had decimals: write terminating fractions as decimals
+    // The angle unit: 1 radians, 2 degrees, 3 gradians. The formula's and the answer's
+    // trigonometric functions take it and their inverses give it.
+    int angleUnit = 1;
 };
 
 // Where answers are compared numerically: spread over both signs and several scales, away

@@ -33,6 +33,7 @@ struct Session {
     giac::context context;
     gen x{giac::identificateur("x")};
     std::ostream silent{nullptr}; // a stream without a buffer swallows everything
+    gen angle = 1; // the problem's angle unit in radians: pi/180 for degrees
 
     Session();
     const giac::context* ctx() const { return &context; }
@@ -119,6 +120,11 @@ gen mapBottomUp(const gen& g, const F& f)
         return *replaced;
     return rebuilt;
 }
+
+// g with its trigonometric functions in the session's angle unit: sin(pi*x/180) as the
+// degrees' sin(x), atan(x) as pi/180 times the degrees' atan(x). Printing it gives the text
+// in that unit.
+gen inAngleUnit(const gen& g, const Session& s);
 
 // Equivalent forms of a result, the result first; a primitive's may differ from it by a
 // constant.

@@ -191,4 +191,22 @@ gen withIdentities(const gen& g, const Session& s)
     });
 }
 
+gen inAngleUnit(const gen& g, const Session& s)
+{
+    if (s.angle == gen(1))
+        return g;
+    const giac::context* ctx = s.ctx();
+    return mapBottomUp(g, [&](const gen& node) -> std::optional<gen> {
+        for (const giac::unary_function_ptr* f : {giac::at_sin, giac::at_cos, giac::at_tan}) {
+            if (isSymbOf(node, f))
+                return call(f, giac::ratnormal(node._SYMBptr->feuille / s.angle, ctx));
+        }
+        for (const giac::unary_function_ptr* f : {giac::at_asin, giac::at_acos, giac::at_atan}) {
+            if (isSymbOf(node, f))
+                return call(giac::at_prod, giac::makesequence(s.angle, node));
+        }
+        return std::nullopt;
+    });
+}
+
 } // namespace curvix::eval::cas::detail

@@ -6,6 +6,7 @@
 
 #include "eval/evaluator.h"
 #include "eval/formula.h"
+#include "eval/symbolic.h"
 
 #include <QFile>
 #include <QLocale>
@@ -35,6 +36,7 @@ struct Problem {
     QString reference; // a textbook's answer: no answer should be longer; "-" for none
     QString label = QStringLiteral("f(x)");
     QString answer; // the exact text expected, where its form matters; else empty
+    int angleUnit = 1; // as in eval::SymbolicOptions: the kind's "/deg" or "/grad"
 };
 
 inline QString kindName(Kind kind)
@@ -60,12 +62,17 @@ inline std::vector<Problem> readProblems(const QString& path)
         const QString line = QString::fromUtf8(file.readLine()).trimmed();
         if (line.isEmpty() || line.startsWith(u'#'))
             continue;
-        const QStringList fields = line.split(u'\t');
+        QStringList fields = line.split(u'\t');
+        // "derivative/deg": the problem in degrees, "/grad" in gradians.
+        static const QStringList units{QString(), QStringLiteral("deg"), QStringLiteral("grad")};
+        const QString unit = fields[0].section(u'/', 1);
+        fields[0] = fields[0].section(u'/', 0, 0);
         bool fromOk = false, toOk = false;
         Problem p{Kind(kinds.indexOf(fields[0])), fields.value(1), fields.value(2).toDouble(&fromOk),
                   fields.value(3).toDouble(&toOk), fields.value(4),
                   fields.value(5, QStringLiteral("f(x)")), fields.value(6)};
-        if (!kinds.contains(fields[0]) || fields.size() < 5 || fields.size() > 7 || !fromOk ||
+        p.angleUnit = int(units.indexOf(unit)) + 1;
+        if (!kinds.contains(fields[0]) || p.angleUnit == 0 || fields.size() < 5 || fields.size() > 7 || !fromOk ||
             !toOk || !(p.from < p.to)) {
             std::fprintf(stderr, "%s: not a problem: %s\n", qPrintable(path), qPrintable(line));
             return {};
@@ -108,9 +115,14 @@ inline QString checkAnswer(const Problem& problem, const QString& answer)
     eval::ExpressionEvaluator evaluator;
     QString message;
     const auto keep = [&](const QString& m) { message = m; };
-    const QString formula = eval::PrepareExpressionText(evaluator, problem.formula, label, keep);
-    const QString prepared =
-        formula.isEmpty() ? QString() : eval::PrepareExpressionText(evaluator, answer, label, keep);
+    const auto radians = [&](const QString& text) {
+        return eval::AngleTextInRadians(text, problem.angleUnit);
+    };
+    const QString formula =
+        eval::PrepareExpressionText(evaluator, radians(problem.formula), label, keep);
+    const QString prepared = formula.isEmpty() ? QString()
+                                               : eval::PrepareExpressionText(
+                                                     evaluator, radians(answer), label, keep);
     if (prepared.isEmpty())
         return (formula.isEmpty() ? QStringLiteral("the problem") : QStringLiteral("the answer")) +
                QStringLiteral(" does not compile: ") + message;

@@ -49,7 +49,9 @@ void TestSymbolic::schoolProblems_data()
     QTest::addColumn<int>("index");
     int i = 0;
     for (const problems::Problem& p : problems::allProblems()) {
-        QTest::addRow("%s %s", qPrintable(problems::kindName(p.kind)), qPrintable(p.formula)) << i;
+        QTest::addRow("%s %s (unit %d)", qPrintable(problems::kindName(p.kind)),
+                      qPrintable(p.formula), p.angleUnit)
+            << i;
         ++i;
     }
     QVERIFY(i >= 400);
@@ -61,9 +63,12 @@ void TestSymbolic::schoolProblems()
     const problems::Problem& p = problems::allProblems()[std::size_t(index)];
     const QString variable = problems::variableOf(p);
     Messages messages;
-    const QString answer = p.kind == problems::Kind::Derivative
-                               ? SymbolicDerivative(p.formula, variable, 1, messages.report())
-                               : SymbolicPrimitive(p.formula, variable, messages.report());
+    SymbolicOptions options;
+    options.angleUnit = p.angleUnit;
+    const QString answer =
+        p.kind == problems::Kind::Derivative
+            ? SymbolicDerivative(p.formula, variable, 1, messages.report(), options)
+            : SymbolicPrimitive(p.formula, variable, messages.report(), options);
     if (p.kind == problems::Kind::NoElementaryPrimitive && answer.isEmpty()) {
         QCOMPARE(messages.list, kPrimitiveFailure);
         return;
