@@ -27,13 +27,24 @@ gen call(const giac::unary_function_ptr* f, const gen& argument)
     return gen(giac::symbolic(f, argument));
 }
 
+gen applied(const giac::unary_function_ptr* operation, const giac::vecteur& operands,
+            const gen& none)
+{
+    if (operands.empty())
+        return none;
+    if (operands.size() == 1)
+        return operands.front();
+    return call(operation, gen(operands, giac::_SEQ__VECT));
+}
+
 gen sumOf(const giac::vecteur& terms)
 {
-    if (terms.empty())
-        return gen(0);
-    if (terms.size() == 1)
-        return terms.front();
-    return call(giac::at_plus, gen(terms, giac::_SEQ__VECT));
+    return applied(giac::at_plus, terms, gen(0));
+}
+
+gen productOf(const giac::vecteur& factors)
+{
+    return applied(giac::at_prod, factors, gen(1));
 }
 
 // A term as its numeric coefficient and the rest: -2ln(x) is (-2, ln(x)).
@@ -58,9 +69,7 @@ std::pair<gen, gen> splitCoefficient(const gen& term)
         else
             rest.push_back(f);
     }
-    if (rest.size() == 1)
-        return {c, rest.front()};
-    return {c, call(giac::at_prod, gen(rest, giac::_SEQ__VECT))};
+    return {c, productOf(rest)};
 }
 
 namespace {

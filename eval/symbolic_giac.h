@@ -85,8 +85,9 @@ std::optional<QString> printForBox(const gen& g, const Session& s, const Problem
 bool dependsOn(const gen& g, const gen& x);
 // f(argument), not evaluated.
 gen call(const giac::unary_function_ptr* f, const gen& argument);
-// The sum of terms, not evaluated (0 for none).
+// The sum of terms and the product of factors, not evaluated (0 and 1 for none).
 gen sumOf(const giac::vecteur& terms);
+gen productOf(const giac::vecteur& factors);
 // A term as its numeric coefficient and the rest: -2ln(x) is (-2, ln(x)).
 std::pair<gen, gen> splitCoefficient(const gen& term);
 

@@ -24,15 +24,6 @@ giac::vecteur factorsOf(const gen& rest)
     return factors;
 }
 
-gen productOf(const giac::vecteur& factors)
-{
-    if (factors.empty())
-        return gen(1);
-    if (factors.size() == 1)
-        return factors.front();
-    return call(giac::at_prod, gen(factors, giac::_SEQ__VECT));
-}
-
 // The factor's base and exponent: sin(u)^-1 is (sin(u), -1), inv(sin(u)) too.
 std::pair<gen, gen> powerOf(const gen& f)
 {
