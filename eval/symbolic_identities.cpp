@@ -109,6 +109,37 @@ bool rewriteFactors(giac::vecteur& factors, gen& coefficient, const giac::contex
     return false;
 }
 
+// exp(x*ln(2)) as 2^x and exp(ln(x)+x) as x*exp(x): powers that the CAS writes through
+// exponentials; nothing when the exponent holds no logarithm to take out.
+std::optional<gen> exponentialAsPowers(const gen& node)
+{
+    const gen& exponent = node._SYMBptr->feuille;
+    giac::vecteur single;
+    const giac::vecteur terms =
+        isSymbOf(exponent, giac::at_plus) ? arguments(exponent, single) : giac::vecteur(1, exponent);
+    giac::vecteur factors;
+    giac::vecteur rest;
+    for (const gen& t : terms) {
+        const auto [c, r] = splitCoefficient(t);
+        giac::vecteur parts = factorsOf(r);
+        const auto ln = std::find_if(parts.begin(), parts.end(),
+                                     [](const gen& f) { return isSymbOf(f, giac::at_ln); });
+        // exp(k*ln(v)) is v^k wherever ln(v) is defined.
+        if (ln == parts.end()) {
+            rest.push_back(t);
+            continue;
+        }
+        const gen base = ln->_SYMBptr->feuille;
+        parts.erase(ln);
+        factors.push_back(call(giac::at_pow, giac::makesequence(base, c * productOf(parts))));
+    }
+    if (factors.empty())
+        return std::nullopt;
+    if (!rest.empty())
+        factors.push_back(call(giac::at_exp, sumOf(rest)));
+    return productOf(factors);
+}
+
 } // namespace
 
 std::vector<gen> commonFactorsOut(const gen& g, const Session& s)
@@ -173,6 +204,8 @@ gen withIdentities(const gen& g, const Session& s)
                 all.push_back(f);
             return productOf(all);
         }
+        if (isSymbOf(node, giac::at_exp))
+            return exponentialAsPowers(node);
         // The arguments of functions in normal form: ln((2x)^2+1) as ln(4x^2+1).
         if (node.type == giac::_SYMB && knownFunction(*node._SYMBptr) &&
             isSymbOf(node._SYMBptr->feuille, giac::at_plus))

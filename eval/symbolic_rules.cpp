@@ -264,15 +264,18 @@ std::optional<gen> byHalfAngleQuotient(const gen& f, Session& s, int)
     const gen slope = giac::derive(u, s.x, ctx);
     if (dependsOn(slope, s.x) || giac::is_zero(slope) || giac::is_zero(a))
         return std::nullopt;
-    if (isSymbOf(trig, giac::at_cos)) {
+    if (!isNegativeNumber(a) && giac::is_strictly_greater(a * a, b * b, ctx)) {
         // c/(a+b*cos(u)) with a > |b|: (u-2atan(b*sin(u)/(a+k+b*cos(u))))/k, k = sqrt(a^2-b^2),
-        // continuous where the textbook's atan(tan(u/2)...) jumps.
-        if (isNegativeNumber(a) || !giac::is_strictly_greater(a * a, b * b, ctx))
-            return std::nullopt;
+        // continuous where the textbook's atan(tan(u/2)...) jumps; with sin, u-pi/2 for u:
+        // (u+2atan(b*cos(u)/(a+k+b*sin(u))))/k.
+        const bool cosine = isSymbOf(trig, giac::at_cos);
         const gen k = giac::sqrt(a * a - b * b, ctx);
-        const gen angle = b * call(giac::at_sin, u) * call(giac::at_inv, a + k + b * trig);
-        return c / (k * slope) * (u - gen(2) * call(giac::at_atan, angle));
+        const gen other = call(cosine ? giac::at_sin : giac::at_cos, u);
+        const gen angle = b * other * call(giac::at_inv, a + k + b * trig);
+        return c / (k * slope) * (u + gen(cosine ? -2 : 2) * call(giac::at_atan, angle));
     }
+    if (isSymbOf(trig, giac::at_cos))
+        return std::nullopt;
     if (!(a == b || a == -b))
         return std::nullopt;
     return -c * (b / a) / slope * call(giac::at_cos, u) * call(giac::at_inv, sum);
