@@ -310,15 +310,15 @@ void addTextbookForms(std::vector<gen>& forms, const gen& result, bool primitive
         const gen form = forms[i];
         if (primitive)
             add([&] { return distributedProduct(form); });
+        // The identities leave a form without one unchanged, so the common factors are
+        // taken out of that one only.
         add([&] { return withIdentities(form, s); });
         const gen identities = forms.back();
-        for (const gen& g : {form, identities}) {
-            try {
-                for (const gen& collected : commonFactorsOut(g, s))
-                    forms.push_back(collected);
-            } catch (const std::runtime_error&) {
-                checkInterrupt();
-            }
+        try {
+            for (const gen& collected : commonFactorsOut(identities, s))
+                forms.push_back(collected);
+        } catch (const std::runtime_error&) {
+            checkInterrupt();
         }
     }
     if (primitive && giac::has_op(result, *giac::at_ln)) {
