@@ -18,6 +18,7 @@
 #include <QLocale>
 
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace curvix::app {
@@ -161,7 +162,12 @@ int runSymbolic(const QStringList& args, QTextStream& out, QTextStream& err)
         return usageError(err, QStringLiteral("%1 needs a formula").arg(command));
 
     const QString variable = model::labelVariable(label);
-    const eval::Report report = [&](const QString& message) { err << message << "\n"; };
+    // One line for one failure: the primitive's two message boxes say the same thing.
+    bool reported = false;
+    const eval::Report report = [&](const QString& message) {
+        if (!std::exchange(reported, true))
+            err << message << "\n";
+    };
     const QString answer = command == QLatin1String("--derivative")
                                ? eval::SymbolicDerivative(formula, variable, 1, report)
                                : eval::SymbolicPrimitive(formula, variable, report);

@@ -46,7 +46,7 @@ case "$what" in
     ;;
   symbolic)
     build_target bench_symbolic
-    # Ends with: symbolic median ms = X, max ms = Y, pass = P/N
+    # Ends with: symbolic median ms = X, max ms = Y, pass = P/N, longer than reference = L
     "$build/bench/bench_symbolic" "$@"
     ;;
   document)

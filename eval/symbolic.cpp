@@ -3,6 +3,7 @@
 #include "eval/evaluator.h"
 #include "eval/parser.h"
 #include "eval/symbolic_cas.h"
+#include "eval/symbolic_request.h"
 
 #include <QByteArray>
 #include <QLocale>
@@ -24,6 +25,7 @@ namespace curvix::eval {
 namespace {
 
 using namespace std::chrono_literals;
+using namespace symbolic_request;
 
 // --- the worker thread ------------------------------------------------------------------
 
@@ -129,172 +131,92 @@ private:
     QThread* m_thread = nullptr;
 };
 
-// --- reading a request --------------------------------------------------------------------
-
-bool isAsciiLetter(QChar c)
-{
-    const char16_t u = c.unicode();
-    return (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z');
-}
-
-struct Request {
-    cas::Operation operation = cas::Operation::Derivative;
-    QString formula;
-    QString variable;
-    int order = 1;
-};
-
-std::optional<Request> parseRequest(const QString& text)
-{
-    const QString request = text.trimmed();
-    Request parsed;
-    QString body;
-    if (request.startsWith(QLatin1String("DIFF(")) && request.endsWith(u')')) {
-        body = request.mid(5, request.size() - 6);
-        const qsizetype comma = body.lastIndexOf(u',');
-        if (comma < 0)
-            return std::nullopt;
-        const QString order = body.mid(comma + 1);
-        if (order.isEmpty() || order.size() > 5 ||
-            !std::all_of(order.begin(), order.end(), [](QChar c) { return c.isDigit(); }))
-            return std::nullopt;
-        parsed.order = order.toInt();
-        if (parsed.order > 32767)
-            return std::nullopt;
-        body.truncate(comma);
-    } else if (request.startsWith(QLatin1String("INT(")) && request.endsWith(u')')) {
-        parsed.operation = cas::Operation::Primitive;
-        body = request.mid(4, request.size() - 5);
-    } else {
-        return std::nullopt;
-    }
-    const qsizetype comma = body.lastIndexOf(u',');
-    if (comma < 0)
-        return std::nullopt;
-    parsed.variable = body.mid(comma + 1);
-    parsed.formula = body.left(comma);
-    if (parsed.variable.size() != 1 || !isAsciiLetter(parsed.variable[0]))
-        return std::nullopt;
-    return parsed;
-}
-
-bool isKnownName(const QString& name, const QString& variable)
-{
-    return functionByName(name) || name == u"pi" || name == variable || name == u"e";
-}
-
-// A run of letters that is no name but a product of names: "pix" (the request's form of
-// "¶x") is pi times x, "pisin" pi times sin. A function name can only end the run.
-std::optional<QStringList> splitRun(const QString& run, const QString& variable)
-{
-    const int n = int(run.size());
-    // from[i]: the piece that ends a split of run[0, i), or empty when there is none.
-    std::vector<QString> from(std::size_t(n) + 1);
-    std::vector<bool> reachable(std::size_t(n) + 1, false);
-    reachable[0] = true;
-    for (int i = 0; i < n; ++i) {
-        if (!reachable[std::size_t(i)])
-            continue;
-        const QStringList pieces{QStringLiteral("pi"), variable, QStringLiteral("e")};
-        for (const QString& piece : pieces) {
-            const int end = i + int(piece.size());
-            if (end <= n && QStringView(run).mid(i, piece.size()) == piece &&
-                !reachable[std::size_t(end)]) {
-                reachable[std::size_t(end)] = true;
-                from[std::size_t(end)] = piece;
-            }
-        }
-        const QString rest = run.mid(i);
-        if (functionByName(rest) && !reachable[std::size_t(n)]) {
-            reachable[std::size_t(n)] = true;
-            from[std::size_t(n)] = rest;
-        }
-    }
-    if (!reachable[std::size_t(n)])
-        return std::nullopt;
-    QStringList pieces;
-    for (int end = n; end > 0; end -= int(from[std::size_t(end)].size()))
-        pieces.prepend(from[std::size_t(end)]);
-    return pieces;
-}
-
-QString splitGluedNames(const QString& formula, const QString& variable)
-{
-    QString out;
-    const int n = int(formula.size());
-    int i = 0;
-    while (i < n) {
-        if (!isAsciiLetter(formula[i])) {
-            out += formula[i++];
-            continue;
-        }
-        int j = i;
-        while (j < n && isAsciiLetter(formula[j]))
-            ++j;
-        const QString run = formula.mid(i, j - i);
-        const std::optional<QStringList> pieces =
-            isKnownName(run, variable) ? std::nullopt : splitRun(run, variable);
-        out += pieces ? pieces->join(u'*') : run;
-        i = j;
-    }
-    return out;
-}
-
-bool hasDecimals(const Node& node)
-{
-    if (node.kind == Node::Kind::Number && node.text.contains(u'.'))
-        return true;
-    return std::any_of(node.args.begin(), node.args.end(), hasDecimals);
-}
-
 // --- choosing the answer ------------------------------------------------------------------
 
-// Whether a form, as the function box would read it, takes the CAS's values.
-bool agreesWithValues(const QString& form, const QString& variable,
-                      const cas::SampleValues& values)
+// The values of a text in the formula language (pi written "pi") at the sample points, as
+// the function box would compute them; nothing when the box does not read it.
+std::optional<cas::SampleValues> boxValues(const QString& text, const QString& variable,
+                                           int angleUnit)
 {
     ExpressionEvaluator evaluator;
-    const QString boxText = ReplaceText(form, QStringLiteral("pi"), QString(kPiChar));
+    const QString boxText = AngleTextInRadians(
+        ReplaceText(text, QStringLiteral("pi"), QString(kPiChar)), angleUnit);
     const QString prepared = PrepareExpressionText(
         evaluator, boxText, QStringLiteral("f(%1)").arg(variable), {}, QLocale::c());
     if (prepared.isEmpty())
-        return false;
+        return std::nullopt;
     const int variableId = evaluator.DefineVariable(variable);
     const int expressionId = evaluator.SetExpression(prepared);
     if (expressionId < 0)
-        return false;
+        return std::nullopt;
     cas::SampleValues ys{};
     evaluator.EvaluateBatch(expressionId, variableId, cas::kSamplePoints, ys);
-    for (std::size_t i = 0; i < ys.size(); ++i) {
-        const double a = ys[i];
-        const double b = values[i];
-        if (!std::isfinite(a) || !std::isfinite(b)) {
-            if (std::isfinite(a) != std::isfinite(b))
-                return false;
-            continue;
+    return ys;
+}
+
+// Whether a form, as the function box would read it, is right wherever the problem's
+// function is defined: finite there, and equal to the CAS's own values where those are
+// finite (they overflow where a form such as exp(x^3)/exp(2x^3) does). Outside the
+// function's domain a form may have values or not: ln(sqrt(x))' = 1/(2x) is right.
+bool agreesWithValues(const QString& form, const QString& variable, const cas::Answer& answer,
+                      const cas::SampleValues& defined, int angleUnit)
+{
+    const std::optional<cas::SampleValues> ys = boxValues(form, variable, angleUnit);
+    if (!ys)
+        return false;
+    // A primitive's constant, the same at every point: taken where the values are smallest,
+    // so that it carries little rounding.
+    double offset = 0;
+    double smallest = INFINITY;
+    for (std::size_t i = 0; answer.upToConstant && i < ys->size(); ++i) {
+        const double a = (*ys)[i];
+        const double b = answer.values[i];
+        const double size = std::max(std::fabs(a), std::fabs(b));
+        if (std::isfinite(defined[i]) && std::isfinite(a - b) && size < smallest) {
+            smallest = size;
+            offset = a - b;
         }
-        if (std::fabs(a - b) > 1e-6 * std::max({1.0, std::fabs(a), std::fabs(b)}))
+    }
+    for (std::size_t i = 0; i < ys->size(); ++i) {
+        const double a = (*ys)[i];
+        const double b = answer.values[i];
+        if (!std::isfinite(defined[i]))
+            continue;
+        if (!std::isfinite(a))
+            return false;
+        if (!std::isfinite(b))
+            continue;
+        const double shifted = a - offset;
+        if (std::fabs(shifted - b) > 1e-6 * std::max({1.0, std::fabs(a), std::fabs(b)}))
             return false;
     }
     return true;
 }
 
-// The shortest form that the evaluator accepts and that takes the same values.
-std::optional<QString> bestForm(const cas::Answer& answer, const QString& variable)
+// The shortest form that the evaluator accepts and that is right where the problem's
+// function (its values: defined) is.
+std::optional<QString> bestForm(const cas::Answer& answer, const QString& variable,
+                                const cas::SampleValues& defined, int angleUnit)
 {
-    std::optional<QString> best;
-    for (const QString& form : answer.forms) {
-        if (best && form.size() >= best->size())
-            continue;
-        if (agreesWithValues(form, variable, answer.values))
-            best = form;
+    // Shortest first, the CAS's order among equals: the first that holds is the answer.
+    std::vector<const QString*> byLength;
+    for (const QString& form : answer.forms)
+        byLength.push_back(&form);
+    std::stable_sort(byLength.begin(), byLength.end(),
+                     [](const QString* a, const QString* b) { return a->size() < b->size(); });
+    for (const QString* form : byLength) {
+        if (agreesWithValues(*form, variable, answer, defined, angleUnit))
+            return *form;
     }
-    return best;
+    return std::nullopt;
 }
 
 // --- the requests of the procedures -------------------------------------------------------
 
-enum class Outcome { Answer, Failed, NoEnd, Cancelled };
+enum class Outcome { Answer,
+                     Failed,
+                     NoEnd,
+                     Cancelled };
 
 // Request steps 2-6 and the reading of the answer.
 Outcome callLibrary(QString formula, const QString& framedPrefix, const QString& framedSuffix,
@@ -367,11 +289,20 @@ std::int32_t symbolic_calculate(const char* request, char* result, std::int32_t 
     problem.formula = std::move(tree.tree);
     problem.variable = parsed->variable;
     problem.order = parsed->order;
+    problem.angleUnit = options.angleUnit;
     const std::optional<cas::Answer> answer =
         CasWorker::instance().run(std::move(problem), options);
     if (!answer || answer->forms.empty())
         return 0;
-    const std::optional<QString> best = bestForm(*answer, parsed->variable);
+    // Where the problem's function is defined; a formula the box cannot read counts as
+    // defined everywhere, so that every form must hold at every point.
+    cas::SampleValues defined{};
+    defined.fill(0);
+    if (const auto values = boxValues(splitGluedNames(parsed->formula, parsed->variable),
+                                      parsed->variable, options.angleUnit))
+        defined = *values;
+    const std::optional<QString> best =
+        bestForm(*answer, parsed->variable, defined, options.angleUnit);
     if (!best)
         return 0;
     const QByteArray bytes = best->toLatin1();

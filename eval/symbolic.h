@@ -33,7 +33,15 @@ struct SymbolicOptions {
     std::shared_ptr<const std::atomic_bool> cancel;
     // Stands in for symbolic_calculate when set (to watch requests or fake answers).
     SymbolicLibrary library;
+    // The angle unit of the formula and the answer: 1 radians, 2 degrees, 3 gradians. In
+    // degrees the derivative of sin(x) is ¶cos(x)/180.
+    int angleUnit = 1;
 };
+
+// The text with its trigonometric functions written for radians, when it is meant in the
+// angle unit (as in SymbolicOptions): in degrees "sin(x)" is "sin((¶/180)*(x))" and
+// "atan(x)" is "(180/¶)*atan(x)". Unit 1 leaves the text as it is.
+QString AngleTextInRadians(const QString& text, int angleUnit);
 
 // Whether the call's cancel flag is up. A call that ends without an answer while it is up
 // was cancelled and reported nothing about the calculation; one that ends without an answer

@@ -23,6 +23,9 @@ struct Problem {
     QString variable = QStringLiteral("x"); // the name the answer writes for variable 0
     int order = 1;                           // derivatives only
     bool decimals = false; // the formula had decimals: write terminating fractions as decimals
+    // The angle unit: 1 radians, 2 degrees, 3 gradians. The formula's and the answer's
+    // trigonometric functions take it and their inverses give it.
+    int angleUnit = 1;
 };
 
 // Where answers are compared numerically: spread over both signs and several scales, away
@@ -40,6 +43,8 @@ struct Answer {
     // The answer's values at kSamplePoints, computed from the CAS's own result (NaN or an
     // infinity outside its domain), against which each form is checked.
     SampleValues values{};
+    // The forms of a primitive may differ from those values by one constant.
+    bool upToConstant = false;
     QString failure; // why there is no answer, for diagnostics
 };
 

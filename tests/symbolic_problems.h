@@ -6,6 +6,7 @@
 
 #include "eval/evaluator.h"
 #include "eval/formula.h"
+#include "eval/symbolic.h"
 
 #include <QFile>
 #include <QLocale>
@@ -32,8 +33,10 @@ struct Problem {
     QString formula; // as typed into the function box
     double from = 0; // an interval where the formula is smooth
     double to = 0;
+    QString reference; // a textbook's answer: no answer should be longer; "-" for none
     QString label = QStringLiteral("f(x)");
     QString answer; // the exact text expected, where its form matters; else empty
+    int angleUnit = 1; // as in eval::SymbolicOptions: the kind's "/deg" or "/grad"
 };
 
 inline QString kindName(Kind kind)
@@ -43,7 +46,8 @@ inline QString kindName(Kind kind)
     return names.value(int(kind));
 }
 
-// Reads the table: "kind<TAB>formula<TAB>from<TAB>to[<TAB>label[<TAB>answer]]" a line, "#"
+// Reads the table: "kind<TAB>formula<TAB>from<TAB>to<TAB>reference[<TAB>label[<TAB>answer]]" a
+// line, "#"
 // starts a comment. A line that does not fit empties the whole table, so that a broken table
 // fails loudly instead of shrinking.
 inline std::vector<Problem> readProblems(const QString& path)
@@ -58,12 +62,18 @@ inline std::vector<Problem> readProblems(const QString& path)
         const QString line = QString::fromUtf8(file.readLine()).trimmed();
         if (line.isEmpty() || line.startsWith(u'#'))
             continue;
-        const QStringList fields = line.split(u'\t');
+        QStringList fields = line.split(u'\t');
+        // "derivative/deg": the problem in degrees, "/grad" in gradians.
+        static const QStringList units{QString(), QStringLiteral("deg"), QStringLiteral("grad")};
+        const QString unit = fields[0].section(u'/', 1);
+        fields[0] = fields[0].section(u'/', 0, 0);
         bool fromOk = false, toOk = false;
         Problem p{Kind(kinds.indexOf(fields[0])), fields.value(1), fields.value(2).toDouble(&fromOk),
-                  fields.value(3).toDouble(&toOk), fields.value(4, QStringLiteral("f(x)")),
-                  fields.value(5)};
-        if (!kinds.contains(fields[0]) || fields.size() > 6 || !fromOk || !toOk || !(p.from < p.to)) {
+                  fields.value(3).toDouble(&toOk), fields.value(4),
+                  fields.value(5, QStringLiteral("f(x)")), fields.value(6)};
+        p.angleUnit = int(units.indexOf(unit)) + 1;
+        if (!kinds.contains(fields[0]) || p.angleUnit == 0 || fields.size() < 5 || fields.size() > 7 || !fromOk ||
+            !toOk || !(p.from < p.to)) {
             std::fprintf(stderr, "%s: not a problem: %s\n", qPrintable(path), qPrintable(line));
             return {};
         }
@@ -89,6 +99,12 @@ inline QString variableOf(const Problem& problem)
     return name.isEmpty() ? QStringLiteral("x") : name;
 }
 
+// Whether an answer is longer than the problem's reference, as typed.
+inline bool longerThanReference(const Problem& problem, const QString& answer)
+{
+    return problem.kind != Kind::NoElementaryPrimitive && answer.size() > problem.reference.size();
+}
+
 // Checks an answer the way the function box would read it: at points spread over the
 // problem's interval, the answer equals the central difference quotient of the formula
 // (derivatives), or the formula equals the central difference quotient of the answer
@@ -99,9 +115,14 @@ inline QString checkAnswer(const Problem& problem, const QString& answer)
     eval::ExpressionEvaluator evaluator;
     QString message;
     const auto keep = [&](const QString& m) { message = m; };
-    const QString formula = eval::PrepareExpressionText(evaluator, problem.formula, label, keep);
-    const QString prepared =
-        formula.isEmpty() ? QString() : eval::PrepareExpressionText(evaluator, answer, label, keep);
+    const auto radians = [&](const QString& text) {
+        return eval::AngleTextInRadians(text, problem.angleUnit);
+    };
+    const QString formula =
+        eval::PrepareExpressionText(evaluator, radians(problem.formula), label, keep);
+    const QString prepared = formula.isEmpty() ? QString()
+                                               : eval::PrepareExpressionText(
+                                                     evaluator, radians(answer), label, keep);
     if (prepared.isEmpty())
         return (formula.isEmpty() ? QStringLiteral("the problem") : QStringLiteral("the answer")) +
                QStringLiteral(" does not compile: ") + message;

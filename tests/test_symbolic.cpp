@@ -49,10 +49,12 @@ void TestSymbolic::schoolProblems_data()
     QTest::addColumn<int>("index");
     int i = 0;
     for (const problems::Problem& p : problems::allProblems()) {
-        QTest::addRow("%s %s", qPrintable(problems::kindName(p.kind)), qPrintable(p.formula)) << i;
+        QTest::addRow("%s %s (unit %d)", qPrintable(problems::kindName(p.kind)),
+                      qPrintable(p.formula), p.angleUnit)
+            << i;
         ++i;
     }
-    QVERIFY(i >= 150);
+    QVERIFY(i >= 400);
 }
 
 void TestSymbolic::schoolProblems()
@@ -61,9 +63,12 @@ void TestSymbolic::schoolProblems()
     const problems::Problem& p = problems::allProblems()[std::size_t(index)];
     const QString variable = problems::variableOf(p);
     Messages messages;
-    const QString answer = p.kind == problems::Kind::Derivative
-                               ? SymbolicDerivative(p.formula, variable, 1, messages.report())
-                               : SymbolicPrimitive(p.formula, variable, messages.report());
+    SymbolicOptions options;
+    options.angleUnit = p.angleUnit;
+    const QString answer =
+        p.kind == problems::Kind::Derivative
+            ? SymbolicDerivative(p.formula, variable, 1, messages.report(), options)
+            : SymbolicPrimitive(p.formula, variable, messages.report(), options);
     if (p.kind == problems::Kind::NoElementaryPrimitive && answer.isEmpty()) {
         QCOMPARE(messages.list, kPrimitiveFailure);
         return;
@@ -74,6 +79,12 @@ void TestSymbolic::schoolProblems()
         QCOMPARE(answer, p.answer); // the readable form: collected, pi as its sign
     const QString problem = problems::checkAnswer(p, answer);
     QVERIFY2(problem.isEmpty(), qPrintable(answer + QStringLiteral(": ") + problem));
+    // No longer than the textbook's answer, which must hold itself.
+    const QString wrongReference = problems::checkAnswer(p, p.reference);
+    QVERIFY2(wrongReference.isEmpty(),
+             qPrintable(p.reference + QLatin1String(": ") + wrongReference));
+    QVERIFY2(!problems::longerThanReference(p, answer),
+             qPrintable(answer + QLatin1String(" > ") + p.reference));
     // No exponent notation, never a "pi" left (the box shows the pi sign), no comma.
     QVERIFY2(!answer.contains(QRegularExpression(QStringLiteral("[0-9.]e[-+]?[0-9]"))),
              qPrintable(answer));
