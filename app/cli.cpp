@@ -135,6 +135,7 @@ int runSymbolic(const QStringList& args, QTextStream& out, QTextStream& err)
     QString formula;
     bool haveFormula = false;
     QString label = QStringLiteral("f(x)");
+    eval::SymbolicOptions options; // the answer is read and written in the angle unit
     for (qsizetype i = 0; i < args.size(); ++i) {
         const QString& option = args[i];
         if (i + 1 >= args.size())
@@ -146,14 +147,11 @@ int runSymbolic(const QStringList& args, QTextStream& out, QTextStream& err)
         } else if (option == QLatin1String("--label")) {
             label = value;
         } else if (option == QLatin1String("--angle")) {
-            // Symbolic answers are worked out in radians; another unit is refused rather
-            // than answered wrongly.
             QString problem;
             const std::optional<model::AngleUnit> unit = angleByName(value, problem);
             if (!unit)
                 return usageError(err, problem);
-            if (*unit != model::AngleUnit::Radians)
-                return usageError(err, QStringLiteral("%1 answers in radians only").arg(command));
+            options.angleUnit = int(*unit);
         } else {
             return usageError(err, QStringLiteral("unexpected argument '%1'").arg(option));
         }
@@ -169,8 +167,8 @@ int runSymbolic(const QStringList& args, QTextStream& out, QTextStream& err)
             err << message << "\n";
     };
     const QString answer = command == QLatin1String("--derivative")
-                               ? eval::SymbolicDerivative(formula, variable, 1, report)
-                               : eval::SymbolicPrimitive(formula, variable, report);
+                               ? eval::SymbolicDerivative(formula, variable, 1, report, options)
+                               : eval::SymbolicPrimitive(formula, variable, report, options);
     err.flush();
     if (answer.isEmpty())
         return kExitCompileError;
@@ -439,10 +437,9 @@ QString usageText()
         "usage: curvix [DRAWING.curvix]      open the main window (with a saved drawing)\n"
         "       curvix --eval FORMULA --at X [--at X ...] [--label f(t)] [--angle rad|deg|grad]\n"
         "                                    print the formula's value at each X\n"
-        "       curvix --derivative FORMULA [--label f(t)] [--angle rad]\n"
-        "       curvix --primitive FORMULA [--label f(t)] [--angle rad]\n"
+        "       curvix --derivative FORMULA [--label f(t)] [--angle rad|deg|grad]\n"
+        "       curvix --primitive FORMULA [--label f(t)] [--angle rad|deg|grad]\n"
         "                                    print the derivative or a primitive function\n"
-        "                                    (worked out in radians)\n"
         "       curvix --export FILE [--size WxH] [--view xmin,xmax,xstep,ymin,ymax,ystep]\n"
         "                    [--angle rad|deg|grad] [--exact-trig] [--no-grid] [--colors auto]\n"
         "                    [--equal-scale] [--smooth]\n"

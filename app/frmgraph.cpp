@@ -423,7 +423,8 @@ void frmgraph::requestSymbolic(bool derivative)
     const QString text = m_entry->functionText();
     if (text.isEmpty())
         return;
-    m_symbolic->request(derivative, text, model::labelVariable(m_entry->labelText()), selectedEntry());
+    m_symbolic->request(derivative, text, model::labelVariable(m_entry->labelText()), selectedEntry(),
+                        m_state.angleUnit);
 }
 
 void frmgraph::onSymbolicAnswer(bool derivative, int source, const QString& answer)

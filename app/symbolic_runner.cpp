@@ -24,7 +24,8 @@ bool SymbolicRunner::busy() const
     return m_watcher.isRunning();
 }
 
-void SymbolicRunner::request(bool derivative, const QString& text, const QString& variable, int source)
+void SymbolicRunner::request(bool derivative, const QString& text, const QString& variable, int source,
+                             eval::AngleUnit unit)
 {
     if (busy())
         return;
@@ -35,6 +36,7 @@ void SymbolicRunner::request(bool derivative, const QString& text, const QString
     m_cancel = std::make_shared<std::atomic_bool>(false);
     eval::SymbolicOptions options = m_baseOptions;
     options.cancel = m_cancel;
+    options.angleUnit = int(unit);
     m_watcher.setFuture(QtConcurrent::run([derivative, text, variable, options] {
         Outcome outcome;
         const auto report = [&outcome](const QString& m) { outcome.messages << m; };

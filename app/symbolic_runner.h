@@ -2,6 +2,7 @@
 
 #include "model/link_check.h"
 #include "model/prompter.h"
+#include "eval/angle_unit.h"
 #include "eval/symbolic.h"
 
 #include <QFutureWatcher>
@@ -25,7 +26,9 @@ public:
 
     // Asks for the derivative (or a primitive) of the text; source is the entry it belongs
     // to, -1 when the text is not drawn. Refused while another request runs.
-    void request(bool derivative, const QString& text, const QString& variable, int source);
+    // The answer is read and written in the angle unit: in degrees sin(x)' = ¶cos(x)/180.
+    void request(bool derivative, const QString& text, const QString& variable, int source,
+                 eval::AngleUnit unit = eval::AngleUnit::Radians);
     // Gives up a running request: no answer and no message follow.
     void cancel();
     bool busy() const;

@@ -72,7 +72,7 @@ void TestCli::commands_data()
     row("degrees", {"--eval", "sin(x)+asin(x/90)", "--angle", "deg", "--at", "90", "--at", "180"},
         0, "91\nnan\n");
     row("gradians", {"--eval", "cos(x)", "--angle", "grad", "--at", "200"}, 0, "-1\n");
-    row("symbolic in radians only", {"--derivative", "sin(x)", "--angle", "deg"}, 2, "", "radians");
+    row("a derivative in degrees", {"--derivative", "sin(x)", "--angle", "deg"}, 0, "¶cos(x)/180\n");
     row("unknown command", {"--frobnicate"}, 2, "", "usage");
 
     row("primitive in the label's variable", {"--primitive", "t^2", "--label", "g(t)"}, 0, "t^3/3\n");
