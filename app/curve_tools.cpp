@@ -3,12 +3,16 @@
 #include "app/plot_view.h"
 #include "app/plot_widget.h"
 #include "app/status_panels.h"
+#include "eval/formula.h"
 #include "eval/numtext.h"
 #include "model/strings.h"
+#include "plot/coordinates.h"
 #include "plot/picking.h"
 #include "plot/trace.h"
 
 #include <QHBoxLayout>
+#include <QLineEdit>
+#include <QStyle>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolButton>
@@ -28,13 +32,15 @@ CurveTools::CurveTools(model::AppState& state, PlotView& view, StatusPanels& sta
     m_controls->setObjectName(QStringLiteral("traceControls"));
     auto* row = new QHBoxLayout(m_controls);
     row->setContentsMargins(0, 0, 0, 0);
+    // The style's own media pictures: no font is needed for them.
     const char* names[3] = {"tracePlay", "tracePause", "traceStep"};
-    const QString glyphs[3] = {QStringLiteral("\u25B6"), QStringLiteral("\u23F8"),
-                               QStringLiteral("\u23ED")};
+    const QStyle::StandardPixmap icons[3] = {QStyle::SP_MediaPlay, QStyle::SP_MediaPause,
+                                             QStyle::SP_MediaSkipForward};
     for (int i = 0; i < 3; ++i) {
         auto* button = new QToolButton;
         button->setObjectName(QLatin1String(names[i]));
-        button->setText(glyphs[i]);
+        button->setIcon(m_controls->style()->standardIcon(icons[i]));
+        button->setAutoRaise(true);
         button->setToolTip(LoadResString(2061 + i));
         button->setAccessibleName(button->toolTip());
         button->setFocusPolicy(Qt::NoFocus);
@@ -46,8 +52,32 @@ CurveTools::CurveTools(model::AppState& state, PlotView& view, StatusPanels& sta
                 playTrace(i == 0);
         });
     }
+    m_traceX = new QLineEdit;
+    m_traceX->setObjectName(QStringLiteral("traceX"));
+    m_traceX->setToolTip(LoadResString(5180));
+    m_traceX->setAccessibleName(m_traceX->toolTip());
+    m_traceX->setMaximumWidth(90);
+    row->addWidget(m_traceX);
+    connect(m_traceX, &QLineEdit::returnPressed, this, &CurveTools::traceToTypedX);
     bar->addPermanentWidget(m_controls);
     m_controls->hide();
+}
+
+void CurveTools::traceToTypedX()
+{
+    const std::optional<double> x = plot::readRangeNumber(m_traceX->text());
+    if (!x || !m_state.trace.on)
+        return;
+    const model::ViewWindow& view = m_state.view;
+    if (*x < view.XMin || *x > view.XMax) {
+        m_status.showMessage(LoadResString(5186).arg(eval::readoutNumber(*x)));
+        return;
+    }
+    plot::traceTo(m_state, *x);
+    emit redrawNeeded();
+    // The trace walks to the next defined point: say so when the typed x is not one.
+    if (!m_state.trace.found || std::abs(m_state.trace.x - *x) > m_state.sampleStep)
+        m_status.showMessage(LoadResString(5181).arg(eval::readoutNumber(*x)));
 }
 
 bool CurveTools::startTrace(int entry)
@@ -57,6 +87,8 @@ bool CurveTools::startTrace(int entry)
         return false;
     }
     m_controls->show();
+    // The arrow keys step the trace at once, without a click on the plot first.
+    m_view.plot()->setFocus(Qt::OtherFocusReason);
     emit redrawNeeded();
     return true;
 }
@@ -112,6 +144,9 @@ void CurveTools::afterRedraw()
         m_status.setReadout(0, QStringLiteral("TRACE ") + m_state.graphs[std::size_t(trace.entry)].text);
         m_status.setReadout(1, trace.found ? QStringLiteral("X = ") + text(trace.x) : QString());
         m_status.setReadout(2, trace.found ? QStringLiteral("Y = ") + text(trace.y) : QString());
+        m_status.setReadout(3, trace.found && trace.hasSlope
+                                   ? QStringLiteral("k = ") + eval::readoutNumber(trace.slope)
+                                   : QString());
     }
     if (m_playing)
         m_timer->start();

@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QPointF>
 
+class QLineEdit;
 class QStatusBar;
 class QTimer;
 class QWidget;
@@ -44,7 +45,10 @@ private:
     model::AppState& m_state;
     PlotView& m_view;
     StatusPanels& m_status;
+    void traceToTypedX();
+
     QWidget* m_controls = nullptr;
+    QLineEdit* m_traceX = nullptr;
     QTimer* m_timer = nullptr;
     bool m_playing = false;
 };

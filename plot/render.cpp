@@ -212,6 +212,20 @@ void paintCurves(Surface& surface, const model::AppState& state,
         drawHorizontalLine(surface, view, y, guideColor);
 }
 
+// The slope and the line of each tangent, beside its point of tangency.
+void paintTangentLabels(Surface& surface, const model::AppState& state)
+{
+    surface.painter.setPen(colorFromValue(state.tangentColor));
+    auto paintLabel = [&](const model::GraphMark& mark) {
+        if (!mark.label.isEmpty() && std::isfinite(mark.y))
+            surface.painter.drawText(surface.scale.toPixel(mark.x, mark.y) + QPointF(8, 16), mark.label);
+    };
+    for (const model::GraphEntry& entry : state.graphs)
+        std::for_each(entry.marks.begin(), entry.marks.end(), paintLabel);
+    if (state.demonstration.tangent)
+        paintLabel(*state.demonstration.tangent);
+}
+
 } // namespace
 
 QString TraceText(const model::AppState& state)
@@ -310,12 +324,16 @@ Surface paintUnderLabels(const model::AppState& state, QPainter& painter, QSizeF
     // Labels dropped on the plot are placed here once the plot can hold them.
 
     paintCurves(surface, state);
+    paintTangentLabels(surface, state);
 
     if (state.trace.on && state.trace.found) {
         const QColor traceColor = colorFromValue(state.tangentColor);
-        drawDot(surface, state.trace.x, state.trace.y, traceColor);
         const QPointF at = surface.scale.toPixel(state.trace.x, state.trace.y);
-        painter.setPen(traceColor);
+        // A filled dot: the ring of a point of tangency is too easily lost on a curve.
+        painter.setPen(QPen(traceColor, 1));
+        painter.setBrush(traceColor);
+        painter.drawEllipse(at, 4.5, 4.5);
+        painter.setBrush(Qt::NoBrush);
         painter.drawText(at + QPointF(8, -8), TraceText(state));
     }
     return surface;

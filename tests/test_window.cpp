@@ -545,7 +545,7 @@ private slots:
     {
         ShownWindow w;
         w.type(QStringLiteral("sin(x)"));
-        w.state.graphs[0].marks.push_back({QStringLiteral("x"), 0.5 * eval::kPiValue, 1, {}, {}, 0});
+        w.state.graphs[0].marks.push_back({QStringLiteral("x"), 0.5 * eval::kPiValue, 1, {}, {}, 0, {}});
         auto* exact = w.get<QCheckBox>(QStringLiteral("Check1"));
         exact->click();
         w.closePopup(QStringLiteral("mnupop2"));
