@@ -141,7 +141,7 @@ double quotient(const CompiledFormula& curve, double x0, double left, double rig
 // stays put.
 bool growsWithoutBound(double fine, double coarse)
 {
-    return std::abs(fine) > 1 && std::abs(fine) > 3 * std::abs(coarse);
+    return std::abs(fine) > 1 && std::abs(fine) > 3 * std::abs(coarse); // false for NaN
 }
 
 } // namespace
@@ -160,20 +160,18 @@ CurveSlope SlopeAt(const CompiledFormula& curve, double x0, const CompiledFormul
     // About the cube root of the machine epsilon: the central difference's truncation and
     // rounding errors balance there.
     const double h = 6e-6 * std::max(1.0, std::abs(x0));
-    double fine = quotient(curve, x0, h, h);
-    double coarse = quotient(curve, x0, 16 * h, 16 * h);
-    if (std::isnan(fine)) {
-        // At an edge of the domain the side that is defined decides.
-        const bool right = std::isfinite(curve.evaluate(x0 + h));
-        fine = right ? quotient(curve, x0, 0, h) : quotient(curve, x0, h, 0);
-        coarse = right ? quotient(curve, x0, 0, 16 * h) : quotient(curve, x0, 16 * h, 0);
-    }
-    if (std::isnan(fine))
+    // Each side on its own, so that a cusp (sqrt(abs(x)) at 0) is not hidden by symmetry.
+    const double left = quotient(curve, x0, h, 0);
+    const double right = quotient(curve, x0, 0, h);
+    if (std::isnan(left) && std::isnan(right))
         return result;
-    if (growsWithoutBound(fine, coarse) || !std::isfinite(fine)) {
+    if (growsWithoutBound(left, quotient(curve, x0, 16 * h, 0)) ||
+        growsWithoutBound(right, quotient(curve, x0, 0, 16 * h))) {
         result.kind = SlopeKind::Vertical;
         return result;
     }
+    // At an edge of the domain the side that is defined decides.
+    double fine = std::isnan(left) ? right : std::isnan(right) ? left : quotient(curve, x0, h, h);
     // Below the difference's own accuracy a slope is zero.
     if (std::abs(fine) < 1e-8 * std::max({1.0, std::abs(result.y), std::abs(x0)}))
         fine = 0;
@@ -189,7 +187,7 @@ QString TangentEquationText(double slope, double x0, double y0, const QString& v
                             const QLocale& locale)
 {
     const double k = QString::number(slope, 'g', 4).toDouble(); // the k shown
-    double m = y0 - k * x0;
+    double m = y0 - slope * x0;
     // What is left of m after cancelling is rounding, not an intercept.
     if (std::abs(m) < 1e-9 * std::max({1.0, std::abs(y0), std::abs(k * x0)}))
         m = 0;

@@ -11,4 +11,15 @@ namespace curvix::plot {
 // within maxPixels of it; -1 when no curve passes that close.
 int nearestCurve(const model::AppState& state, QSizeF surface, QPointF at, double maxPixels = 4);
 
+// A tangent by its entry and its place in the entry's marks.
+struct TangentPick {
+    int entry = -1;
+    int mark = -1;
+    bool found() const { return entry >= 0; }
+};
+// The drawn tangent whose point of tangency is nearest to a point of the surface, within
+// maxPixels of it; none when no such point is that close.
+TangentPick nearestTangentPoint(const model::AppState& state, QSizeF surface, QPointF at,
+                                double maxPixels = 8);
+
 } // namespace curvix::plot
