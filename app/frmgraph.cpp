@@ -65,6 +65,7 @@ frmgraph::frmgraph(model::Prompter& prompter, QWidget* parent)
     m_demonstration = new Demonstration(m_state, m_prompter, *m_status, statusBar());
     m_symbolic = new SymbolicRunner(m_prompter, this);
     m_curveTools->useSymbolic(m_symbolic);
+    m_demonstration->useSymbolic(m_symbolic);
     m_entry->setPiTargets([this](const QWidget* w) { return m_ranges->takesPi(w); });
     m_plotView->labels().setFont(m_entry->labelFont());
 
@@ -204,6 +205,7 @@ void frmgraph::connectParts()
     connect(m_colors, &ColorActions::redrawNeeded, this, &frmgraph::redraw);
     connect(m_colors, &ColorActions::curveColorsChanged, this, &frmgraph::showFunctionItems);
     connect(m_demonstration, &Demonstration::redrawNeeded, this, &frmgraph::redraw);
+    connect(m_demonstration, &Demonstration::functionsChanged, this, &frmgraph::showFunctionItems);
     connect(m_demonstration, &Demonstration::started, this, [this] { m_actions->trace->setChecked(false); });
     connect(m_symbolic, &SymbolicRunner::answered, this, &frmgraph::onSymbolicAnswer);
     connect(m_symbolic, &SymbolicRunner::busyChanged, this, [this](bool busy) {
@@ -422,8 +424,11 @@ void frmgraph::deleteSelectedFunction()
     // The traced curve keeps the trace when an entry before it goes and its index moves.
     if (!model::deleteFunctionItem(m_state, m_entry->itemPosition(m_state.functionItems)))
         return;
+    m_demonstration->functionDeleted();
     if (m_state.trace.on)
         m_state.trace.entry = model::findGraphByText(m_state, traced);
+    if (m_state.trace.on && m_state.trace.entry < 0) // it went with its source
+        m_actions->trace->setChecked(false);
     showFunctionItems();
     m_entry->setFunctionText(QString());
     redraw();
@@ -582,8 +587,6 @@ void frmgraph::openDemonstration()
         return;
     }
     frmtangent* window = tangentWindow();
-    if (window->usage() != frmtangent::Usage::Demonstration)
-        window->setValues({});
     window->setUsage(frmtangent::Usage::Demonstration);
     window->setFunction(m_entry->functionText());
     window->show();

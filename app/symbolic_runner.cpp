@@ -11,8 +11,17 @@ SymbolicRunner::SymbolicRunner(model::Prompter& prompter, QObject* parent)
 {
     connect(&m_watcher, &QFutureWatcher<Outcome>::finished, this, &SymbolicRunner::finish);
     connect(&m_slopeWatcher, &QFutureWatcher<QString>::finished, this, [this] {
-        emit slopeFormulaAnswered(m_slopeRequest.first, m_slopeRequest.second, m_slopeWatcher.result());
+        const QString answer = m_slopeWatcher.result();
+        if (!answer.isEmpty())
+            m_links.derivatives[m_slopeRequest] = answer;
+        emit slopeFormulaAnswered(m_slopeRequest.first, m_slopeRequest.second, answer);
     });
+}
+
+QString SymbolicRunner::rememberedDerivative(const QString& text, const QString& variable) const
+{
+    const auto it = m_links.derivatives.find({text, variable});
+    return it == m_links.derivatives.end() ? QString() : it->second;
 }
 
 void SymbolicRunner::requestSlopeFormula(const QString& text, const QString& variable)

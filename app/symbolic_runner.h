@@ -38,6 +38,8 @@ public:
     // no busy state) and beside the commands' requests; one at a time, later asks while
     // one runs are dropped. An empty answer means the library could not.
     void requestSlopeFormula(const QString& text, const QString& variable);
+    // A derivative either channel has answered before; "" when none is known.
+    QString rememberedDerivative(const QString& text, const QString& variable) const;
 
 signals:
     void answered(bool derivative, int source, const QString& answer);

@@ -8,7 +8,8 @@
 namespace curvix::plot {
 
 // The entry with a sampled point nearest to a point of the plot surface (logical pixels),
-// within maxPixels of it; -1 when no curve passes that close.
+// within maxPixels of it; -1 when no curve passes that close. A curve the user drew wins
+// over a derivative a demonstration kept.
 int nearestCurve(const model::AppState& state, QSizeF surface, QPointF at, double maxPixels = 4);
 
 // A tangent by its entry and its place in the entry's marks.

@@ -1,6 +1,7 @@
 #include "plot/render.h"
 
 #include "eval/numtext.h"
+#include "model/strings.h"
 #include "plot/colors.h"
 #include "plot/flood_fill.h"
 #include "plot/surface.h"
@@ -202,7 +203,7 @@ void paintCurves(Surface& surface, const model::AppState& state,
     if (demo.tangent)
         paintMark(*demo.tangent);
     drawCurvePoints(surface, demo.curve, demoColor);
-    drawCurvePoints(surface, demo.derivative, demoColor);
+    drawCurvePoints(surface, demo.derivative, colorOf(demo.derivativeColor));
 
     // Guide lines take the function colour of this redraw.
     const QColor guideColor = colorOf(state.functionColor);
@@ -224,6 +225,29 @@ void paintTangentLabels(Surface& surface, const model::AppState& state)
         std::for_each(entry.marks.begin(), entry.marks.end(), paintLabel);
     if (state.demonstration.tangent)
         paintLabel(*state.demonstration.tangent);
+}
+
+// While a demonstration walks, a small legend in the upper left corner names f, f' and the
+// tangent in their colours.
+void paintDemonstrationLegend(Surface& surface, const model::AppState& state)
+{
+    const model::Demonstration& demo = state.demonstration;
+    if (!demo.running)
+        return;
+    const QString variable = state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
+    std::vector<std::pair<QColor, QString>> rows{
+        {colorFromValue(demo.color), QStringLiteral("f(%1) = %2").arg(variable, demo.text)}};
+    if (demo.withDerivative)
+        rows.emplace_back(colorFromValue(demo.derivativeColor), QStringLiteral("f\u2032(%1)").arg(variable));
+    rows.emplace_back(colorFromValue(state.tangentColor), model::LoadResString(5185));
+    QPainter& painter = surface.painter;
+    const int line = painter.fontMetrics().height();
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const double y = 8 + line * (double(i) + 0.5);
+        painter.setPen(QPen(rows[i].first, 2));
+        painter.drawLine(QPointF(8, y), QPointF(28, y));
+        painter.drawText(QPointF(34, y + painter.fontMetrics().ascent() / 2.0 - 1), rows[i].second);
+    }
 }
 
 } // namespace
@@ -325,6 +349,7 @@ Surface paintUnderLabels(const model::AppState& state, QPainter& painter, QSizeF
 
     paintCurves(surface, state);
     paintTangentLabels(surface, state);
+    paintDemonstrationLegend(surface, state);
 
     if (state.trace.on && state.trace.found) {
         const QColor traceColor = colorFromValue(state.tangentColor);
