@@ -213,13 +213,20 @@ void paintCurves(Surface& surface, const model::AppState& state,
         drawHorizontalLine(surface, view, y, guideColor);
 }
 
-// The slope and the line of each tangent, beside its point of tangency.
-void paintTangentLabels(Surface& surface, const model::AppState& state)
+// The slope and the line of each tangent, beside its point of tangency, on a patch of the
+// background so that the curves crossing it do not hide it.
+void paintTangentLabels(Surface& surface, const model::AppState& state, QColor background)
 {
-    surface.painter.setPen(colorFromValue(state.tangentColor));
+    QPainter& painter = surface.painter;
+    painter.setPen(colorFromValue(state.tangentColor));
+    background.setAlpha(210);
     auto paintLabel = [&](const model::GraphMark& mark) {
-        if (!mark.label.isEmpty() && std::isfinite(mark.y))
-            surface.painter.drawText(surface.scale.toPixel(mark.x, mark.y) + QPointF(8, 16), mark.label);
+        if (mark.label.isEmpty() || !std::isfinite(mark.y))
+            return;
+        const QPointF at = surface.scale.toPixel(mark.x, mark.y) + QPointF(8, 16);
+        const QRectF box = QRectF(painter.fontMetrics().boundingRect(mark.label)).translated(at);
+        painter.fillRect(box.adjusted(-2, 0, 2, 0), background);
+        painter.drawText(at, mark.label);
     };
     for (const model::GraphEntry& entry : state.graphs)
         std::for_each(entry.marks.begin(), entry.marks.end(), paintLabel);
@@ -348,7 +355,7 @@ Surface paintUnderLabels(const model::AppState& state, QPainter& painter, QSizeF
     // Labels dropped on the plot are placed here once the plot can hold them.
 
     paintCurves(surface, state);
-    paintTangentLabels(surface, state);
+    paintTangentLabels(surface, state, options.background);
     paintDemonstrationLegend(surface, state);
 
     if (state.trace.on && state.trace.found) {
