@@ -3,12 +3,19 @@
 #include "app/plot_view.h"
 #include "app/plot_widget.h"
 #include "app/status_panels.h"
+#include "app/symbolic_runner.h"
+#include "eval/formula.h"
 #include "eval/numtext.h"
 #include "model/strings.h"
+#include "plot/coordinates.h"
 #include "plot/picking.h"
+#include "plot/render.h"
 #include "plot/trace.h"
 
 #include <QHBoxLayout>
+#include <QLineEdit>
+#include <QMenu>
+#include <QStyle>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolButton>
@@ -16,6 +23,15 @@
 namespace curvix::app {
 
 using model::LoadResString;
+
+namespace {
+
+QString variableOf(const model::AppState& state)
+{
+    return state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
+}
+
+} // namespace
 
 CurveTools::CurveTools(model::AppState& state, PlotView& view, StatusPanels& status, QStatusBar* bar)
     : QObject(bar), m_state(state), m_view(view), m_status(status)
@@ -28,13 +44,15 @@ CurveTools::CurveTools(model::AppState& state, PlotView& view, StatusPanels& sta
     m_controls->setObjectName(QStringLiteral("traceControls"));
     auto* row = new QHBoxLayout(m_controls);
     row->setContentsMargins(0, 0, 0, 0);
+    // The style's own media pictures: no font is needed for them.
     const char* names[3] = {"tracePlay", "tracePause", "traceStep"};
-    const QString glyphs[3] = {QStringLiteral("\u25B6"), QStringLiteral("\u23F8"),
-                               QStringLiteral("\u23ED")};
+    const QStyle::StandardPixmap icons[3] = {QStyle::SP_MediaPlay, QStyle::SP_MediaPause,
+                                             QStyle::SP_MediaSkipForward};
     for (int i = 0; i < 3; ++i) {
         auto* button = new QToolButton;
         button->setObjectName(QLatin1String(names[i]));
-        button->setText(glyphs[i]);
+        button->setIcon(m_controls->style()->standardIcon(icons[i]));
+        button->setAutoRaise(true);
         button->setToolTip(LoadResString(2061 + i));
         button->setAccessibleName(button->toolTip());
         button->setFocusPolicy(Qt::NoFocus);
@@ -46,8 +64,40 @@ CurveTools::CurveTools(model::AppState& state, PlotView& view, StatusPanels& sta
                 playTrace(i == 0);
         });
     }
+    m_traceX = new QLineEdit;
+    m_traceX->setObjectName(QStringLiteral("traceX"));
+    m_traceX->setToolTip(LoadResString(5180));
+    m_traceX->setAccessibleName(m_traceX->toolTip());
+    m_traceX->setMaximumWidth(90);
+    row->addWidget(m_traceX);
+    connect(m_traceX, &QLineEdit::returnPressed, this, &CurveTools::traceToTypedX);
     bar->addPermanentWidget(m_controls);
     m_controls->hide();
+
+    m_tangentMenu = new QMenu(m_view.plot());
+    m_tangentMenu->setObjectName(QStringLiteral("tangentPopup"));
+    QAction* remove = m_tangentMenu->addAction(LoadResString(5183));
+    remove->setObjectName(QStringLiteral("removeThisTangent"));
+    connect(remove, &QAction::triggered, this, &CurveTools::removePickedTangent);
+    connect(m_view.plot(), &PlotWidget::leftDragged, this, &CurveTools::dragTangentTo);
+    connect(m_view.plot(), &PlotWidget::leftButtonReleased, this, &CurveTools::endTangentDrag);
+}
+
+void CurveTools::traceToTypedX()
+{
+    const std::optional<double> x = plot::readRangeNumber(m_traceX->text());
+    if (!x || !m_state.trace.on)
+        return;
+    const model::ViewWindow& view = m_state.view;
+    if (*x < view.XMin || *x > view.XMax) {
+        m_status.showMessage(LoadResString(5186).arg(eval::readoutNumber(*x)));
+        return;
+    }
+    plot::traceTo(m_state, *x);
+    emit redrawNeeded();
+    // The trace walks to the next defined point: say so when the typed x is not one.
+    if (!m_state.trace.found || std::abs(m_state.trace.x - *x) > m_state.sampleStep)
+        m_status.showMessage(LoadResString(5181).arg(eval::readoutNumber(*x)));
 }
 
 bool CurveTools::startTrace(int entry)
@@ -57,6 +107,9 @@ bool CurveTools::startTrace(int entry)
         return false;
     }
     m_controls->show();
+    askSlopeFormula(m_state.trace.entry);
+    // The arrow keys step the trace at once, without a click on the plot first.
+    m_view.plot()->setFocus(Qt::OtherFocusReason);
     emit redrawNeeded();
     return true;
 }
@@ -112,6 +165,9 @@ void CurveTools::afterRedraw()
         m_status.setReadout(0, QStringLiteral("TRACE ") + m_state.graphs[std::size_t(trace.entry)].text);
         m_status.setReadout(1, trace.found ? QStringLiteral("X = ") + text(trace.x) : QString());
         m_status.setReadout(2, trace.found ? QStringLiteral("Y = ") + text(trace.y) : QString());
+        m_status.setReadout(3, trace.found && trace.hasSlope
+                                   ? QStringLiteral("k = ") + eval::readoutNumber(trace.slope)
+                                   : QString());
     }
     if (m_playing)
         m_timer->start();
@@ -126,17 +182,136 @@ void CurveTools::setTangentMode(bool on)
 
 void CurveTools::addTangentAt(QPointF at, int fallbackEntry)
 {
-    int curve = plot::nearestCurve(m_state, QSizeF(m_view.plot()->size()), at, 12);
+    // A press on a point of tangency takes that tangent along; elsewhere a new one is put.
+    const QSizeF size(m_view.plot()->size());
+    if (const plot::TangentPick pick = plot::nearestTangentPoint(m_state, size, at); pick.found()) {
+        m_drag = pick;
+        m_dragFirst = true;
+        return;
+    }
+    int curve = plot::nearestCurve(m_state, size, at, 12);
     if (curve < 0)
         curve = fallbackEntry;
     if (curve < 0)
         return;
+    const double x = m_view.toWorld(at).x();
+    if (!acceptsTangentAt(curve, x))
+        return;
+    model::GraphEntry& entry = m_state.graphs[std::size_t(curve)];
     model::GraphMark mark;
-    mark.x = m_view.toWorld(at).x();
-    m_state.graphs[std::size_t(curve)].marks.push_back(mark);
+    mark.x = x;
+    entry.marks.push_back(mark);
+    m_state.documentChanged = true;
+    askSlopeFormula(curve);
+    emit redrawNeeded();
+    // Held down, the button drags the new tangent on: the same step of the undo history.
+    m_drag = {curve, int(entry.marks.size()) - 1};
+    m_dragFirst = false;
+    m_status.showMessage(entry.marks.back().label);
+}
+
+bool CurveTools::acceptsTangentAt(int curve, double x)
+{
+    const model::GraphEntry& entry = m_state.graphs[std::size_t(curve)];
+    if (!entry.formula)
+        return false;
+    const eval::CurveSlope slope = eval::SlopeAt(*entry.formula, x, plot::exactDerivative(entry));
+    if (slope.kind == eval::SlopeKind::Finite)
+        return true;
+    const int message = slope.kind == eval::SlopeKind::Vertical ? 5182 : 5181;
+    m_status.showMessage(LoadResString(message).arg(eval::readoutNumber(x)));
+    return false;
+}
+
+void CurveTools::dragTangentTo(QPointF at)
+{
+    if (!m_drag.found() || m_drag.entry >= int(m_state.graphs.size()))
+        return;
+    model::GraphEntry& entry = m_state.graphs[std::size_t(m_drag.entry)];
+    if (m_drag.mark >= int(entry.marks.size()))
+        return;
+    // Where the curve has no finite slope the tangent waits at its last good place.
+    const double x = m_view.toWorld(at).x();
+    if (!acceptsTangentAt(m_drag.entry, x))
+        return;
+    entry.marks[std::size_t(m_drag.mark)].x = x;
+    m_state.documentChanged = true;
+    emit tangentDragged(m_dragFirst);
+    m_dragFirst = false;
+    m_status.showMessage(entry.marks[std::size_t(m_drag.mark)].label);
+}
+
+void CurveTools::useSymbolic(SymbolicRunner* runner)
+{
+    m_symbolic = runner;
+    connect(runner, &SymbolicRunner::slopeFormulaAnswered, this, &CurveTools::takeSlopeFormula);
+}
+
+void CurveTools::askSlopeFormula(int entry)
+{
+    if (!m_symbolic || entry < 0)
+        return;
+    model::GraphEntry& graph = m_state.graphs[std::size_t(entry)];
+    const auto key = std::make_pair(graph.text, variableOf(m_state));
+    if (const auto known = m_slopeFormulas.find(key); known != m_slopeFormulas.end())
+        graph.slopeFormula = known->second;
+    else
+        m_symbolic->requestSlopeFormula(key.first, key.second);
+}
+
+void CurveTools::takeSlopeFormula(const QString& text, const QString& variable, const QString& answer)
+{
+    // The answer is a formula like a typed one (with the pi character): prepared, then
+    // compiled in radians, the unit the library differentiates in. A failure is kept too,
+    // so that the library is not asked again.
+    std::shared_ptr<const eval::CompiledFormula> formula;
+    if (!answer.isEmpty()) {
+        eval::ExpressionEvaluator evaluator;
+        const QString prepared =
+            eval::PrepareExpressionText(evaluator, answer, QStringLiteral("f(%1)").arg(variable), {});
+        formula = eval::CompiledFormula::compile(prepared, variable);
+    }
+    m_slopeFormulas[{text, variable}] = formula;
+    bool changed = false;
+    for (int k = 0; k < int(m_state.graphs.size()); ++k) {
+        model::GraphEntry& entry = m_state.graphs[std::size_t(k)];
+        if (entry.text == text && variableOf(m_state) == variable) {
+            entry.slopeFormula = formula;
+            changed = true;
+        } else if (!entry.slopeFormula && (!entry.marks.empty() || m_state.trace.entry == k)) {
+            askSlopeFormula(k); // one asked at a time: the next waits for this answer
+        }
+    }
+    if (changed && formula)
+        emit redrawNeeded();
+}
+
+void CurveTools::endTangentDrag()
+{
+    m_drag = {};
+}
+
+bool CurveTools::offerTangentMenu(QPointF at)
+{
+    const plot::TangentPick pick = plot::nearestTangentPoint(m_state, QSizeF(m_view.plot()->size()), at);
+    if (!pick.found())
+        return false;
+    m_menuPick = pick;
+    if (m_view.plot()->isVisible())
+        m_tangentMenu->popup(m_view.plot()->mapToGlobal(at.toPoint()));
+    return true;
+}
+
+void CurveTools::removePickedTangent()
+{
+    if (!m_menuPick.found() || m_menuPick.entry >= int(m_state.graphs.size()))
+        return;
+    std::vector<model::GraphMark>& marks = m_state.graphs[std::size_t(m_menuPick.entry)].marks;
+    if (m_menuPick.mark < int(marks.size()))
+        marks.erase(marks.begin() + m_menuPick.mark);
+    m_menuPick = {};
     m_state.documentChanged = true;
     emit redrawNeeded();
-    m_status.showMessage(m_state.graphs[std::size_t(curve)].marks.back().line);
 }
 
 void CurveTools::removeTangents(int entry)

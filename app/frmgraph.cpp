@@ -64,6 +64,8 @@ frmgraph::frmgraph(model::Prompter& prompter, QWidget* parent)
     m_colors = new ColorActions(m_state, m_prompter, *m_plotView, this);
     m_demonstration = new Demonstration(m_state, m_prompter, *m_status, statusBar());
     m_symbolic = new SymbolicRunner(m_prompter, this);
+    m_curveTools->useSymbolic(m_symbolic);
+    m_demonstration->useSymbolic(m_symbolic);
     m_entry->setPiTargets([this](const QWidget* w) { return m_ranges->takesPi(w); });
     m_plotView->labels().setFont(m_entry->labelFont());
 
@@ -159,7 +161,13 @@ void frmgraph::createToolBar()
             button->setEnabled(command->isEnabled());
             connect(command, &QAction::changed, button,
                     [button, command] { button->setEnabled(command->isEnabled()); });
-            connect(button, &QToolButton::clicked, command, &QAction::trigger);
+            // A mode's button shows whether the mode is on, whoever turned it on or off.
+            button->setCheckable(command->isCheckable());
+            connect(command, &QAction::toggled, button, &QToolButton::setChecked);
+            connect(button, &QToolButton::clicked, command, [button, command] {
+                command->trigger();
+                button->setChecked(command->isChecked());
+            });
         }
     }
     m_toolButtons[2]->setMenu(a.zoomOutMenu);
@@ -189,9 +197,15 @@ void frmgraph::connectParts()
         m_plotView->labels().addFormula(formula, m_entry->labelText(), at);
     });
     connect(m_curveTools, &CurveTools::redrawNeeded, this, &frmgraph::redraw);
+    connect(m_curveTools, &CurveTools::tangentDragged, this, [this](bool first) {
+        m_dragContinues = !first;
+        redraw();
+        m_dragContinues = false;
+    });
     connect(m_colors, &ColorActions::redrawNeeded, this, &frmgraph::redraw);
     connect(m_colors, &ColorActions::curveColorsChanged, this, &frmgraph::showFunctionItems);
     connect(m_demonstration, &Demonstration::redrawNeeded, this, &frmgraph::redraw);
+    connect(m_demonstration, &Demonstration::functionsChanged, this, &frmgraph::showFunctionItems);
     connect(m_demonstration, &Demonstration::started, this, [this] { m_actions->trace->setChecked(false); });
     connect(m_symbolic, &SymbolicRunner::answered, this, &frmgraph::onSymbolicAnswer);
     connect(m_symbolic, &SymbolicRunner::busyChanged, this, [this](bool busy) {
@@ -410,8 +424,11 @@ void frmgraph::deleteSelectedFunction()
     // The traced curve keeps the trace when an entry before it goes and its index moves.
     if (!model::deleteFunctionItem(m_state, m_entry->itemPosition(m_state.functionItems)))
         return;
+    m_demonstration->functionDeleted();
     if (m_state.trace.on)
         m_state.trace.entry = model::findGraphByText(m_state, traced);
+    if (m_state.trace.on && m_state.trace.entry < 0) // it went with its source
+        m_actions->trace->setChecked(false);
     showFunctionItems();
     m_entry->setFunctionText(QString());
     redraw();
@@ -515,6 +532,8 @@ void frmgraph::onPlotRightReleased(QPointF at)
 {
     m_colors->setFillAnchor(m_plotView->toWorld(at));
     m_actions->fill->setEnabled(true);
+    if (m_curveTools->offerTangentMenu(at))
+        return;
     // Near a curve, the click is about that function: it is picked in the function box.
     const int curve = plot::nearestCurve(m_state, QSizeF(plotArea()->size()), at);
     if (curve >= 0) {
@@ -569,8 +588,6 @@ void frmgraph::openDemonstration()
         return;
     }
     frmtangent* window = tangentWindow();
-    if (window->usage() != frmtangent::Usage::Demonstration)
-        window->setValues({});
     window->setUsage(frmtangent::Usage::Demonstration);
     window->setFunction(m_entry->functionText());
     window->show();

@@ -175,6 +175,11 @@ frmtangent::frmtangent(model::AppState& state, model::Prompter& prompter, QWidge
 
 void frmtangent::setUsage(Usage usage)
 {
+    const bool wasDemo = m_usage == Usage::Demonstration;
+    if (wasDemo && usage != Usage::Demonstration)
+        m_demoValues = m_values;
+    else if (!wasDemo && usage == Usage::Demonstration)
+        setValues(m_demoValues);
     m_usage = usage;
     const bool demo = m_usage == Usage::Demonstration;
     const bool vertical = m_usage == Usage::VerticalLines;

@@ -69,6 +69,8 @@ private:
     Usage m_usage = Usage::Demonstration;
     QString m_function;
     std::vector<double> m_values;
+    // The demonstration's list while the window edits guide lines: each usage its own.
+    std::vector<double> m_demoValues;
 
     QGroupBox* m_demoPanel = nullptr;
     QLineEdit* m_from = nullptr;

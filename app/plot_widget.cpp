@@ -54,6 +54,8 @@ void PlotWidget::mouseReleaseEvent(QMouseEvent* event)
     }
     if (event->button() == Qt::RightButton)
         emit rightButtonReleased(event->position());
+    if (event->button() == Qt::LeftButton)
+        emit leftButtonReleased(event->position());
     QWidget::mouseReleaseEvent(event);
 }
 
@@ -82,6 +84,8 @@ void PlotWidget::mouseMoveEvent(QMouseEvent* event)
 {
     if (m_panFrom)
         emit panned(event->position() - *m_panFrom);
+    else if (event->buttons() & Qt::LeftButton)
+        emit leftDragged(event->position());
     emit pointerMoved(event->position());
     QWidget::mouseMoveEvent(event);
 }

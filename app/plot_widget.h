@@ -27,6 +27,9 @@ signals:
     void wheelTurned(double steps, QPointF at);
     void rightButtonReleased(QPointF at);
     void leftButtonPressed(QPointF at);
+    // The pointer moved with the left button held (not a drag of the view), and let go.
+    void leftDragged(QPointF at);
+    void leftButtonReleased(QPointF at);
     void doubleClicked(QPointF at);
     // The pointer over the plot, with or without a button held.
     void pointerMoved(QPointF at);

@@ -10,13 +10,39 @@ SymbolicRunner::SymbolicRunner(model::Prompter& prompter, QObject* parent)
     : QObject(parent), m_prompter(prompter)
 {
     connect(&m_watcher, &QFutureWatcher<Outcome>::finished, this, &SymbolicRunner::finish);
+    connect(&m_slopeWatcher, &QFutureWatcher<QString>::finished, this, [this] {
+        const QString answer = m_slopeWatcher.result();
+        if (!answer.isEmpty())
+            m_links.derivatives[m_slopeRequest] = answer;
+        emit slopeFormulaAnswered(m_slopeRequest.first, m_slopeRequest.second, answer);
+    });
+}
+
+QString SymbolicRunner::rememberedDerivative(const QString& text, const QString& variable) const
+{
+    const auto it = m_links.derivatives.find({text, variable});
+    return it == m_links.derivatives.end() ? QString() : it->second;
+}
+
+void SymbolicRunner::requestSlopeFormula(const QString& text, const QString& variable)
+{
+    if (m_slopeWatcher.isRunning())
+        return;
+    m_slopeRequest = {text, variable};
+    eval::SymbolicOptions options = m_baseOptions;
+    options.cancel = m_slopeCancel;
+    m_slopeWatcher.setFuture(QtConcurrent::run([text, variable, options] {
+        return eval::SymbolicDerivative(text, variable, 1, {}, options);
+    }));
 }
 
 SymbolicRunner::~SymbolicRunner()
 {
     // The worker may not outlive the window that waits for it.
     cancel();
+    m_slopeCancel->store(true);
     m_watcher.waitForFinished();
+    m_slopeWatcher.waitForFinished();
 }
 
 bool SymbolicRunner::busy() const

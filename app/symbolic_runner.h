@@ -37,8 +37,16 @@ public:
     // Whether a text is the remembered derivative or primitive of a source text.
     model::LinkCheck& linkCheck() { return m_links; }
 
+    // The derivative for the slopes of tangents and the trace: asked quietly (no message,
+    // no busy state) and beside the commands' requests; one at a time, later asks while
+    // one runs are dropped. An empty answer means the library could not.
+    void requestSlopeFormula(const QString& text, const QString& variable);
+    // A derivative either channel has answered before; "" when none is known.
+    QString rememberedDerivative(const QString& text, const QString& variable) const;
+
 signals:
     void answered(bool derivative, int source, const QString& answer);
+    void slopeFormulaAnswered(const QString& text, const QString& variable, const QString& answer);
     void busyChanged(bool busy);
 
 private:
@@ -59,6 +67,9 @@ private:
 
     model::Prompter& m_prompter;
     QFutureWatcher<Outcome> m_watcher;
+    QFutureWatcher<QString> m_slopeWatcher;
+    std::pair<QString, QString> m_slopeRequest;
+    std::shared_ptr<std::atomic_bool> m_slopeCancel = std::make_shared<std::atomic_bool>(false);
     std::shared_ptr<std::atomic_bool> m_cancel;
     bool m_derivative = true;
     int m_source = -1;

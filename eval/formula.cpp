@@ -126,6 +126,86 @@ TangentLine TangentLineText(const CompiledFormula& curve, const QString& variabl
     return line;
 }
 
+namespace {
+
+// The difference quotient over [x0 - left, x0 + right]; NaN when either end is undefined.
+double quotient(const CompiledFormula& curve, double x0, double left, double right)
+{
+    const double a = curve.evaluate(x0 - left);
+    const double b = curve.evaluate(x0 + right);
+    return std::isfinite(a) && std::isfinite(b) ? (b - a) / (left + right) : qQNaN();
+}
+
+// A slope that grows as the step shrinks has no finite limit: 16 times smaller a step
+// gives a root's quotient 4 to 6 times, a jump's 16 times the size; a smooth curve's
+// stays put.
+bool growsWithoutBound(double fine, double coarse)
+{
+    return std::abs(fine) > 1 && std::abs(fine) > 3 * std::abs(coarse); // false for NaN
+}
+
+} // namespace
+
+CurveSlope SlopeAt(const CompiledFormula& curve, double x0, const CompiledFormula* derivative)
+{
+    CurveSlope result;
+    result.y = curve.evaluate(x0);
+    if (!std::isfinite(result.y))
+        return result;
+    if (derivative) {
+        const double d = derivative->evaluate(x0);
+        if (std::isfinite(d))
+            return {SlopeKind::Finite, result.y, d};
+    }
+    // About the cube root of the machine epsilon: the central difference's truncation and
+    // rounding errors balance there.
+    const double h = 6e-6 * std::max(1.0, std::abs(x0));
+    // Each side on its own, so that a cusp (sqrt(abs(x)) at 0) is not hidden by symmetry.
+    const double left = quotient(curve, x0, h, 0);
+    const double right = quotient(curve, x0, 0, h);
+    if (std::isnan(left) && std::isnan(right))
+        return result;
+    if (growsWithoutBound(left, quotient(curve, x0, 16 * h, 0)) ||
+        growsWithoutBound(right, quotient(curve, x0, 0, 16 * h))) {
+        result.kind = SlopeKind::Vertical;
+        return result;
+    }
+    // At an edge of the domain the side that is defined decides.
+    double fine = std::isnan(left) ? right : std::isnan(right) ? left : quotient(curve, x0, h, h);
+    // Below the difference's own accuracy a slope is zero.
+    if (std::abs(fine) < 1e-8 * std::max({1.0, std::abs(result.y), std::abs(x0)}))
+        fine = 0;
+    return {SlopeKind::Finite, result.y, fine};
+}
+
+QString readoutNumber(double value, const QLocale& locale)
+{
+    return numberText(value, locale, 4).replace(u'-', QChar(0x2212));
+}
+
+QString TangentEquationText(double slope, double x0, double y0, const QString& variable,
+                            const QLocale& locale)
+{
+    const double k = QString::number(slope, 'g', 4).toDouble(); // the k shown
+    double m = y0 - slope * x0;
+    // What is left of m after cancelling is rounding, not an intercept.
+    if (std::abs(m) < 1e-9 * std::max({1.0, std::abs(y0), std::abs(k * x0)}))
+        m = 0;
+    QString line;
+    if (k != 0) {
+        line = k == 1 ? QString() : k == -1 ? QString(QChar(0x2212)) : readoutNumber(k, locale);
+        line += variable;
+    }
+    if (m != 0 || k == 0) {
+        const QString mText = readoutNumber(std::abs(m), locale);
+        if (k == 0)
+            line = readoutNumber(m, locale);
+        else
+            line += (m < 0 ? QStringLiteral(" \u2212 ") : QStringLiteral(" + ")) + mText;
+    }
+    return QStringLiteral("k = %1   y = %2").arg(readoutNumber(slope, locale), line);
+}
+
 int MatchingParenPosition(const QString& text)
 {
     // The loop stops before the last character: a ")" there is found by falling through.

@@ -45,6 +45,26 @@ struct TangentLine {
 TangentLine TangentLineText(const CompiledFormula& curve, const QString& variable, double x0,
                             double sampleStep, const QLocale& locale = QLocale());
 
+// The slope of a curve at x0 as the tangent's read-out shows it: from the derivative's
+// formula when one is given and finite there, otherwise a central difference (exact for
+// parabolas, so a minimum of x^3-3x reads 0). Undefined where the curve is; Vertical where
+// the difference grows without bound as the step shrinks (sqrt at 0, a cube root, a jump).
+enum class SlopeKind { Finite, Undefined, Vertical };
+struct CurveSlope {
+    SlopeKind kind = SlopeKind::Undefined;
+    double y = 0;     // the curve at x0
+    double slope = 0; // Finite only
+};
+CurveSlope SlopeAt(const CompiledFormula& curve, double x0,
+                   const CompiledFormula* derivative = nullptr);
+
+// The read-out beside a point of tangency: "k = 0.5   y = 0.5x − 1", 4 significant
+// digits and a real minus sign, in the list's variable.
+QString TangentEquationText(double slope, double x0, double y0, const QString& variable,
+                            const QLocale& locale = QLocale());
+// A number as the read-outs write it: 4 significant digits, a real minus sign.
+QString readoutNumber(double value, const QLocale& locale = QLocale());
+
 // log10(u) becomes (ln(u)/ln(10)) for the first log10 and those nested in its argument.
 QString RewriteLog10(const QString& text);
 // 1-based position of the ")" that closes an already opened "(", by the fall-through rule.

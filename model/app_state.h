@@ -79,6 +79,8 @@ struct AppState {
         double x = 0;
         double y = 0;     // where the point was last drawn
         bool found = false;
+        bool hasSlope = false; // slope holds the curve's finite slope at the point
+        double slope = 0;
     } trace;
 
     Demonstration demonstration;

@@ -20,6 +20,9 @@ struct GraphMark {
     std::vector<eval::PointD> points;
     QString line; // the tangent's formula as last drawn, for the status bar
     double y = 0; // the point of tangency as last drawn
+    // "k = …   y = kx + m" beside the point, with the exact slope; empty (and nothing
+    // drawn) where the curve has no finite slope at x.
+    QString label;
 };
 
 // One drawn function. The typed text is the key; links are list indexes, -1 for none.
@@ -33,6 +36,9 @@ struct GraphEntry {
     // (a pole, a jump or a gap in the domain lies between them).
     std::vector<std::size_t> breaks;
     std::vector<GraphMark> marks;
+    // The symbolic derivative, compiled in radians, for the slopes the tangents and the
+    // trace read out; none until the library has answered, or where it cannot.
+    std::shared_ptr<const eval::CompiledFormula> slopeFormula;
     qint32 derivativeIndex = -1;
     qint32 primitiveIndex = -1;
     quint32 color = 0;

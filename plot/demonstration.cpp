@@ -92,8 +92,54 @@ bool startDemonstration(model::AppState& state, int sourceEntry, std::vector<dou
     // The curve is sampled once: the walk shows it as it stood at the start.
     demo.curve = sampleCurve(*demo.formula, state.view, sampleStepFor(state.view));
     demo.withDerivative = withDerivative;
+    demo.derivativeColor = state.functionColor == model::kDemoDerivativeColor
+                               ? model::kDemoDerivativeSecondColor
+                               : model::kDemoDerivativeColor;
+    demo.keptDerivatives = std::move(state.demonstration.keptDerivatives);
     state.demonstration = std::move(demo);
     return true;
+}
+
+bool resumesDemonstration(const model::AppState& state, const QString& function)
+{
+    const model::Demonstration& demo = state.demonstration;
+    return demo.running && demo.text == function && demo.next > 0 && demo.next < demo.xs.size();
+}
+
+model::AddResult keepDerivative(model::AppState& state, model::Prompter& prompter,
+                                model::LinkCheck& links, const QString& sourceText,
+                                const QString& derivativeText)
+{
+    model::Demonstration& demo = state.demonstration;
+    const int source = model::findGraphByText(state, sourceText);
+    if (source < 0 || derivativeText.isEmpty())
+        return model::AddResult::Rejected;
+    demo.derivative.clear();
+    const QString variable = state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
+    state.pendingDerivativeOf = source;
+    const model::AddResult result = model::addFunction(
+        state, prompter, links, derivativeText, QStringLiteral("f(%1)").arg(variable));
+    if (result == model::AddResult::Added) {
+        state.graphs.back().color = demo.derivativeColor;
+        demo.keptDerivatives.emplace_back(sourceText, derivativeText);
+    }
+    return result;
+}
+
+bool dropOrphanedDerivatives(model::AppState& state)
+{
+    std::vector<std::pair<QString, QString>>& kept = state.demonstration.keptDerivatives;
+    bool dropped = false;
+    for (auto it = kept.begin(); it != kept.end();) {
+        if (model::graphExists(state, it->first)) {
+            ++it;
+            continue;
+        }
+        const int item = model::findItemByText(state, it->second);
+        dropped = (item > 0 && model::deleteFunctionItem(state, item)) || dropped;
+        it = kept.erase(it);
+    }
+    return dropped;
 }
 
 DemoStepResult demonstrationStep(model::AppState& state)
@@ -119,8 +165,8 @@ void stopDemonstration(model::AppState& state)
         return;
     model::Demonstration after;
     after.color = demo.color;
-    after.withDerivative = demo.withDerivative;
-    after.derivative = std::move(demo.derivative);
+    after.derivativeColor = demo.derivativeColor;
+    after.keptDerivatives = std::move(demo.keptDerivatives);
     demo = std::move(after);
 }
 

@@ -2,6 +2,7 @@
 
 #include "eval/formula.h"
 #include "model/app_state.h"
+#include "model/graph_list.h"
 
 #include <QString>
 
@@ -34,7 +35,22 @@ struct DemoStepResult {
 // from the last x to this one, for a listed x a short piece of its own.
 DemoStepResult demonstrationStep(model::AppState& state);
 
-// Ends the walk: the curve and its tangent go, the derivative's graph stays drawn.
+// Ends the walk: the curve, its tangent and the growing derivative's graph go (the
+// derivative stays as an item when keepDerivative made it one).
 void stopDemonstration(model::AppState& state);
+
+// Whether Start on this function goes on with a paused walk rather than beginning anew:
+// the walk runs on it and has steps left.
+bool resumesDemonstration(const model::AppState& state, const QString& function);
+
+// The derivative's graph of a walk on sourceText becomes an item of the function box,
+// linked to its source as the Derivative command links it, in the derivative's colour;
+// the grown points go. Duplicate when that text is drawn already (the points go all the
+// same), Rejected when the source is gone or the text is empty.
+model::AddResult keepDerivative(model::AppState& state, model::Prompter& prompter,
+                                model::LinkCheck& links, const QString& sourceText,
+                                const QString& derivativeText);
+// Deletes the kept derivatives whose source is no longer drawn; true when one went.
+bool dropOrphanedDerivatives(model::AppState& state);
 
 } // namespace curvix::plot

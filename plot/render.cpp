@@ -1,6 +1,7 @@
 #include "plot/render.h"
 
 #include "eval/numtext.h"
+#include "model/strings.h"
 #include "plot/colors.h"
 #include "plot/flood_fill.h"
 #include "plot/surface.h"
@@ -202,7 +203,7 @@ void paintCurves(Surface& surface, const model::AppState& state,
     if (demo.tangent)
         paintMark(*demo.tangent);
     drawCurvePoints(surface, demo.curve, demoColor);
-    drawCurvePoints(surface, demo.derivative, demoColor);
+    drawCurvePoints(surface, demo.derivative, colorOf(demo.derivativeColor));
 
     // Guide lines take the function colour of this redraw.
     const QColor guideColor = colorOf(state.functionColor);
@@ -210,6 +211,50 @@ void paintCurves(Surface& surface, const model::AppState& state,
         drawVerticalLine(surface, view, x, guideColor);
     for (double y : state.horizontalLines)
         drawHorizontalLine(surface, view, y, guideColor);
+}
+
+// The slope and the line of each tangent, beside its point of tangency, on a patch of the
+// background so that the curves crossing it do not hide it.
+void paintTangentLabels(Surface& surface, const model::AppState& state, QColor background)
+{
+    QPainter& painter = surface.painter;
+    painter.setPen(colorFromValue(state.tangentColor));
+    background.setAlpha(210);
+    auto paintLabel = [&](const model::GraphMark& mark) {
+        if (mark.label.isEmpty() || !std::isfinite(mark.y))
+            return;
+        const QPointF at = surface.scale.toPixel(mark.x, mark.y) + QPointF(8, 16);
+        const QRectF box = QRectF(painter.fontMetrics().boundingRect(mark.label)).translated(at);
+        painter.fillRect(box.adjusted(-2, 0, 2, 0), background);
+        painter.drawText(at, mark.label);
+    };
+    for (const model::GraphEntry& entry : state.graphs)
+        std::for_each(entry.marks.begin(), entry.marks.end(), paintLabel);
+    if (state.demonstration.tangent)
+        paintLabel(*state.demonstration.tangent);
+}
+
+// While a demonstration walks, a small legend in the upper left corner names f, f' and the
+// tangent in their colours.
+void paintDemonstrationLegend(Surface& surface, const model::AppState& state)
+{
+    const model::Demonstration& demo = state.demonstration;
+    if (!demo.running)
+        return;
+    const QString variable = state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
+    std::vector<std::pair<QColor, QString>> rows{
+        {colorFromValue(demo.color), QStringLiteral("f(%1) = %2").arg(variable, demo.text)}};
+    if (demo.withDerivative)
+        rows.emplace_back(colorFromValue(demo.derivativeColor), QStringLiteral("f\u2032(%1)").arg(variable));
+    rows.emplace_back(colorFromValue(state.tangentColor), model::LoadResString(5185));
+    QPainter& painter = surface.painter;
+    const int line = painter.fontMetrics().height();
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const double y = 8 + line * (double(i) + 0.5);
+        painter.setPen(QPen(rows[i].first, 2));
+        painter.drawLine(QPointF(8, y), QPointF(28, y));
+        painter.drawText(QPointF(34, y + painter.fontMetrics().ascent() / 2.0 - 1), rows[i].second);
+    }
 }
 
 } // namespace
@@ -310,12 +355,17 @@ Surface paintUnderLabels(const model::AppState& state, QPainter& painter, QSizeF
     // Labels dropped on the plot are placed here once the plot can hold them.
 
     paintCurves(surface, state);
+    paintTangentLabels(surface, state, options.background);
+    paintDemonstrationLegend(surface, state);
 
     if (state.trace.on && state.trace.found) {
         const QColor traceColor = colorFromValue(state.tangentColor);
-        drawDot(surface, state.trace.x, state.trace.y, traceColor);
         const QPointF at = surface.scale.toPixel(state.trace.x, state.trace.y);
-        painter.setPen(traceColor);
+        // A filled dot: the ring of a point of tangency is too easily lost on a curve.
+        painter.setPen(QPen(traceColor, 1));
+        painter.setBrush(traceColor);
+        painter.drawEllipse(at, 4.5, 4.5);
+        painter.setBrush(Qt::NoBrush);
         painter.drawText(at + QPointF(8, -8), TraceText(state));
     }
     return surface;

@@ -59,8 +59,12 @@ SampledCurve sampleSmoothCurve(const eval::CompiledFormula& formula, const model
 // The tangent mark at x of a curve: its formula through TangentLineText (lifted by one
 // step), slope, point of tangency and points over the view; no points where the curve
 // is undefined at x.
+// The label and the status come from SlopeAt with the derivative's formula, when given.
 model::GraphMark tangentMark(const eval::CompiledFormula& curve, const QString& variable, double x,
-                             const model::ViewWindow& view, double step);
+                             const model::ViewWindow& view, double step,
+                             const eval::CompiledFormula* derivative = nullptr);
+// The derivative's formula of an entry that applies to its compiled curve, or none.
+const eval::CompiledFormula* exactDerivative(const model::GraphEntry& entry);
 
 // Writes everything derived from the drawing and its view: the sample step, every entry's
 // points and tangent marks, the demonstration's tangent and the trace point. An entry made
@@ -81,7 +85,8 @@ void redraw(model::AppState& state, QImage& picture, const RedrawOptions& option
             const eval::Report& report = {});
 
 // Puts the trace on the sampled point of its curve: the first defined point at or after
-// its x (points where the function is undefined are passed over); false when none.
+// its x (points where the function is undefined are passed over), with its slope there;
+// false when none.
 bool PlaceTracePoint(model::AppState& state);
 
 // The trace read-out beside the point: "(x; y)" with the coordinate separator, 7 decimals.

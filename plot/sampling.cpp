@@ -176,8 +176,16 @@ SampledCurve sampleSmoothCurve(const eval::CompiledFormula& formula, const model
     return curve;
 }
 
+const eval::CompiledFormula* exactDerivative(const model::GraphEntry& entry)
+{
+    // The library's derivative is taken in radians: in other units the difference decides.
+    const eval::CompiledFormula* d = entry.slopeFormula.get();
+    return d && entry.formula && d->angleUnit() == entry.formula->angleUnit() ? d : nullptr;
+}
+
 model::GraphMark tangentMark(const eval::CompiledFormula& curve, const QString& variable, double x,
-                             const model::ViewWindow& view, double step)
+                             const model::ViewWindow& view, double step,
+                             const eval::CompiledFormula* derivative)
 {
     const eval::TangentLine line = eval::TangentLineText(curve, variable, x, step);
     model::GraphMark mark;
@@ -186,9 +194,11 @@ model::GraphMark tangentMark(const eval::CompiledFormula& curve, const QString& 
     mark.slope = line.slope;
     mark.line = line.text;
     mark.y = line.y;
-    // Outside the function's domain there is no tangent: nothing to draw, nothing to say.
-    if (!std::isfinite(mark.slope) || !std::isfinite(mark.y))
+    // Outside the function's domain, or at a vertical tangent, nothing is drawn or said.
+    const eval::CurveSlope exact = eval::SlopeAt(curve, x, derivative);
+    if (exact.kind != eval::SlopeKind::Finite || !std::isfinite(mark.slope))
         return mark;
+    mark.label = eval::TangentEquationText(exact.slope, x, exact.y, variable);
     // The line's text is a formula like any typed one: prepared (decimal comma) and compiled.
     eval::ExpressionEvaluator evaluator;
     const QString prepared = eval::PrepareExpressionText(
@@ -216,7 +226,7 @@ void sampleDrawing(model::AppState& state, const eval::Report& report)
         entry.breaks = std::move(curve.breaks);
         for (model::GraphMark& mark : entry.marks) {
             if (formula)
-                mark = tangentMark(*formula, variable, mark.x, view, step);
+                mark = tangentMark(*formula, variable, mark.x, view, step, exactDerivative(entry));
             else
                 mark.points.clear();
         }
@@ -251,6 +261,13 @@ bool PlaceTracePoint(model::AppState& state)
     trace.x = at->x;
     trace.y = at->y;
     trace.found = true;
+    const model::GraphEntry& entry = state.graphs[std::size_t(trace.entry)];
+    trace.hasSlope = false;
+    if (entry.formula) {
+        const eval::CurveSlope slope = eval::SlopeAt(*entry.formula, trace.x, exactDerivative(entry));
+        trace.hasSlope = slope.kind == eval::SlopeKind::Finite;
+        trace.slope = slope.slope;
+    }
     return true;
 }
 

@@ -2,6 +2,8 @@
 
 #include "model/graph_list.h"
 
+#include <limits>
+
 namespace curvix::plot {
 
 int traceEntryFor(const model::AppState& state, const QString& boxText)
@@ -12,11 +14,37 @@ int traceEntryFor(const model::AppState& state, const QString& boxText)
     return state.graphs.empty() ? -1 : 0;
 }
 
+namespace {
+
+// Distances in fractions of the view, so that a tall view does not favour points near
+// the vertical middle line.
+double startX(const model::AppState& state, int entry)
+{
+    const model::ViewWindow& v = state.view;
+    const double midX = (v.XMin + v.XMax) / 2;
+    const double midY = (v.YMin + v.YMax) / 2;
+    double best = midX;
+    double bestDistance = std::numeric_limits<double>::infinity();
+    for (const eval::PointD& p : state.graphs[std::size_t(entry)].points) {
+        if (p.y < v.YMin || p.y > v.YMax || p.x < v.XMin || p.x > v.XMax)
+            continue;
+        const double dx = (p.x - midX) / (v.XMax - v.XMin);
+        const double dy = (p.y - midY) / (v.YMax - v.YMin);
+        if (dx * dx + dy * dy < bestDistance) {
+            bestDistance = dx * dx + dy * dy;
+            best = p.x;
+        }
+    }
+    return best;
+}
+
+} // namespace
+
 bool startTrace(model::AppState& state, int entry)
 {
     if (entry < 0 || entry >= static_cast<int>(state.graphs.size()))
         return false;
-    state.trace = {true, entry, state.view.XMin, 0, false};
+    state.trace = {true, entry, startX(state, entry), 0, false};
     return true;
 }
 

@@ -10,8 +10,9 @@ namespace curvix::plot {
 // -1 when the list is empty.
 int traceEntryFor(const model::AppState& state, const QString& boxText);
 
-// Starts the trace on an entry at the left end of the view, its point not yet found.
-// False, and nothing changes, when there is no such entry.
+// Starts the trace on an entry at its sampled point in the view nearest the view's middle
+// (the middle's x when none is in the view), its point not yet found. False, and
+// nothing changes, when there is no such entry.
 bool startTrace(model::AppState& state, int entry);
 void stopTrace(model::AppState& state);
 

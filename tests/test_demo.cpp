@@ -80,6 +80,9 @@ private slots:
         QVERIFY(std::abs(d.tangentX() - (paused + 0.1)) < 1e-9);
         d.command3(app::DemoStep)->click();
         QVERIFY(std::abs(d.tangentX() - (paused + 0.2)) < 1e-9);
+        d.click("start"); // goes on from where it stands
+        QVERIFY(d.window.demonstration().playing() && std::abs(d.tangentX() - (paused + 0.2)) < 1e-9);
+        d.click("pause");
         QVERIFY(!d.window.demonstration().playing());
         QVERIFY(child<QLabel>(&d.window, QStringLiteral("StatusBar1_4"))->text().startsWith("f'(x) = "));
         d.command3(app::DemoStop)->click();
@@ -93,6 +96,11 @@ private slots:
             d.click("add");
         }
         d.click("sort");
+        // The guide lines' editor, cancelled, leaves the demonstration's list alone.
+        child<QAction>(&d.window, QStringLiteral("mnuvertical"))->trigger();
+        d.click("cancel");
+        child<QAction>(&d.window, QStringLiteral("mnudemo"))->trigger();
+        QCOMPARE(d.tangent->values().size(), std::size_t(3));
         d.click("start");
         d.click("pause");
         std::vector<double> xs{d.tangentX()};

@@ -55,7 +55,7 @@ private slots:
     void plan();
     void walkFollowsTheDerivative_data();
     void walkFollowsTheDerivative();
-    void stopKeepsOnlyTheDerivative();
+    void theDerivativeBecomesAnItemOfItsSource();
     void startRefusesWithoutAFunction();
 };
 
@@ -151,42 +151,57 @@ void TestDemonstration::walkFollowsTheDerivative()
         for (std::size_t i = 1; i < xs.size(); ++i)
             QVERIFY(xs[i].x - xs[i - 1].x <= 10.0 / 7000 * 1.01);
     }
-    QCOMPARE(d.state.graphs.size(), std::size_t(1)); // the graph list is never touched
+    QCOMPARE(d.state.graphs.size(), std::size_t(1)); // the walk itself adds no entry
 }
 
-void TestDemonstration::stopKeepsOnlyTheDerivative()
+void TestDemonstration::theDerivativeBecomesAnItemOfItsSource()
 {
     Drawing d(QStringLiteral("x^3-2x"));
     QVERIFY(d.start(plot::planDemonstration(-2, 2, 1, {}), false));
+    plot::demonstrationStep(d.state);
+    // Start after a pause goes on with this function's walk; at its end it begins anew.
+    QVERIFY(plot::resumesDemonstration(d.state, QStringLiteral("x^3-2x")));
+    QVERIFY(!plot::resumesDemonstration(d.state, QStringLiteral("x^2")));
     const std::vector<eval::PointD> curve = d.state.demonstration.curve;
     while (plot::demonstrationStep(d.state).stepped) {
     }
+    QVERIFY(!plot::resumesDemonstration(d.state, QStringLiteral("x^3-2x")));
     // A redraw of another view resamples the list, never the demonstrated curve.
     QImage picture(500, 500, QImage::Format_ARGB32_Premultiplied);
     d.state.view = ViewWindow{-3, 3, 1, 1, -3, 3, 1, 1};
     plot::redraw(d.state, picture, {});
     QCOMPARE(d.state.demonstration.curve.front().x, curve.front().x);
 
+    struct : model::LinkCheck {
+        bool isDerivativeOf(const QString&, const QString&, const QString&) override { return true; }
+        bool isPrimitiveOf(const QString&, const QString&, const QString&) override { return false; }
+    } links;
+    QCOMPARE(plot::keepDerivative(d.state, d.prompter, links, QStringLiteral("x^3-2x"), QStringLiteral("3x^2-2")),
+             model::AddResult::Added);
+    QVERIFY(d.state.demonstration.derivative.empty());
+    QCOMPARE(model::derivativeOf(d.state, 0), 1);
+    QCOMPARE(d.state.functionItems[1], (model::FunctionItem{QStringLiteral("3x^2-2"), 1}));
     plot::stopDemonstration(d.state);
-    const model::Demonstration& demo = d.state.demonstration;
-    QVERIFY(!demo.running && demo.curve.empty() && !demo.tangent);
-    QVERIFY(!plot::demonstrationStep(d.state).stepped);
+    QVERIFY(!d.state.demonstration.running && d.state.demonstration.curve.empty());
 
-    // Drawn in the demonstration's colour: the derivative at x = 1 is 1, the curve -1.
-    d.state.graphs.clear();
-    d.state.graphCount = 0;
+    // A colour of its own: the derivative at x = 1 is 1, the curve -1.
     plot::redraw(d.state, picture, {});
     const plot::PlotScale scale = plot::SetPlotScale(QSizeF(picture.size()), d.state.view);
-    auto greenNear = [&](double x, double y) {
+    auto colorNear = [&](double x, double y, quint32 color) {
         const QPoint at = scale.toPixel(x, y).toPoint();
         for (int dy = -2; dy <= 2; ++dy)
             for (int dx = -2; dx <= 2; ++dx)
-                if (picture.pixelColor(at + QPoint(dx, dy)) == plot::colorFromValue(kGreen))
+                if (picture.pixelColor(at + QPoint(dx, dy)) == plot::colorFromValue(color))
                     return true;
         return false;
     };
-    QVERIFY(greenNear(1, 1));
-    QVERIFY(!greenNear(1.8, 1.8 * 1.8 * 1.8 - 3.6)); // where only the curve was
+    const quint32 fColor = d.state.graphs[0].color;
+    QVERIFY(d.state.graphs[1].color != fColor);
+    QVERIFY(colorNear(1, 1, d.state.graphs[1].color) && colorNear(1, -1, fColor));
+    // It goes with its source.
+    QVERIFY(model::deleteFunctionItem(d.state, 1));
+    QVERIFY(plot::dropOrphanedDerivatives(d.state));
+    QVERIFY(d.state.graphs.empty() && d.state.functionItems.empty());
 }
 
 void TestDemonstration::startRefusesWithoutAFunction()

@@ -92,6 +92,10 @@ private slots:
     void prepareExpressionText();
     void tangentLineText_data();
     void tangentLineText();
+    void slopeAgreesWithTheDerivative_data();
+    void slopeAgreesWithTheDerivative();
+    void tangentReadout_data();
+    void tangentReadout();
 };
 
 // ---- evaluator ---------------------------------------------------------------------------
@@ -463,6 +467,64 @@ void TestEval::tangentLineText()
              QString(text).replace(u'.', u','));
 
     QCOMPARE(line.y, curve->evaluate(x0)); // the point of tangency itself, not rounded
+}
+
+void TestEval::slopeAgreesWithTheDerivative_data()
+{
+    QTest::addColumn<QString>("curve");
+    QTest::addColumn<QString>("derivative");
+    QTest::addColumn<double>("from"); // ten points from here on, 0.97 apart
+    QTest::newRow("cubic") << "x^3-3x" << "3x^2-3" << -4.5;
+    QTest::newRow("sine") << "sin(x)" << "cos(x)" << -4.5;
+    QTest::newRow("exponential") << "exp(x/2)" << "exp(x/2)/2" << -4.5;
+    QTest::newRow("logarithm") << "ln(x)" << "1/x" << 0.05;
+    QTest::newRow("rational") << "1/(x^2+1)" << "-2x/(x^2+1)^2" << -4.5;
+}
+
+void TestEval::slopeAgreesWithTheDerivative()
+{
+    QFETCH(QString, curve);
+    QFETCH(QString, derivative);
+    QFETCH(double, from);
+    const auto f = CompiledFormula::compile(curve, QStringLiteral("x"));
+    const auto d = CompiledFormula::compile(derivative, QStringLiteral("x"));
+    QVERIFY(f && d);
+    for (int i = 0; i < 10; ++i) {
+        const double x = from + 0.97 * i;
+        const CurveSlope difference = SlopeAt(*f, x);
+        QVERIFY(difference.kind == SlopeKind::Finite);
+        QVERIFY2(close(difference.slope, d->evaluate(x), 1e-8), qPrintable(QString::number(x)));
+        // With the derivative's formula the slope is the formula's value.
+        QCOMPARE(SlopeAt(*f, x, d.get()).slope, d->evaluate(x));
+    }
+}
+
+void TestEval::tangentReadout_data()
+{
+    QTest::addColumn<QString>("curve");
+    QTest::addColumn<double>("x0");
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<QString>("text"); // with "." for the locale's separator
+    const int finite = int(SlopeKind::Finite);
+    QTest::newRow("a minimum reads 0") << "x^3-3x" << 1.0 << finite << "k = 0   y = \u22122";
+    QTest::newRow("real minus signs") << "x^2" << 1.0 << finite << "k = 2   y = 2x \u2212 1";
+    QTest::newRow("4 digits") << "1/x" << 3.0 << finite << "k = \u22120.1111   y = \u22120.1111x + 0.6667";
+    QTest::newRow("not defined") << "ln(x)" << -2.0 << int(SlopeKind::Undefined) << "";
+    QTest::newRow("vertical at an end") << "sqrt(x)" << 0.0 << int(SlopeKind::Vertical) << "";
+    QTest::newRow("vertical cusp") << "sqrt(abs(x))" << 0.0 << int(SlopeKind::Vertical) << "";
+}
+
+void TestEval::tangentReadout()
+{
+    QFETCH(QString, curve);
+    QFETCH(double, x0);
+    QFETCH(int, kind);
+    QFETCH(QString, text);
+    const auto f = CompiledFormula::compile(curve, QStringLiteral("x"));
+    const CurveSlope slope = SlopeAt(*f, x0);
+    QCOMPARE(int(slope.kind), kind);
+    if (slope.kind == SlopeKind::Finite)
+        QCOMPARE(TangentEquationText(slope.slope, x0, slope.y, QStringLiteral("x")), inLocale(text));
 }
 
 QTEST_GUILESS_MAIN(TestEval)

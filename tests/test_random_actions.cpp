@@ -200,7 +200,7 @@ private:
     }
 
     // Starts a walk as the demonstration window plans it (or a list of its own), steps,
-    // stops or plays; the graph list stays as it was.
+    // stops or plays; the graph list stays as it was but for the derivatives a walk keeps.
     void demonstrate(const Action& act)
     {
         app::Demonstration& demo = window.demonstration();
@@ -215,7 +215,13 @@ private:
             demo.stop();
         else
             demo.play(!demo.playing());
-        if (state.functionItems != items)
+        const auto& kept = state.demonstration.keptDerivatives;
+        auto isNew = [&](const model::FunctionItem& item) {
+            return std::none_of(items.begin(), items.end(), [&](const auto& i) { return i.text == item.text; }) &&
+                   std::none_of(kept.begin(), kept.end(), [&](const auto& k) { return k.second == item.text; });
+        };
+        if (state.functionItems.size() < items.size() ||
+            std::any_of(state.functionItems.begin(), state.functionItems.end(), isNew))
             m_problem = QStringLiteral("the demonstration changed the graph list");
     }
 

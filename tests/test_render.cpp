@@ -3,6 +3,7 @@
 #include "plot/coordinates.h"
 #include "plot/render.h"
 #include "plot/ticks.h"
+#include "plot/trace.h"
 #include "scripted_prompter.h"
 
 #include <QGuiApplication>
@@ -105,6 +106,8 @@ private slots:
     void sineInDegreesIsOnePeriod();
     void traceStandsOnDefinedPoints_data();
     void traceStandsOnDefinedPoints();
+    void traceStartsAtTheVisiblePointNearestTheMiddle_data();
+    void traceStartsAtTheVisiblePointNearestTheMiddle();
     void piMultiples_data();
     void piMultiples();
     void pictureIgnoresTheApplicationPalette();
@@ -498,9 +501,10 @@ void TestRender::traceStandsOnDefinedPoints_data()
     QTest::addColumn<double>("x");
     QTest::addColumn<bool>("found");
     QTest::addColumn<double>("expectedX");
-    QTest::newRow("on the curve") << "x^2" << 1.0 << true << 1.0;
-    QTest::newRow("undefined part passed over") << "sqrt(x)" << -3.0 << true << 0.0;
-    QTest::newRow("nothing after the end") << "sqrt(-x)" << 1.0 << false << 0.0;
+    QTest::addColumn<double>("slope"); // NaN: none read out
+    QTest::newRow("on the curve") << "x^2" << 1.0 << true << 1.0 << 2.0;
+    QTest::newRow("undefined part passed over") << "sqrt(x)" << -3.0 << true << 0.0 << qQNaN();
+    QTest::newRow("nothing after the end") << "sqrt(-x)" << 1.0 << false << 0.0 << qQNaN();
 }
 
 void TestRender::traceStandsOnDefinedPoints()
@@ -509,6 +513,7 @@ void TestRender::traceStandsOnDefinedPoints()
     QFETCH(double, x);
     QFETCH(bool, found);
     QFETCH(double, expectedX);
+    QFETCH(double, slope);
     Scene scene;
     scene.add(formula);
     scene.state.trace = {true, 0, x, 0, false};
@@ -516,6 +521,33 @@ void TestRender::traceStandsOnDefinedPoints()
     QCOMPARE(scene.state.trace.found, found);
     if (found)
         QVERIFY(std::abs(scene.state.trace.x - expectedX) <= scene.state.sampleStep);
+    QCOMPARE(scene.state.trace.hasSlope, !std::isnan(slope));
+    if (scene.state.trace.hasSlope)
+        QVERIFY(std::abs(scene.state.trace.slope - slope) <= 2 * scene.state.sampleStep);
+}
+
+void TestRender::traceStartsAtTheVisiblePointNearestTheMiddle_data()
+{
+    QTest::addColumn<QString>("formula");
+    QTest::addColumn<double>("x");
+    QTest::newRow("through the middle") << "x^3-3x" << 0.0;
+    QTest::newRow("a line: the foot from the middle") << "x-3" << 1.5;
+    QTest::newRow("ln: where x^2 = -ln x") << "ln(x)" << 0.6529186;
+    QTest::newRow("nothing in the view: the middle's x") << "x+20" << 0.0;
+}
+
+void TestRender::traceStartsAtTheVisiblePointNearestTheMiddle()
+{
+    QFETCH(QString, formula);
+    QFETCH(double, x);
+    Scene scene;
+    scene.add(formula);
+    scene.draw();
+    QVERIFY(plot::startTrace(scene.state, 0));
+    scene.draw();
+    QVERIFY(scene.state.trace.found);
+    QVERIFY2(std::abs(scene.state.trace.x - x) <= scene.state.sampleStep,
+             qPrintable(QString::number(scene.state.trace.x)));
 }
 
 void TestRender::piMultiples_data()

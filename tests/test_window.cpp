@@ -545,7 +545,7 @@ private slots:
     {
         ShownWindow w;
         w.type(QStringLiteral("sin(x)"));
-        w.state.graphs[0].marks.push_back({QStringLiteral("x"), 0.5 * eval::kPiValue, 1, {}, {}, 0});
+        w.state.graphs[0].marks.push_back({QStringLiteral("x"), 0.5 * eval::kPiValue, 1, {}, {}, 0, {}});
         auto* exact = w.get<QCheckBox>(QStringLiteral("Check1"));
         exact->click();
         w.closePopup(QStringLiteral("mnupop2"));
@@ -627,11 +627,27 @@ private slots:
         app::PlotLabel* label = w.labels().value(0);
         // The sample nearest the pixel clicked lies within a pixel of (2, 2).
         QVERIFY2(label->text().contains(QRegularExpression("^\\(2([.,]00\\d*)?\\| 2([.,]00\\d*)?\\)$")), qPrintable(label->text()));
-        // Tangent mode puts a tangent on the curve clicked; the curve's menu removes it.
-        w.get<QToolButton>(QStringLiteral("Command5_4"))->click();
+        // Tangent mode, its button pressed, puts a tangent on the curve clicked; dragging it
+        // moves it along the curve in one undo step; its popup removes it.
+        auto* tangentButton = w.get<QToolButton>(QStringLiteral("Command5_4"));
+        tangentButton->click();
+        QVERIFY(tangentButton->isChecked());
         QTest::mousePress(w.window.plotArea(), Qt::LeftButton, {}, w.pixel(1, 1));
-        QVERIFY2(w.status().contains(QStringLiteral("*x+")), qPrintable(w.status()));
+        QVERIFY2(w.status().contains(QStringLiteral("k = 1   y = x")), qPrintable(w.status()));
+        for (double x : {1.5, 2.0})
+            QTest::mouseMove(w.window.plotArea(), w.pixel(x, x));
+        QTest::mouseRelease(w.window.plotArea(), Qt::LeftButton, {}, w.pixel(2, 2));
         QCOMPARE(w.state.graphs[0].marks.size(), std::size_t(1));
+        QVERIFY(std::abs(w.state.graphs[0].marks[0].x - 2) < 0.05);
+        w.action("mnuundo")->trigger();
+        QVERIFY(w.state.graphs[0].marks.empty());
+        w.action("mnuredo")->trigger();
+        label = w.labels().value(0); // the drawing shown again made its labels anew
+        QTest::mouseRelease(w.window.plotArea(), Qt::RightButton, {}, w.pixel(2, 2));
+        w.get<QMenu>(QStringLiteral("tangentPopup"))->actions().value(0)->trigger();
+        w.closePopup(QStringLiteral("tangentPopup"));
+        QVERIFY(w.state.graphs[0].marks.empty());
+        tangentButton->click();
 
         // The zoom box: Escape leaves the view, a double-click zooms into the box, the quarter
         // below and right of the centre to the nearest pixel.
