@@ -215,18 +215,23 @@ void paintCurves(Surface& surface, const model::AppState& state,
 
 // The slope and the line of each tangent, beside its point of tangency, on a patch of the
 // background so that the curves crossing it do not hide it.
-void paintTangentLabels(Surface& surface, const model::AppState& state, QColor background)
+// A read-out on a patch of the background, so that no curve or grid line strikes through it.
+void drawTextOnPatch(QPainter& painter, QPointF at, const QString& text, QColor background)
+{
+    background.setAlpha(210);
+    const QRectF box = QRectF(painter.fontMetrics().boundingRect(text)).translated(at);
+    painter.fillRect(box.adjusted(-2, 0, 2, 0), background);
+    painter.drawText(at, text);
+}
+
+void paintTangentLabels(Surface& surface, const model::AppState& state, const QColor& background)
 {
     QPainter& painter = surface.painter;
     painter.setPen(colorFromValue(state.tangentColor));
-    background.setAlpha(210);
     auto paintLabel = [&](const model::GraphMark& mark) {
-        if (mark.label.isEmpty() || !std::isfinite(mark.y))
-            return;
-        const QPointF at = surface.scale.toPixel(mark.x, mark.y) + QPointF(8, 16);
-        const QRectF box = QRectF(painter.fontMetrics().boundingRect(mark.label)).translated(at);
-        painter.fillRect(box.adjusted(-2, 0, 2, 0), background);
-        painter.drawText(at, mark.label);
+        if (!mark.label.isEmpty() && std::isfinite(mark.y))
+            drawTextOnPatch(painter, surface.scale.toPixel(mark.x, mark.y) + QPointF(8, 16), mark.label,
+                            background);
     };
     for (const model::GraphEntry& entry : state.graphs)
         std::for_each(entry.marks.begin(), entry.marks.end(), paintLabel);
@@ -331,7 +336,7 @@ void ReplayFills(QImage& picture, const model::AppState& state, const RedrawOpti
 
 namespace {
 
-// Everything but the tick labels, which the caller draws last, over the fills too.
+// Everything but the read-outs, which the caller draws last, over the fills too.
 Surface paintUnderLabels(const model::AppState& state, QPainter& painter, QSizeF logical,
                          QImage* raster, const RedrawOptions& options)
 {
@@ -355,20 +360,27 @@ Surface paintUnderLabels(const model::AppState& state, QPainter& painter, QSizeF
     // Labels dropped on the plot are placed here once the plot can hold them.
 
     paintCurves(surface, state);
+    return surface;
+}
+
+// What is read over everything else, the fills too: the tick labels, then the tangents'
+// read-outs, the demonstration's legend and the trace with its read-out.
+void paintReadouts(Surface& surface, const model::AppState& state, const RedrawOptions& options)
+{
+    drawTickLabels(surface, state.view, options, state.angleUnit, colorFromValue(state.axisColor));
     paintTangentLabels(surface, state, options.background);
     paintDemonstrationLegend(surface, state);
-
-    if (state.trace.on && state.trace.found) {
-        const QColor traceColor = colorFromValue(state.tangentColor);
-        const QPointF at = surface.scale.toPixel(state.trace.x, state.trace.y);
-        // A filled dot: the ring of a point of tangency is too easily lost on a curve.
-        painter.setPen(QPen(traceColor, 1));
-        painter.setBrush(traceColor);
-        painter.drawEllipse(at, 4.5, 4.5);
-        painter.setBrush(Qt::NoBrush);
-        painter.drawText(at + QPointF(8, -8), TraceText(state));
-    }
-    return surface;
+    if (!state.trace.on || !state.trace.found)
+        return;
+    QPainter& painter = surface.painter;
+    const QColor traceColor = colorFromValue(state.tangentColor);
+    const QPointF at = surface.scale.toPixel(state.trace.x, state.trace.y);
+    // A filled dot: the ring of a point of tangency is too easily lost on a curve.
+    painter.setPen(QPen(traceColor, 1));
+    painter.setBrush(traceColor);
+    painter.drawEllipse(at, 4.5, 4.5);
+    painter.setBrush(Qt::NoBrush);
+    drawTextOnPatch(painter, at + QPointF(8, -8), TraceText(state), options.background);
 }
 
 } // namespace
@@ -377,7 +389,7 @@ void paintPlot(const model::AppState& state, QPainter& painter, QSizeF logical, 
                const RedrawOptions& options)
 {
     Surface surface = paintUnderLabels(state, painter, logical, raster, options);
-    drawTickLabels(surface, state.view, options, state.angleUnit, colorFromValue(state.axisColor));
+    paintReadouts(surface, state, options);
 }
 
 void redraw(model::AppState& state, QImage& picture, const RedrawOptions& options,
@@ -398,7 +410,7 @@ void redraw(model::AppState& state, QImage& picture, const RedrawOptions& option
     painter.setRenderHint(QPainter::TextAntialiasing, true);
     const PlotScale scale = SetPlotScale(picture.deviceIndependentSize(), state.view);
     Surface surface{&picture, painter, scale, {}};
-    drawTickLabels(surface, state.view, options, state.angleUnit, colorFromValue(state.axisColor));
+    paintReadouts(surface, state, options);
 }
 
 } // namespace curvix::plot
