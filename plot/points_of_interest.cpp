@@ -173,9 +173,27 @@ private:
         return y > 0 ? 1 : -1;
     }
     bool isZeroSample(std::size_t i) const { return defined(i) && signAt(i) == 0; }
+    // No pole and no jump from sample lo to sample hi.
+    bool continuousBetween(std::size_t lo, std::size_t hi) const
+    {
+        for (std::size_t j = lo; j < hi; ++j)
+            if (!continuousOn(m_f, m_s.xs[j], m_s.xs[j + 1], m_s.ys[j], m_s.ys[j + 1]))
+                return false;
+        return true;
+    }
     void addRoot(std::vector<double>& out, std::size_t lo, std::size_t hi);
     void addDomainEdge(std::vector<double>& out, std::size_t inside, std::size_t outside);
     void refineExtremum(std::size_t lo, std::size_t hi, bool maximum);
+    void refineInflection(std::vector<double>& out, std::size_t lo, std::size_t hi);
+    // Whether the curvature has opposite signs just left and right of x, measured over less
+    // than the distance to x: a kink (2-sqrt(abs(x)) at 0) changes the sign of the samples'
+    // differences only.
+    bool curvatureChangesSign(double x) const
+    {
+        const double q = m_s.step / 4, k = q / 4;
+        const double left = curvatureAt(m_f, x - q, k), right = curvatureAt(m_f, x + q, k);
+        return (left > 0 && right < 0) || (left < 0 && right > 0);
+    }
 
     Function m_f;
     Samples m_s;
@@ -188,6 +206,8 @@ private:
 // A zero bracketed by two samples of opposite sign; none where the function jumps.
 void Finder::addRoot(std::vector<double>& out, std::size_t lo, std::size_t hi)
 {
+    if (!continuousBetween(lo, hi))
+        return;
     const double ya = m_s.ys[lo], yb = m_s.ys[hi];
     const double x = brentZero(m_f, m_s.xs[lo], m_s.xs[hi], ya, yb, m_absTol);
     const double y = std::isfinite(x) ? m_f(x) : x;
@@ -251,6 +271,8 @@ std::vector<double> Finder::zeros()
 
 void Finder::refineExtremum(std::size_t lo, std::size_t hi, bool maximum)
 {
+    if (!continuousBetween(lo, hi))
+        return; // a pole between rising and falling samples
     const double a = m_s.xs[lo], b = m_s.xs[hi];
     const double scale = std::max(1.0, std::max(std::abs(a), std::abs(b)));
     const double k = std::min(1e-3 * scale, m_s.step / 4);
@@ -267,7 +289,7 @@ void Finder::refineExtremum(std::size_t lo, std::size_t hi, bool maximum)
     double low = m_s.ys[lo], high = low;
     for (std::size_t i = lo; i <= hi; ++i)
         low = std::min(low, m_s.ys[i]), high = std::max(high, m_s.ys[i]);
-    // A pole between the samples: the value runs away from what the samples showed.
+    // The refinement ran away from what the samples showed.
     const double allowance = (high - low) + 64 * kEps * (std::abs(high) + std::abs(low));
     if (!std::isfinite(y) || y > high + allowance || y < low - allowance)
         return;
@@ -298,7 +320,8 @@ void Finder::findExtrema()
             continue;
         }
         const double d = m_s.ys[i + 1] - m_s.ys[i];
-        const double noise = 16 * kEps * (std::abs(m_s.ys[i]) + std::abs(m_s.ys[i + 1]));
+        const double noise = 16 * kEps * (std::abs(m_s.ys[i]) + std::abs(m_s.ys[i + 1])) +
+                             m_s.noise[i] + m_s.noise[i + 1];
         const int sign = d > noise ? 1 : d < -noise ? -1 : 0;
         if (sign == 0)
             continue;
@@ -307,6 +330,36 @@ void Finder::findExtrema()
         lastSign = sign;
         lastIndex = i;
     }
+}
+
+// The curvature changes sign between the samples lo and hi (as the samples' second
+// differences say): where, on a finer five-point curvature.
+void Finder::refineInflection(std::vector<double>& out, std::size_t lo, std::size_t hi)
+{
+    const auto& xs = m_s.xs;
+    const auto& ys = m_s.ys;
+    const double scale = std::max({1.0, std::abs(xs[lo]), std::abs(xs[hi])});
+    const double k = std::min(4e-3 * scale, m_s.step / 2);
+    Function curvature = [&](double x) { return curvatureAt(m_f, x, k); };
+    // The fine curvature may keep its sign at a sample that is the inflection point itself
+    // (its error is about 1e-11): then one sample further on each side.
+    double a = xs[lo], b = xs[hi];
+    double ca = curvature(a), cb = curvature(b);
+    if (!((ca > 0 && cb < 0) || (ca < 0 && cb > 0)) && hi + 1 < xs.size()) {
+        a = xs[lo - 1], b = xs[hi + 1];
+        ca = curvature(a), cb = curvature(b);
+    }
+    if (!((ca > 0 && cb < 0) || (ca < 0 && cb > 0))) {
+        // The fine curvature is lost in rounding: the samples' own difference.
+        const double h = m_s.step;
+        curvature = [&, h](double x) { return m_f(x + h) - 2 * m_f(x) + m_f(x - h); };
+        a = xs[lo], b = xs[hi];
+        ca = ys[lo + 1] - 2 * ys[lo] + ys[lo - 1];
+        cb = ys[hi + 1] - 2 * ys[hi] + ys[hi - 1];
+    }
+    const double x = brentZero(curvature, a, b, ca, cb, m_absTol);
+    if (std::isfinite(x) && std::isfinite(m_f(x)) && curvatureChangesSign(x))
+        out.push_back(x);
 }
 
 std::vector<double> Finder::inflections()
@@ -333,26 +386,8 @@ std::vector<double> Finder::inflections()
         if (lastSign != 0 && sign != lastSign) {
             // The curvature changes sign somewhere among these samples: no pole or jump
             // may lie there.
-            bool continuous = true;
-            for (std::size_t j = lastIndex - 1; j <= i && continuous; ++j)
-                continuous = continuousOn(m_f, xs[j], xs[j + 1], ys[j], ys[j + 1]);
-            if (continuous) {
-                const double a = xs[lastIndex], b = xs[i];
-                const double scale = std::max(1.0, std::max(std::abs(a), std::abs(b)));
-                const double k = std::min(4e-3 * scale, m_s.step / 2);
-                Function curvature = [&](double x) { return curvatureAt(m_f, x, k); };
-                double ca = curvature(a), cb = curvature(b);
-                if (!((ca > 0) != (cb > 0) && ca != 0 && cb != 0)) {
-                    // The fine curvature is lost in rounding: the samples' own difference.
-                    const double h = m_s.step;
-                    curvature = [&, h](double x) { return m_f(x + h) - 2 * m_f(x) + m_f(x - h); };
-                    ca = ys[lastIndex + 1] - 2 * ys[lastIndex] + ys[lastIndex - 1];
-                    cb = s;
-                }
-                const double x = brentZero(curvature, a, b, ca, cb, m_absTol);
-                if (std::isfinite(x) && std::isfinite(m_f(x)))
-                    out.push_back(x);
-            }
+            if (continuousBetween(lastIndex - 1, i + 1))
+                refineInflection(out, lastIndex, i);
         }
         lastSign = sign;
         lastIndex = i;
@@ -443,12 +478,17 @@ std::vector<PointOfInterest> intersections(const eval::CompiledFormula& first,
     s.ys.resize(n);
     first.evaluateBatch(s.xs, s.ys);
     second.evaluateBatch(s.xs, other);
-    s.noise.resize(n);
+    // Where both are equal but rounded apart, the difference is noise, not a crossing: the
+    // rounding of the largest values met, since a formula such as 1-cos(x)^2 keeps the
+    // rounding of its parts where its value is small.
+    double largest = 0;
     for (std::size_t i = 0; i < n; ++i) {
-        // Where both are equal but rounded apart, the difference is noise, not a crossing.
-        s.noise[i] = 64 * kEps * (std::abs(s.ys[i]) + std::abs(other[i]));
+        const double size = std::abs(s.ys[i]) + std::abs(other[i]);
+        if (std::isfinite(size))
+            largest = std::max(largest, size);
         s.ys[i] -= other[i];
     }
+    s.noise.assign(n, 64 * kEps * largest);
     s.span = view.XMax - view.XMin;
     s.step = s.span / kIntervals;
     const Function difference = [&](double x) { return first.evaluate(x) - second.evaluate(x); };
