@@ -150,14 +150,14 @@ int runTable(const QStringList& args, QTextStream& out, QTextStream& err)
     if (!request)
         return printUsageError(err, problem);
     const QStringList parts = request->range.split(QLatin1Char(','));
-    const std::optional<plot::TableRange> range =
-        parts.size() == 3 ? plot::readTableRange(parts[0], parts[1], parts[2], &problem)
-                          : std::nullopt;
+    std::optional<plot::TableRange> range;
+    if (parts.size() != 3)
+        problem = QStringLiteral("three values are needed");
+    else
+        range = plot::readTableRange(parts[0], parts[1], parts[2], &problem);
     if (!range) {
-        return printUsageError(err, QStringLiteral("'%1' is not FROM,TO,STEP: %2")
-                                        .arg(request->range,
-                                             parts.size() == 3 ? problem
-                                                               : QStringLiteral("three values are needed")));
+        return printUsageError(
+            err, QStringLiteral("'%1' is not FROM,TO,STEP: %2").arg(request->range, problem));
     }
     const auto formulas = compileAll(*request, err);
     if (!formulas)

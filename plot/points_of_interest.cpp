@@ -121,7 +121,8 @@ double slopeAt(const Function& f, double x, double k)
 
 double curvatureAt(const Function& f, double x, double k)
 {
-    return (-f(x + 2 * k) + 16 * f(x + k) - 30 * f(x) + 16 * f(x - k) - f(x - 2 * k)) / (12 * k * k);
+    const double sum = -f(x + 2 * k) + 16 * f(x + k) - 30 * f(x) + 16 * f(x - k) - f(x - 2 * k);
+    return sum / (12 * k * k);
 }
 
 // Whether f has no jump and no pole between a and b: halving towards the steeper half, the
@@ -303,7 +304,8 @@ void Finder::refineExtremum(std::size_t lo, std::size_t hi, bool maximum)
         oneSide = signAt(i) == side;
     if (oneSide && (y > m_s.noise[lo] ? 1 : y < -m_s.noise[lo] ? -1 : 0) == -side) {
         const double fa = m_s.ys[lo], fb = m_s.ys[hi];
-        for (const double z : {brentZero(m_f, a, x, fa, y, m_absTol), brentZero(m_f, x, b, y, fb, m_absTol)})
+        for (const double z :
+             {brentZero(m_f, a, x, fa, y, m_absTol), brentZero(m_f, x, b, y, fb, m_absTol)})
             if (std::isfinite(z))
                 m_hiddenZeros.push_back(z);
     }
@@ -402,7 +404,8 @@ bool inView(const model::ViewWindow& view, double x, double y)
 }
 
 // Sorted by x; of one kind, points closer than rounding could tell apart become one.
-std::vector<PointOfInterest> tidy(std::vector<PointOfInterest> points, const model::ViewWindow& view)
+std::vector<PointOfInterest> tidy(std::vector<PointOfInterest> points,
+                                  const model::ViewWindow& view)
 {
     std::erase_if(points, [&](const PointOfInterest& p) { return !inView(view, p.x, p.y); });
     std::sort(points.begin(), points.end(), [](const PointOfInterest& a, const PointOfInterest& b) {
