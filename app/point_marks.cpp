@@ -52,8 +52,10 @@ int markPointsOfInterest(const model::AppState& state, int curve, PlotLabels& la
     // the left and half a line above it.
     const QFontMetrics metrics(font);
     const QPointF corner(metrics.horizontalAdvance(QChar(0x25CF)) / 2.0, metrics.height() / 2.0);
-    for (const plot::PointOfInterest& p : points)
-        labels.addText(pointMarkText(p, state.coordinateSeparator), scale.toPixel(p.x, p.y) - corner);
+    for (const plot::PointOfInterest& p : points) {
+        labels.addText(pointMarkText(p, state.coordinateSeparator),
+                       scale.toPixel(p.x, p.y) - corner);
+    }
     return int(points.size());
 }
 

@@ -22,7 +22,10 @@ public:
 
     // The table for the boxes' texts; false (and the reason shown) when they make none.
     bool fill();
-    QString tabSeparatedText() const { return plot::tableText(m_table, plot::TableFormat::TabSeparated); }
+    QString tabSeparatedText() const
+    {
+        return plot::tableText(m_table, plot::TableFormat::TabSeparated);
+    }
     void copy() const;
     void saveCsv();
 
