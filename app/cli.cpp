@@ -1,4 +1,5 @@
 #include "app/cli.h"
+#include "app/cli_points.h"
 
 #include "eval/evaluator.h"
 #include "eval/formula.h"
@@ -425,6 +426,31 @@ int runExport(const QStringList& args, QTextStream& out, QTextStream& err)
 
 } // namespace
 
+// The parsing rules above, shared with the commands of cli_points.cpp.
+namespace cli {
+
+std::optional<model::AngleUnit> angleFromName(const QString& name, QString& problem)
+{
+    return angleByName(name, problem);
+}
+
+int printUsageError(QTextStream& err, const QString& problem)
+{
+    return usageError(err, problem);
+}
+
+plot::ViewReading readViewOption(const QString& text)
+{
+    return parseView(text);
+}
+
+model::ViewWindow defaultView(const model::AppState& state)
+{
+    return presetView(state, false);
+}
+
+} // namespace cli
+
 bool isDrawingFileName(const QString& name)
 {
     return QFileInfo(name).suffix().compare(QLatin1String(model::kDrawingFileSuffix),
@@ -448,6 +474,17 @@ QString usageText()
         "                                    given) into FILE (.png .bmp .pdf .svg)\n"
         "       curvix --write-drawing FILE.curvix [the options and arguments of --export]\n"
         "                                    write the drawing they describe to FILE\n"
+        "       curvix --points [--view xmin,xmax,xstep,ymin,ymax,ystep] [--angle rad|deg|grad]\n"
+        "                    FORMULA ...\n"
+        "                                    print the zeros, minima, maxima and inflection\n"
+        "                                    points of each formula in the view, then where they\n"
+        "                                    meet: one line KIND<tab>X<tab>Y each, KIND one of\n"
+        "                                    zero minimum maximum inflection intersection, the\n"
+        "                                    numbers to 10 significant digits\n"
+        "       curvix --table FROM,TO,STEP [--angle rad|deg|grad] FORMULA ...\n"
+        "                                    print a table of values, tab-separated, one column\n"
+        "                                    per formula, \u2014 where it is not defined (FROM, TO\n"
+        "                                    and STEP take a decimal point, and 2p for 2\u03c0)\n"
         "       curvix --help                show this text\n");
 }
 
@@ -473,6 +510,10 @@ int runCommandLine(const QStringList& args, QTextStream& out, QTextStream& err)
         return runSymbolic(args, out, err);
     if (command == QLatin1String("--export") || command == QLatin1String("--write-drawing"))
         return runExport(args, out, err);
+    if (command == QLatin1String("--points"))
+        return cli::runPoints(args, out, err);
+    if (command == QLatin1String("--table"))
+        return cli::runTable(args, out, err);
     return usageError(err, QStringLiteral("unknown command '%1'").arg(command));
 }
 

@@ -14,10 +14,12 @@
 #include "app/plot_labels.h"
 #include "app/plot_view.h"
 #include "app/plot_widget.h"
+#include "app/point_marks.h"
 #include "app/range_panel.h"
 #include "app/status_panels.h"
 #include "app/symbolic_runner.h"
 #include "app/tool_icons.h"
+#include "app/value_table_dialog.h"
 #include "app/window_actions.h"
 #include "app/window_placement.h"
 #include "eval/formula.h"
@@ -244,6 +246,15 @@ void frmgraph::connectCommands()
     connect(a.horizontalLines, &QAction::triggered, this, [this] { openGuideLines(frmtangent::Usage::HorizontalLines); });
     for (QAction* demo : {a.demonstration, a.popupDemonstration})
         connect(demo, &QAction::triggered, this, &frmgraph::openDemonstration);
+    connect(a.pointsOfInterest, &QAction::triggered, this, [this] {
+        markPointsOfInterest(m_state, selectedEntry(), m_plotView->labels(),
+                             QSizeF(plotArea()->size()), m_entry->labelFont());
+    });
+    connect(a.valueTable, &QAction::triggered, this, [this] {
+        auto* dialog = new ValueTableDialog(m_state, m_prompter, this);
+        dialog->setAttribute(Qt::WA_DeleteOnClose);
+        dialog->show();
+    });
     connect(a.gridColor, &QAction::triggered, m_colors, &ColorActions::chooseGridColor);
     connect(a.axisColor, &QAction::triggered, m_colors, &ColorActions::chooseAxisColor);
     connect(a.functionColor, &QAction::triggered, m_colors, &ColorActions::chooseFunctionColor);

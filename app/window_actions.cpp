@@ -62,6 +62,8 @@ void createToolsMenu(QMenuBar* bar, WindowActions& a)
     a.horizontalLines = addCommand(a.toolsMenu, "menuhoriz", LoadResString(480));
     a.toolsMenu->addSeparator();
     a.demonstration = addCommand(a.toolsMenu, "mnudemo", LoadResString(5077) + QStringLiteral("..."));
+    a.pointsOfInterest = addCommand(a.toolsMenu, "mnupoints", QObject::tr("P&oints of interest"));
+    a.valueTable = addCommand(a.toolsMenu, "mnutable", QObject::tr("Ta&ble of values..."));
     a.tangentMode->setCheckable(true);
     a.trace->setCheckable(true);
 }
@@ -96,6 +98,7 @@ void createFunctionPopup(QMainWindow* window, WindowActions& a)
     a.popupDerivative = addCommand(a.functionPopup, "mnupopderiv", QStringLiteral("&Derivata"));
     a.popupPrimitive = addCommand(a.functionPopup, "mnupopprim", QStringLiteral("&Primitiv funktion"));
     a.functionPopup->addAction(a.tangentMode);
+    a.functionPopup->addAction(a.pointsOfInterest);
     a.removeTangents = addCommand(a.functionPopup, "mnuremovetangents", LoadResString(2060));
     a.popupDemonstration =
         addCommand(a.functionPopup, "mnupopdemo", LoadResString(5077) + QStringLiteral("..."));

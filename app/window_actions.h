@@ -39,6 +39,8 @@ struct WindowActions {
     QAction* verticalLines = nullptr;
     QAction* horizontalLines = nullptr;
     QAction* demonstration = nullptr;
+    QAction* pointsOfInterest = nullptr; // also in the function popup
+    QAction* valueTable = nullptr;
     QAction* popupDerivative = nullptr;
     QAction* popupPrimitive = nullptr;
     QAction* removeTangents = nullptr;

@@ -3,13 +3,14 @@
 #   bench/run.sh eval|redraw [Google Benchmark options]
 #   bench/run.sh symbolic [--rounds N] [--list]
 #   bench/run.sh document [--rounds N]
+#   bench/run.sh points [Google Benchmark options]
 # The build directory is build/ beside the sources, or $BUILD_DIR.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 build="${BUILD_DIR:-$root/build}"
 
 usage() {
-  echo "usage: bench/run.sh eval|redraw|symbolic|document [benchmark options]" >&2
+  echo "usage: bench/run.sh eval|redraw|symbolic|document|points [benchmark options]" >&2
   exit 2
 }
 
@@ -53,6 +54,12 @@ case "$what" in
     build_target bench_document
     # Ends with: open and draw 50 functions median ms = X / save 50 functions median ms = Y
     QT_QPA_PLATFORM="${QT_QPA_PLATFORM:-offscreen}" "$build/bench/bench_document" "$@"
+    ;;
+  points)
+    build_target bench_points
+    # Ends with: points of interest 10 curves median ms = X
+    "$build/bench/bench_points" --benchmark_repetitions=15 --benchmark_display_aggregates_only=true \
+      --benchmark_min_time=0.05 "$@"
     ;;
   *)
     usage

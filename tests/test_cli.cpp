@@ -82,6 +82,20 @@ void TestCli::commands_data()
     row("no elementary primitive: one message", {"--primitive", "exp(x^2)"}, 1, "",
         "Error in calculation of primitive function\n");
     row("no formula", {"--primitive"}, 2, "", "usage");
+
+    row("points of a curve, then where two meet", {"--points", "x^3-3x", "x"}, 0,
+        "zero\t-1.732050808\t0\nmaximum\t-1\t2\nzero\t0\t0\ninflection\t0\t0\nminimum\t1\t-2\n"
+        "zero\t1.732050808\t0\nzero\t0\t0\nintersection\t-2\t-2\nintersection\t0\t0\nintersection\t2\t2\n");
+    row("no zeros at the poles of tan", {"--points", "--view", "-2p,2p,1,-3,3,1", "tan(x)"}, 0,
+        "zero\t-3.141592654\t0\ninflection\t-3.141592654\t0\ninflection\t0\t0\nzero\t0\t0\n"
+        "inflection\t3.141592654\t0\nzero\t3.141592654\t0\n");
+    row("points in degrees", {"--points", "--angle", "deg", "--view", "-10,200,10,-2,2,1", "cos(x)"}, 0,
+        "maximum\t0\t1\nzero\t90\t0\ninflection\t90\t0\nminimum\t180\t-1\n");
+    row("points of a bad formula", {"--points", "x", "2x+"}, 1, "", "Unexpected end of formula at position 4\n");
+    row("table backwards in steps of pi", {"--table", "p,-p,p", "x/pi", "sqrt(x)"}, 0,
+        "x\tx/pi\tsqrt(x)\n3.14159265358979\t0.999999999999999\t1.7724538509055152\n0\t0\t0\n"
+        "-3.14159265358979\t-0.999999999999999\t\u2014\n");
+    row("table needs three values", {"--table", "0,1", "x"}, 2, "", "FROM,TO,STEP");
 }
 
 void TestCli::commands()
