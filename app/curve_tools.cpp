@@ -137,17 +137,24 @@ void CurveTools::stepTrace(int direction)
 {
     if (!m_state.trace.on)
         return;
+    const double from = m_state.trace.x;
     // Playing stops at the end of the view.
     if (!plot::traceStep(m_state, direction)) {
         playTrace(false);
         return;
     }
+    // Stepping by hand stops on a point of interest it comes close to (not the one it leaves);
+    // playing walks on.
+    const double stepped = m_state.trace.x;
+    if (!m_playing && plot::snapTrace(m_state, m_view.scale()) && m_state.trace.x == from)
+        plot::traceTo(m_state, stepped);
     emit redrawNeeded();
 }
 
 void CurveTools::traceTo(QPointF at)
 {
     plot::traceTo(m_state, m_view.toWorld(at).x());
+    plot::snapTrace(m_state, m_view.scale());
     emit redrawNeeded();
 }
 

@@ -81,6 +81,8 @@ struct AppState {
         bool found = false;
         bool hasSlope = false; // slope holds the curve's finite slope at the point
         double slope = 0;
+        // x is a point of interest the trace snapped to: it stands there, not on a sample.
+        bool exact = false;
     } trace;
 
     Demonstration demonstration;

@@ -252,16 +252,21 @@ bool PlaceTracePoint(model::AppState& state)
     trace.found = false;
     if (trace.entry < 0 || trace.entry >= int(state.graphs.size()))
         return false;
-    const std::vector<eval::PointD>& points = state.graphs[std::size_t(trace.entry)].points;
-    const double tolerance = state.sampleStep / 2;
-    const auto at = std::lower_bound(points.begin(), points.end(), trace.x - tolerance,
-                                     [](const eval::PointD& p, double x) { return p.x < x; });
-    if (at == points.end())
-        return false;
-    trace.x = at->x;
-    trace.y = at->y;
-    trace.found = true;
     const model::GraphEntry& entry = state.graphs[std::size_t(trace.entry)];
+    const double exactY = trace.exact && entry.formula ? entry.formula->evaluate(trace.x) : qQNaN();
+    if (std::isfinite(exactY)) {
+        trace.y = exactY;
+    } else {
+        const std::vector<eval::PointD>& points = entry.points;
+        const double tolerance = state.sampleStep / 2;
+        const auto at = std::lower_bound(points.begin(), points.end(), trace.x - tolerance,
+                                         [](const eval::PointD& p, double x) { return p.x < x; });
+        if (at == points.end())
+            return false;
+        trace.x = at->x;
+        trace.y = at->y;
+    }
+    trace.found = true;
     trace.hasSlope = false;
     if (entry.formula) {
         const eval::CurveSlope slope = eval::SlopeAt(*entry.formula, trace.x, exactDerivative(entry));

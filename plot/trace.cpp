@@ -1,6 +1,7 @@
 #include "plot/trace.h"
 
 #include "model/graph_list.h"
+#include "plot/points_of_interest.h"
 
 #include <limits>
 
@@ -68,6 +69,27 @@ bool traceStep(model::AppState& state, int direction)
 void traceTo(model::AppState& state, double x)
 {
     state.trace.x = x;
+    state.trace.exact = false;
+}
+
+bool snapTrace(model::AppState& state, const PlotScale& scale, double withinPixels)
+{
+    model::AppState::Trace& trace = state.trace;
+    if (!trace.on || trace.entry < 0 || trace.entry >= int(state.graphs.size()))
+        return false;
+    const eval::CompiledFormula* formula = state.graphs[std::size_t(trace.entry)].formula.get();
+    if (!formula)
+        return false;
+    const double y = formula->evaluate(trace.x);
+    if (!std::isfinite(y))
+        return false;
+    const std::optional<PointOfInterest> near = nearestPointOfInterest(
+        pointsOfInterest(*formula, state.view), scale, scale.toPixel(trace.x, y), withinPixels);
+    if (!near)
+        return false;
+    trace.x = near->x;
+    trace.exact = true;
+    return true;
 }
 
 } // namespace curvix::plot

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/app_state.h"
+#include "plot/coordinates.h"
 
 #include <QString>
 
@@ -21,5 +22,8 @@ void stopTrace(model::AppState& state);
 bool traceStep(model::AppState& state, int direction);
 // Puts the trace at x; the next redraw finds the curve's point there.
 void traceTo(model::AppState& state, double x);
+// Moves the trace onto a zero, extremum or inflection point of its curve within so many
+// pixels of where it stands, exactly; false when there is none.
+bool snapTrace(model::AppState& state, const PlotScale& scale, double withinPixels = 5);
 
 } // namespace curvix::plot

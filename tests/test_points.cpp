@@ -1,5 +1,7 @@
 #include "eval/formula.h"
 #include "plot/points_of_interest.h"
+#include "plot/render.h"
+#include "plot/trace.h"
 #include "plot/value_table.h"
 
 #include <QFile>
@@ -27,6 +29,7 @@ class TestPoints : public QObject {
 private slots:
     void schoolCurves_data();
     void schoolCurves();
+    void traceSnapsWithinFivePixels_data();
     void traceSnapsWithinFivePixels();
     void tableAsTextAndCsv();
 };
@@ -75,19 +78,33 @@ void TestPoints::schoolCurves()
     }
 }
 
+void TestPoints::traceSnapsWithinFivePixels_data()
+{
+    QTest::addColumn<double>("from");
+    QTest::addColumn<double>("to"); // where the trace stands afterwards
+    // x^2-1 with 100 pixels a unit: 2 px from the zero at 1, 2 px from the minimum at 0, and
+    // 7 px right but 14 px above the zero.
+    QTest::newRow("onto a zero") << 1.01 << 1.0;
+    QTest::newRow("onto a minimum") << -0.02 << 0.0;
+    QTest::newRow("too far") << 1.07 << 1.07;
+}
+
 void TestPoints::traceSnapsWithinFivePixels()
 {
-    // 12 units (the view and a step of border each side) on 1200 pixels: 100 px a unit.
-    const plot::PlotScale scale(QSizeF(1200, 1200), model::ViewWindow{});
-    const std::vector<plot::PointOfInterest> points{{plot::PointKind::Zero, 1, 0},
-                                                    {plot::PointKind::Maximum, 1.02, 0}};
-    const auto snappedX = [&](double dx, double dy) {
-        const auto p = plot::nearestPointOfInterest(points, scale, scale.toPixel(1, 0) + QPointF(dx, dy));
-        return p ? p->x : -1.0;
-    };
-    QCOMPARE(snappedX(-3, -2.6), 1.0); // 4 px off
-    QCOMPARE(snappedX(0, 6), -1.0);    // 6 px off: none
-    QCOMPARE(snappedX(1.6, 0), 1.02);  // the nearer of two
+    QFETCH(double, from);
+    QFETCH(double, to);
+    model::AppState state;
+    state.graphs.resize(1);
+    state.graphs[0].formula = eval::CompiledFormula::compile(QStringLiteral("x^2-1"), QStringLiteral("x"));
+    state.trace.on = true;
+    state.trace.entry = 0;
+    plot::traceTo(state, from);
+    plot::snapTrace(state, plot::PlotScale(QSizeF(1200, 1200), state.view));
+    plot::sampleDrawing(state);
+    QVERIFY(state.trace.found);
+    QVERIFY2(std::abs(state.trace.x - to) < state.sampleStep, qPrintable(QString::number(state.trace.x)));
+    if (to != from) // a snapped trace stands on the point itself, not on the nearest sample
+        QCOMPARE(state.trace.y, to * to - 1);
 }
 
 void TestPoints::tableAsTextAndCsv()
