@@ -18,7 +18,7 @@ void mergePowers(Product& p)
     for (Factor& f : p.num)
         all.push_back(std::move(f));
     for (Factor& f : p.den)
-        all.push_back({std::move(f.base), isNumber(f.exponent) ? gen(-f.exponent) : f.exponent});
+        all.push_back({f.base, isNumber(f.exponent) ? gen(-f.exponent) : f.exponent});
     const std::size_t numCount = p.num.size();
     p.num.clear();
     p.den.clear();
@@ -45,7 +45,7 @@ void mergePowers(Product& p)
             if (giac::is_zero(f.exponent))
                 continue;
             if (isNegativeNumber(f.exponent))
-                p.den.push_back({std::move(f.base), gen(-f.exponent)});
+                p.den.push_back({f.base, gen(-f.exponent)});
             else
                 p.num.push_back(std::move(f));
         } else {
