@@ -22,7 +22,8 @@ std::vector<plot::PointOfInterest> pointsToMark(const model::AppState& state, in
 QString pointMarkText(const plot::PointOfInterest& point, const QString& separator,
                       const QLocale& locale = QLocale());
 
-// Puts a label with a dot on each point; returns how many.
+// Puts a label with a dot on each point, one for points that stand together; returns how
+// many labels.
 // font is the labels' font, by which the dot is centred.
 int markPointsOfInterest(const model::AppState& state, int curve, PlotLabels& labels,
                          QSizeF plotSize, const QFont& font);
