@@ -7,6 +7,7 @@
 #include <QFontMetrics>
 #include <QLabel>
 
+#include <algorithm>
 #include <cmath>
 
 namespace curvix::app {
@@ -74,10 +75,11 @@ int markPointsOfInterest(const model::AppState& state, int curve, PlotLabels& la
     // The dot, the label's first letter, over the point: the label's corner half a dot to
     // the left and half a line above it.
     const QFontMetrics metrics(font);
-    const QPointF corner(metrics.horizontalAdvance(QChar(0x25CF)) / 2.0, metrics.height() / 2.0);
+    const QPointF dotOffset(metrics.horizontalAdvance(QChar(0x25CF)) / 2.0, metrics.height() / 2.0);
     // Points within 3 pixels of each other (a zero that is an inflection too, a point
     // where two curves meet on an axis) share one label.
     std::vector<bool> taken(points.size(), false);
+    std::vector<QRect> placed;
     int marked = 0;
     for (std::size_t i = 0; i < points.size(); ++i) {
         if (taken[i])
@@ -91,10 +93,21 @@ int markPointsOfInterest(const model::AppState& state, int curve, PlotLabels& la
                     kinds << kindName(points[j].kind);
             }
         }
-        QLabel* label = labels.addText(
-            markText(kinds, points[i], state.coordinateSeparator, QLocale(), resolution), at - corner);
+        QString text = markText(kinds, points[i], state.coordinateSeparator, QLocale(), resolution);
+        QPointF corner = at - dotOffset;
+        // A label that would cover one before it goes a line lower, an arrow up to its point.
+        QRect box(corner.toPoint(), metrics.size(0, text));
+        const auto covers = [&](const QRect& b) {
+            return std::any_of(placed.begin(), placed.end(), [&](const QRect& p) { return p.intersects(b); });
+        };
+        if (covers(box)) {
+            corner.ry() += metrics.height();
+            box.translate(0, metrics.height());
+            text.replace(QChar(0x25CF), QChar(0x2191));
+        }
+        placed.push_back(box);
         // On a patch of the plot's background, so that no grid line strikes through it.
-        label->setAutoFillBackground(true);
+        labels.addText(text, corner)->setAutoFillBackground(true);
         ++marked;
     }
     return marked;
