@@ -1,0 +1,123 @@
+// The main window's side of the plot: zooms and pans into the range rows, and what a click
+// or a double-click on the plot does.
+
+#include "app/frmgraph.h"
+
+#include "app/color_actions.h"
+#include "app/curve_tools.h"
+#include "app/entry_panel.h"
+#include "app/export_actions.h"
+#include "app/plot_labels.h"
+#include "app/plot_view.h"
+#include "app/plot_widget.h"
+#include "app/range_panel.h"
+#include "app/window_actions.h"
+#include "model/graph_list.h"
+#include "model/strings.h"
+#include "plot/picking.h"
+#include "plot/zoom.h"
+
+#include <QAction>
+#include <QMenu>
+
+namespace curvix::app {
+
+using model::LoadResString;
+
+void frmgraph::zoomIntoBox(const plot::ZoomBox& box)
+{
+    plot::RangeRow x = m_ranges->xTexts();
+    plot::RangeRow y = m_ranges->yTexts();
+    plot::zoomIn(m_state, box, x, y);
+    m_ranges->showDecimalRows(x, y);
+    m_state.documentChanged = true;
+    m_ranges->applyToView();
+    redraw();
+}
+
+bool frmgraph::stepBackInHistory(bool toBeginning)
+{
+    plot::RangeRow x = m_ranges->xTexts();
+    plot::RangeRow y = m_ranges->yTexts();
+    if (!plot::zoomOut(m_state, toBeginning, x, y))
+        return false;
+    m_ranges->showDecimalRows(x, y);
+    m_state.documentChanged = true;
+    return true;
+}
+
+void frmgraph::zoomOut(bool toBeginning)
+{
+    if (stepBackInHistory(toBeginning))
+        redraw();
+}
+
+void frmgraph::zoomByWheel(double steps, QPointF world)
+{
+    applyView(plot::wheelZoom(m_state, steps, world.x(), world.y()));
+    redraw();
+}
+
+void frmgraph::dragView(const model::ViewWindow& view, bool first)
+{
+    if (first)
+        plot::recordZoomStep(m_state);
+    applyView(view);
+    m_dragContinues = !first;
+    redraw();
+    m_dragContinues = false;
+}
+
+void frmgraph::applyView(const model::ViewWindow& view)
+{
+    plot::RangeRow x = m_ranges->xTexts();
+    plot::RangeRow y = m_ranges->yTexts();
+    plot::writeViewRows(view, x, y);
+    m_ranges->showDecimalRows(x, y);
+    m_state.documentChanged = true;
+    m_ranges->applyToView();
+}
+
+void frmgraph::onPlotLeftPressed(QPointF at)
+{
+    if (m_actions->tangentMode->isChecked())
+        m_curveTools->addTangentAt(at, selectedEntry());
+    else if (m_state.trace.on)
+        m_curveTools->traceTo(at);
+    else
+        m_export->startDrag();
+}
+
+void frmgraph::onPlotRightReleased(QPointF at)
+{
+    m_colors->setFillAnchor(m_plotView->toWorld(at));
+    m_actions->fill->setEnabled(true);
+    if (m_curveTools->offerTangentMenu(at))
+        return;
+    // Near a curve, the click is about that function: it is picked in the function box.
+    const int curve = plot::nearestCurve(m_state, QSizeF(plotArea()->size()), at);
+    if (curve >= 0) {
+        const QString text = m_state.graphs[std::size_t(curve)].text;
+        m_entry->pickItem(text, model::findItemByText(m_state, text) - 1);
+    }
+    if (isVisible())
+        (curve >= 0 ? m_actions->functionPopup : m_actions->toolsMenu)
+            ->popup(plotArea()->mapToGlobal(at.toPoint()));
+}
+
+void frmgraph::onPlotDoubleClicked(QPointF at)
+{
+    const int curve = plot::nearestCurve(m_state, QSizeF(plotArea()->size()), at, 6);
+    if (curve >= 0)
+        m_plotView->labels().addPointLabel(curve, at);
+}
+
+void frmgraph::editFormulaPicture()
+{
+    const std::optional<QString> forBox =
+        m_plotView->labels().editLastFormula(m_entry->functionText(), m_entry->labelText());
+    if (forBox)
+        m_entry->setFunctionText(*forBox);
+}
+
+} // namespace curvix::app
