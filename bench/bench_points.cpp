@@ -4,6 +4,8 @@
 #include "eval/formula.h"
 #include "plot/points_of_interest.h"
 
+#include "median_reporter.h"
+
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
@@ -57,19 +59,6 @@ void intersectionsWithNine(benchmark::State& s)
     }
 }
 
-// Keeps the median of each benchmark's repetitions, by name.
-class MedianReporter : public benchmark::ConsoleReporter {
-public:
-    std::map<std::string, double> medianMs;
-
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs)
-            if (run.aggregate_name == "median")
-                medianMs[run.run_name.str()] = run.GetAdjustedRealTime() / 1e6;
-        ConsoleReporter::ReportRuns(runs);
-    }
-};
 
 } // namespace
 

@@ -7,6 +7,8 @@
 #include "plot/coordinates.h"
 #include "plot/render.h"
 
+#include "median_reporter.h"
+
 #include <benchmark/benchmark.h>
 
 #include <QGuiApplication>
@@ -109,19 +111,6 @@ void painting(benchmark::State& s)
     }
 }
 
-// Keeps the median of each benchmark's repetitions, by name.
-class MedianReporter : public benchmark::ConsoleReporter {
-public:
-    std::map<std::string, double> medianMs;
-
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& run : runs)
-            if (run.aggregate_name == "median")
-                medianMs[run.run_name.str()] = run.GetAdjustedRealTime() / 1e6;
-        ConsoleReporter::ReportRuns(runs);
-    }
-};
 
 } // namespace
 
