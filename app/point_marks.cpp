@@ -59,12 +59,6 @@ QString kindName(plot::PointKind kind)
 
 } // namespace
 
-QString pointMarkText(const plot::PointOfInterest& point, const QString& separator,
-                      const QLocale& locale)
-{
-    return markText({kindName(point.kind)}, point, separator, locale, QSizeF(0, 0));
-}
-
 int markPointsOfInterest(const model::AppState& state, int curve, PlotLabels& labels,
                          QSizeF plotSize, const QFont& font)
 {

@@ -4,7 +4,6 @@
 #include "plot/points_of_interest.h"
 
 #include <QFont>
-#include <QLocale>
 #include <QSizeF>
 
 #include <vector>
@@ -16,11 +15,6 @@ class PlotLabels;
 // The points of interest of graph entry curve and where it meets the other drawn functions,
 // in the state's view; with curve -1, those of every function and every pair.
 std::vector<plot::PointOfInterest> pointsToMark(const model::AppState& state, int curve);
-
-// "● max (1,5; −2)": the kind and the coordinates to 4 significant digits with a real minus
-// sign, separated as the state's coordinates are.
-QString pointMarkText(const plot::PointOfInterest& point, const QString& separator,
-                      const QLocale& locale = QLocale());
 
 // Puts a label with a dot on each point, one for points that stand together; returns how
 // many labels.
