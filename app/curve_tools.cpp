@@ -103,7 +103,7 @@ void CurveTools::traceToTypedX()
 bool CurveTools::startTrace(int entry)
 {
     if (!plot::startTrace(m_state, entry)) {
-        m_status.showMessage(QStringLiteral("Ingen aktiv funktion"));
+        m_status.showMessage(LoadResString(2090));
         return false;
     }
     m_controls->show();
@@ -169,7 +169,7 @@ void CurveTools::afterRedraw()
     const model::AppState::Trace& trace = m_state.trace;
     if (trace.on) {
         auto text = [](double v) { return eval::numberText(eval::roundHalfEven(v, 7)); };
-        m_status.setReadout(0, QStringLiteral("TRACE ") + m_state.graphs[std::size_t(trace.entry)].text);
+        m_status.setReadout(0, tr("TRACE") + QLatin1Char(' ') + m_state.graphs[std::size_t(trace.entry)].text);
         m_status.setReadout(1, trace.found ? QStringLiteral("X = ") + text(trace.x) : QString());
         m_status.setReadout(2, trace.found ? QStringLiteral("Y = ") + text(trace.y) : QString());
         m_status.setReadout(3, trace.found && trace.hasSlope

@@ -155,7 +155,7 @@ void Demonstration::start(const QString& function, const std::vector<double>& xs
         askDerivative();
     emit started();
     m_status.clearReadouts();
-    m_status.setReadout(2, QStringLiteral("Derivata/tangent"));
+    m_status.setReadout(2, tr("Derivata/tangent"));
     m_controls->show();
     step();
     play(true);

@@ -84,7 +84,7 @@ bool StartSysInfo(model::Prompter& prompter, const SysInfoSearch& search)
         path = search.findExecutable ? search.findExecutable(search.candidates[i]) : QString();
     if (!path.isEmpty() && search.start && search.start(path))
         return true;
-    prompter.message(QStringLiteral("System Information Is Unavailable At This Time"));
+    prompter.message(frmAbout1::tr("System Information Is Unavailable At This Time"));
     return false;
 }
 
@@ -156,7 +156,7 @@ frmAbout1::frmAbout1(model::Prompter& prompter, QWidget* parent)
     titleFont.setBold(true);
     lblTitle->setFont(titleFont);
 
-    lblVersion = new QLabel(QStringLiteral("Version ") + curvixVersion());
+    lblVersion = new QLabel(tr("Version %1").arg(curvixVersion()));
     lblVersion->setObjectName(QStringLiteral("lblVersion"));
 
     lblDescription = new QLabel(LoadResString(3001));

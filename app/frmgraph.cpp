@@ -1,4 +1,5 @@
 #include "app/frmgraph.h"
+#include "app/language.h"
 
 #include "app/color_actions.h"
 #include "app/curve_tools.h"
@@ -57,6 +58,7 @@ frmgraph::frmgraph(model::Prompter& prompter, QWidget* parent)
     plot::InitPlotDefaults(m_state);
 
     *m_actions = createWindowActions(this);
+    addLanguageMenu(m_actions->settingsMenu, m_prompter);
     m_entry = new EntryPanel(this);
     m_ranges = new RangePanel(m_state, this);
     m_plotView = new PlotView(m_state, m_prompter, this);
@@ -499,7 +501,7 @@ void frmgraph::openGuideLines(frmtangent::Usage usage)
 void frmgraph::openDemonstration()
 {
     if (selectedEntry() < 0) {
-        m_prompter.message(QStringLiteral("Ingen aktiv funktion"));
+        m_prompter.message(LoadResString(2090));
         return;
     }
     frmtangent* window = tangentWindow();

@@ -1,6 +1,7 @@
 #include "app/cli.h"
 #include "app/document_actions.h"
 #include "app/frmgraph.h"
+#include "app/language.h"
 #include "app/widget_prompter.h"
 
 #include <QApplication>
@@ -61,6 +62,7 @@ int main(int argc, char* argv[])
     QApplication::setApplicationName(QStringLiteral("Curvix"));
     QApplication::setApplicationDisplayName(QStringLiteral("Curvix"));
     QApplication::setApplicationVersion(QStringLiteral(CURVIX_VERSION));
+    app::installTranslations(application);
 
     // Whatever Qt did not take from the arguments is not ours either, but for one drawing
     // file to open (as a file manager starts us).

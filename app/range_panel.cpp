@@ -126,7 +126,7 @@ QWidget* RangePanel::createDrawingBoxes()
     auto* row = new QWidget;
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(0, 0, 0, 0);
-    m_grid = named(new QCheckBox(QStringLiteral("Rutnät")), QLatin1String(formName::gridBox));
+    m_grid = named(new QCheckBox(tr("Rutnät")), QLatin1String(formName::gridBox));
     m_arrows = named(new QCheckBox(QStringLiteral("X")), QLatin1String(formName::arrowsBox));
     m_tickLabels = named(new QCheckBox(QStringLiteral("Y")), QLatin1String(formName::tickLabelsBox));
     for (QCheckBox* box : {m_grid, m_arrows, m_tickLabels})

@@ -95,8 +95,8 @@ void createFunctionPopup(QMainWindow* window, WindowActions& a)
 {
     a.functionPopup = new QMenu(window);
     a.functionPopup->setObjectName(QStringLiteral("mnupop"));
-    a.popupDerivative = addCommand(a.functionPopup, "mnupopderiv", QStringLiteral("&Derivata"));
-    a.popupPrimitive = addCommand(a.functionPopup, "mnupopprim", QStringLiteral("&Primitiv funktion"));
+    a.popupDerivative = addCommand(a.functionPopup, "mnupopderiv", QObject::tr("&Derivata"));
+    a.popupPrimitive = addCommand(a.functionPopup, "mnupopprim", QObject::tr("&Primitiv funktion"));
     a.functionPopup->addAction(a.tangentMode);
     a.functionPopup->addAction(a.pointsOfInterest);
     a.removeTangents = addCommand(a.functionPopup, "mnuremovetangents", LoadResString(2060));

@@ -25,7 +25,7 @@ ZoomBoxWidget::ZoomBoxWidget(QWidget* plot) : QFrame(plot)
     setPalette(shade);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(3, 2, 3, 2);
-    auto* label = new QLabel(QStringLiteral("Dubbelklicka för att zooma in"), this);
+    auto* label = new QLabel(tr("Dubbelklicka för att zooma in"), this);
     QFont small = label->font();
     small.setPointSizeF(std::max(6.0, small.pointSizeF() * 0.8));
     label->setFont(small);

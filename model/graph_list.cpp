@@ -83,7 +83,7 @@ std::optional<LinkQuestion> pendingQuestion(const AppState& state, LinkKind kind
 
 QString oneVariableText()
 {
-    return QStringLiteral("Endast en variabel per omgång");
+    return LoadResString(2091);
 }
 
 // The typed text prepared for the evaluator, "" when it is refused (the evaluator says why).

@@ -1,42 +1,288 @@
 #include "model/strings.h"
 
-#include <QFile>
+#include <QCoreApplication>
 #include <QHash>
 
 namespace curvix::model {
 
 namespace {
 
-// Lines are "number<TAB>text"; "\t" and "\n" inside a text are written as escapes.
-QHash<int, QString> readTable()
-{
-    QHash<int, QString> table;
-    QFile file(QStringLiteral(":/curvix/strings.tsv"));
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return table;
-    const QString all = QString::fromUtf8(file.readAll());
-    for (const QString& line : all.split(QLatin1Char('\n'))) {
-        if (line.isEmpty() || line.startsWith(QLatin1Char('#')))
-            continue;
-        const qsizetype tab = line.indexOf(QLatin1Char('\t'));
-        bool ok = false;
-        const int number = line.left(tab).toInt(&ok);
-        if (tab < 0 || !ok)
-            continue;
-        QString text = line.mid(tab + 1);
-        text.replace(QLatin1String("\\n"), QLatin1String("\n"));
-        text.replace(QLatin1String("\\t"), QLatin1String("\t"));
-        table.insert(number, text);
-    }
-    return table;
-}
+struct Text {
+    const char* source;
+    const char* number; // the disambiguation: one text may need two translations
+};
+
+struct Entry {
+    int number;
+    Text text;
+};
+
+// The program's numbered texts, in English as the program was first written (with a few
+// Swedish leftovers that the English translation mends). The table is C++ so that lupdate
+// reads it as it is: each text goes to the .ts files with its number as the
+// disambiguation. Numbers from 2000 on are texts of our own that no earlier numbering fixes.
+constexpr Entry kTable[] = {
+    {1, QT_TRANSLATE_NOOP3("StringTable", "Curvix", "1")},
+    {3, QT_TRANSLATE_NOOP3("StringTable", "curvix-help.html", "3")},
+    {9, QT_TRANSLATE_NOOP3("StringTable", "My Graphs", "9")},
+    {23, QT_TRANSLATE_NOOP3("StringTable", "(*.bmp)|*.bmp", "23")},
+    {25, QT_TRANSLATE_NOOP3("StringTable", ".", "25")},
+    {29, QT_TRANSLATE_NOOP3("StringTable", ",", "29")},
+    {32, QT_TRANSLATE_NOOP3("StringTable", "-1", "32")},
+    {33, QT_TRANSLATE_NOOP3("StringTable", "-1", "33")},
+    {34, QT_TRANSLATE_NOOP3("StringTable", "-1", "34")},
+    {35, QT_TRANSLATE_NOOP3("StringTable", "-1", "35")},
+    {426, QT_TRANSLATE_NOOP3("StringTable", "&New", "426")},
+    {427, QT_TRANSLATE_NOOP3("StringTable", "&Copy", "427")},
+    {428, QT_TRANSLATE_NOOP3("StringTable", "Save &As", "428")},
+    {429, QT_TRANSLATE_NOOP3("StringTable", "&Print", "429")},
+    {431, QT_TRANSLATE_NOOP3("StringTable", "&Colors", "431")},
+    {433, QT_TRANSLATE_NOOP3("StringTable", "&Grid", "433")},
+    {434, QT_TRANSLATE_NOOP3("StringTable", "&Axis", "434")},
+    {435, QT_TRANSLATE_NOOP3("StringTable", "&Function graph", "435")},
+    {443, QT_TRANSLATE_NOOP3("StringTable", "only digits, - and ", "443")},
+    {452, QT_TRANSLATE_NOOP3("StringTable", "&Degrees", "452")},
+    {453, QT_TRANSLATE_NOOP3("StringTable", "Ra&dians", "453")},
+    {454, QT_TRANSLATE_NOOP3("StringTable", "&Gradient", "454")},
+    {456, QT_TRANSLATE_NOOP3("StringTable", "Exact trigs&cale", "456")},
+    {461, QT_TRANSLATE_NOOP3("StringTable", "Axis", "461")},
+    {465, QT_TRANSLATE_NOOP3("StringTable", "0 for no ticks", "465")},
+    {468, QT_TRANSLATE_NOOP3("StringTable", "Please set size between min 5 and max 10", "468")},
+    {469, QT_TRANSLATE_NOOP3("StringTable", "&Delete", "469")},
+    {470, QT_TRANSLATE_NOOP3("StringTable", "&Fontsize for axis-ticks", "470")},
+    {472, QT_TRANSLATE_NOOP3("StringTable", "&Decimal", "472")},
+    {473, QT_TRANSLATE_NOOP3("StringTable", "&Fractional", "473")},
+    {474, QT_TRANSLATE_NOOP3("StringTable", "&Change color", "474")},
+    {475, QT_TRANSLATE_NOOP3("StringTable", "&Tangents", "475")},
+    {477, QT_TRANSLATE_NOOP3("StringTable", "&Fill", "477")},
+    {478, QT_TRANSLATE_NOOP3("StringTable", "&Vertical lines", "478")},
+    {479, QT_TRANSLATE_NOOP3("StringTable", "&Fillcolor", "479")},
+    {480, QT_TRANSLATE_NOOP3("StringTable", "&Horizontal lines", "480")},
+    {484, QT_TRANSLATE_NOOP3("StringTable", "Trace", "484")},
+    {485, QT_TRANSLATE_NOOP3("StringTable", "Primitive function", "485")},
+    {486, QT_TRANSLATE_NOOP3("StringTable", "Derivative", "486")},
+    {488, QT_TRANSLATE_NOOP3("StringTable", "&Window background", "488")},
+    {489, QT_TRANSLATE_NOOP3("StringTable", "Stepwise", "489")},
+    {490, QT_TRANSLATE_NOOP3("StringTable", "To beginning", "490")},
+    {491, QT_TRANSLATE_NOOP3("StringTable", "Zoom in", "491")},
+    {492, QT_TRANSLATE_NOOP3("StringTable", "Zoom out", "492")},
+    {493, QT_TRANSLATE_NOOP3("StringTable", "Doubleclick to start zoom in", "493")},
+    {620, QT_TRANSLATE_NOOP3("StringTable", "Save changes?", "620")},
+    {705, QT_TRANSLATE_NOOP3("StringTable", "Cancel", "705")},
+    {710, QT_TRANSLATE_NOOP3("StringTable", "Draw", "710")},
+    {1001, QT_TRANSLATE_NOOP3("StringTable", "Comma(,)", "1001")},
+    {1002, QT_TRANSLATE_NOOP3("StringTable", "Colon(:)", "1002")},
+    {1003, QT_TRANSLATE_NOOP3("StringTable", "Semicolon(;)", "1003")},
+    {1004, QT_TRANSLATE_NOOP3("StringTable", "Vertical bar(|)", "1004")},
+    {1005, QT_TRANSLATE_NOOP3("StringTable", "Coordinate system settings", "1005")},
+    {1006, QT_TRANSLATE_NOOP3("StringTable", "Coordinate separator", "1006")},
+    {1007, QT_TRANSLATE_NOOP3("StringTable", "Axis arrows", "1007")},
+    {2000, QT_TRANSLATE_NOOP3("StringTable", "Fi&le", "2000")},
+    {2001, QT_TRANSLATE_NOOP3("StringTable", "E&xit", "2001")},
+    {2002, QT_TRANSLATE_NOOP3("StringTable", "&Edit", "2002")},
+    {2003, QT_TRANSLATE_NOOP3("StringTable", "&Zoom", "2003")},
+    {2004, QT_TRANSLATE_NOOP3("StringTable", "T&ools", "2004")},
+    {2005, QT_TRANSLATE_NOOP3("StringTable", "&Settings", "2005")},
+    {2006, QT_TRANSLATE_NOOP3("StringTable", "&Koordinatsystem", "2006")},
+    {2007, QT_TRANSLATE_NOOP3("StringTable", "&Help", "2007")},
+    {2008, QT_TRANSLATE_NOOP3("StringTable", "&Contents", "2008")},
+    {2009, QT_TRANSLATE_NOOP3("StringTable", "&Search for Help On...", "2009")},
+    {2010, QT_TRANSLATE_NOOP3("StringTable", "&About Curvix", "2010")},
+    {2011, QT_TRANSLATE_NOOP3("StringTable", "OK", "2011")},
+    {2012, QT_TRANSLATE_NOOP3("StringTable", "Function", "2012")},
+    {2013, QT_TRANSLATE_NOOP3("StringTable", "x: min, max, step, ticks", "2013")},
+    {2014, QT_TRANSLATE_NOOP3("StringTable", "y: min, max, step, ticks", "2014")},
+    {2015, QT_TRANSLATE_NOOP3("StringTable", "Angle unit", "2015")},
+    {2016, QT_TRANSLATE_NOOP3("StringTable", "Overflow", "2016")},
+    {2017, QT_TRANSLATE_NOOP3("StringTable", "The function label, e.g. f(x): the letter in parentheses is the variable", "2017")},
+    {2018, QT_TRANSLATE_NOOP3("StringTable", "Type a function of one variable and press Enter or Draw", "2018")},
+    {2019, QT_TRANSLATE_NOOP3("StringTable", "Axes", "2019")},
+    {2020, QT_TRANSLATE_NOOP3("StringTable", "Minimum", "2020")},
+    {2021, QT_TRANSLATE_NOOP3("StringTable", "Maximum", "2021")},
+    {2022, QT_TRANSLATE_NOOP3("StringTable", "Step", "2022")},
+    {2023, QT_TRANSLATE_NOOP3("StringTable", "Ticks", "2023")},
+    {2024, QT_TRANSLATE_NOOP3("StringTable", "Arrows at the axis ends", "2024")},
+    {2025, QT_TRANSLATE_NOOP3("StringTable", "Numbers at the ticks", "2025")},
+    {2030, QT_TRANSLATE_NOOP3("StringTable", "x %1", "2030")},
+    {2031, QT_TRANSLATE_NOOP3("StringTable", "y %1", "2031")},
+    {2032, QT_TRANSLATE_NOOP3("StringTable", "\"%1\" is not a number (%2); the last good view is kept", "2032")},
+    {2033, QT_TRANSLATE_NOOP3("StringTable", "The %1 must be below the %2; the last good view is kept", "2033")},
+    {2034, QT_TRANSLATE_NOOP3("StringTable", "The %1 must not be below 0, and must be above 0 while ticks are on; the last good view is kept", "2034")},
+    {2026, QT_TRANSLATE_NOOP3("StringTable", "Text", "2026")},
+    {2027, QT_TRANSLATE_NOOP3("StringTable", "\"%1\" is no label: write a name and its variable, such as f(x), or one small letter", "2027")},
+    {2040, QT_TRANSLATE_NOOP3("StringTable", "A number, or a multiple of π such as 2p", "2040")},
+    {2041, QT_TRANSLATE_NOOP3("StringTable", "&Add", "2041")},
+    {2042, QT_TRANSLATE_NOOP3("StringTable", "&Remove", "2042")},
+    {2043, QT_TRANSLATE_NOOP3("StringTable", "Remove a&ll", "2043")},
+    {2044, QT_TRANSLATE_NOOP3("StringTable", "Close", "2044")},
+    {2045, QT_TRANSLATE_NOOP3("StringTable", "(min 5,  max 10)", "2045")},
+    {2050, QT_TRANSLATE_NOOP3("StringTable", "The clipboard cannot be reached.", "2050")},
+    {2051, QT_TRANSLATE_NOOP3("StringTable", "The printer could not be started.", "2051")},
+    {3000, QT_TRANSLATE_NOOP3("StringTable", "About Curvix", "3000")},
+    {3001, QT_TRANSLATE_NOOP3("StringTable", "Function graphs for school mathematics", "3001")},
+    {3002, QT_TRANSLATE_NOOP3("StringTable", "Copyright © 2026 The Curvix developers\nCurvix is free software: you may share and change it under the terms of the GNU General Public License, version 3 or (at your option) any later version (GPL-3.0-or-later).\nCurvix comes with ABSOLUTELY NO WARRANTY, to the extent permitted by law.", "3002")},
+    {3003, QT_TRANSLATE_NOOP3("StringTable", "SYMBOLIC.DLL (derivatives and primitive functions): Giac, the computer-algebra library by Bernard Parisse, free software under GPL-3.0-or-later.", "3003")},
+    {3004, QT_TRANSLATE_NOOP3("StringTable", "&System Info...", "3004")},
+    {3005, QT_TRANSLATE_NOOP3("StringTable", "Curvix Help", "3005")},
+    {3006, QT_TRANSLATE_NOOP3("StringTable", "Contents", "3006")},
+    {3007, QT_TRANSLATE_NOOP3("StringTable", "Search", "3007")},
+    {3008, QT_TRANSLATE_NOOP3("StringTable", "Type words to find, e.g. tangent", "3008")},
+    {3009, QT_TRANSLATE_NOOP3("StringTable", "Back", "3009")},
+    {3010, QT_TRANSLATE_NOOP3("StringTable", "Forward", "3010")},
+    {3011, QT_TRANSLATE_NOOP3("StringTable", "Start page", "3011")},
+    {3012, QT_TRANSLATE_NOOP3("StringTable", "No topic contains all of these words.", "3012")},
+    {3013, QT_TRANSLATE_NOOP3("StringTable", "Topics with all the words: %1", "3013")},
+    {2090, QT_TRANSLATE_NOOP3("StringTable", "Ingen aktiv funktion", "2090")},
+    {2091, QT_TRANSLATE_NOOP3("StringTable", "Endast en variabel per omgång", "2091")},
+    {2092, QT_TRANSLATE_NOOP3("StringTable", "&Language", "2092")},
+    {2093, QT_TRANSLATE_NOOP3("StringTable", "&System language", "2093")},
+    {2094, QT_TRANSLATE_NOOP3("StringTable", "The new language takes effect when Curvix starts next time.", "2094")},
+    {2035, QT_TRANSLATE_NOOP3("StringTable", "The %1 and %2 are too close together for numbers that large; the last good view is kept", "2035")},
+    {2060, QT_TRANSLATE_NOOP3("StringTable", "Remove &tangents", "2060")},
+    {2061, QT_TRANSLATE_NOOP3("StringTable", "Play the trace", "2061")},
+    {2062, QT_TRANSLATE_NOOP3("StringTable", "Pause the trace", "2062")},
+    {2063, QT_TRANSLATE_NOOP3("StringTable", "One step of the trace (or the arrow keys)", "2063")},
+    {2064, QT_TRANSLATE_NOOP3("StringTable", "Click on the plot to put a tangent on the nearest curve there", "2064")},
+    {2070, QT_TRANSLATE_NOOP3("StringTable", "The formula of the formula picture", "2070")},
+    {2071, QT_TRANSLATE_NOOP3("StringTable", "This formula cannot be written out; the picture stays as it was.", "2071")},
+    {2072, QT_TRANSLATE_NOOP3("StringTable", "A label: drag selected text onto the plot", "2072")},
+    {2073, QT_TRANSLATE_NOOP3("StringTable", "The function as a picture: drag it onto the plot (Alt+Q edits it)", "2073")},
+    {4000, QT_TRANSLATE_NOOP3("StringTable", "Derivative and tangent", "4000")},
+    {4001, QT_TRANSLATE_NOOP3("StringTable", "x from", "4001")},
+    {4002, QT_TRANSLATE_NOOP3("StringTable", "x to", "4002")},
+    {4003, QT_TRANSLATE_NOOP3("StringTable", "Step length", "4003")},
+    {4004, QT_TRANSLATE_NOOP3("StringTable", "Draw the &derivative's graph", "4004")},
+    {4005, QT_TRANSLATE_NOOP3("StringTable", "&Start", "4005")},
+    {4006, QT_TRANSLATE_NOOP3("StringTable", "&Pause", "4006")},
+    {4007, QT_TRANSLATE_NOOP3("StringTable", "S&tep", "4007")},
+    {4008, QT_TRANSLATE_NOOP3("StringTable", "St&op", "4008")},
+    {4009, QT_TRANSLATE_NOOP3("StringTable", "&Sort", "4009")},
+    {4010, QT_TRANSLATE_NOOP3("StringTable", "OK", "4010")},
+    {4011, QT_TRANSLATE_NOOP3("StringTable", "Cancel", "4011")},
+    {4012, QT_TRANSLATE_NOOP3("StringTable", "x coordinates (used instead of the range when the list has values)", "4012")},
+    {4013, QT_TRANSLATE_NOOP3("StringTable", "Vertical lines x =", "4013")},
+    {4014, QT_TRANSLATE_NOOP3("StringTable", "Horizontal lines y =", "4014")},
+    {4015, QT_TRANSLATE_NOOP3("StringTable", "The tangent along the curve of the function", "4015")},
+    {4020, QT_TRANSLATE_NOOP3("StringTable", "Write a number (or a multiple of π such as 2p) in x from, x to and step length.", "4020")},
+    {4021, QT_TRANSLATE_NOOP3("StringTable", "x from must be less than x to.", "4021")},
+    {4022, QT_TRANSLATE_NOOP3("StringTable", "The step length must be greater than 0.", "4022")},
+    {4023, QT_TRANSLATE_NOOP3("StringTable", "That is more than %1 steps: choose a longer step length or a shorter range.", "4023")},
+    {4024, QT_TRANSLATE_NOOP3("StringTable", "\"%1\" is not a number. Write a number, or a multiple of π such as 2p.", "4024")},
+    {4025, QT_TRANSLATE_NOOP3("StringTable", "The list of functions is full.", "4025")},
+    {4026, QT_TRANSLATE_NOOP3("StringTable", "Derivative and tangent demonstration", "4026")},
+    {5000, QT_TRANSLATE_NOOP3("StringTable", "zero", "5000")},
+    {5001, QT_TRANSLATE_NOOP3("StringTable", "one", "5001")},
+    {5002, QT_TRANSLATE_NOOP3("StringTable", "two", "5002")},
+    {5003, QT_TRANSLATE_NOOP3("StringTable", "three", "5003")},
+    {5004, QT_TRANSLATE_NOOP3("StringTable", "four", "5004")},
+    {5005, QT_TRANSLATE_NOOP3("StringTable", "five", "5005")},
+    {5006, QT_TRANSLATE_NOOP3("StringTable", "six", "5006")},
+    {5007, QT_TRANSLATE_NOOP3("StringTable", "seven", "5007")},
+    {5008, QT_TRANSLATE_NOOP3("StringTable", "eight", "5008")},
+    {5009, QT_TRANSLATE_NOOP3("StringTable", "nine", "5009")},
+    {5010, QT_TRANSLATE_NOOP3("StringTable", "decimal point", "5010")},
+    {5011, QT_TRANSLATE_NOOP3("StringTable", "plus", "5011")},
+    {5012, QT_TRANSLATE_NOOP3("StringTable", "minus", "5012")},
+    {5013, QT_TRANSLATE_NOOP3("StringTable", "times", "5013")},
+    {5014, QT_TRANSLATE_NOOP3("StringTable", "divided by", "5014")},
+    {5015, QT_TRANSLATE_NOOP3("StringTable", "power", "5015")},
+    {5016, QT_TRANSLATE_NOOP3("StringTable", "pi", "5016")},
+    {5017, QT_TRANSLATE_NOOP3("StringTable", "Euler's number e", "5017")},
+    {5018, QT_TRANSLATE_NOOP3("StringTable", "left parenthesis", "5018")},
+    {5019, QT_TRANSLATE_NOOP3("StringTable", "right parenthesis", "5019")},
+    {5020, QT_TRANSLATE_NOOP3("StringTable", "square root", "5020")},
+    {5021, QT_TRANSLATE_NOOP3("StringTable", "sine", "5021")},
+    {5022, QT_TRANSLATE_NOOP3("StringTable", "cosine", "5022")},
+    {5023, QT_TRANSLATE_NOOP3("StringTable", "tangent", "5023")},
+    {5024, QT_TRANSLATE_NOOP3("StringTable", "arc sine", "5024")},
+    {5025, QT_TRANSLATE_NOOP3("StringTable", "arc cosine", "5025")},
+    {5026, QT_TRANSLATE_NOOP3("StringTable", "arc tangent", "5026")},
+    {5027, QT_TRANSLATE_NOOP3("StringTable", "exponential function", "5027")},
+    {5028, QT_TRANSLATE_NOOP3("StringTable", "natural logarithm", "5028")},
+    {5029, QT_TRANSLATE_NOOP3("StringTable", "logarithm base 10", "5029")},
+    {5030, QT_TRANSLATE_NOOP3("StringTable", "the variable", "5030")},
+    {5031, QT_TRANSLATE_NOOP3("StringTable", "clear", "5031")},
+    {5040, QT_TRANSLATE_NOOP3("StringTable", "Function label", "5040")},
+    {5041, QT_TRANSLATE_NOOP3("StringTable", "Function", "5041")},
+    {5042, QT_TRANSLATE_NOOP3("StringTable", "Draw the function in the function box", "5042")},
+    {5043, QT_TRANSLATE_NOOP3("StringTable", "x minimum", "5043")},
+    {5044, QT_TRANSLATE_NOOP3("StringTable", "x maximum", "5044")},
+    {5045, QT_TRANSLATE_NOOP3("StringTable", "x step", "5045")},
+    {5046, QT_TRANSLATE_NOOP3("StringTable", "x ticks", "5046")},
+    {5047, QT_TRANSLATE_NOOP3("StringTable", "y minimum", "5047")},
+    {5048, QT_TRANSLATE_NOOP3("StringTable", "y maximum", "5048")},
+    {5049, QT_TRANSLATE_NOOP3("StringTable", "y step", "5049")},
+    {5050, QT_TRANSLATE_NOOP3("StringTable", "y ticks", "5050")},
+    {5051, QT_TRANSLATE_NOOP3("StringTable", "The smallest value shown (p stands for π)", "5051")},
+    {5052, QT_TRANSLATE_NOOP3("StringTable", "The largest value shown (p stands for π)", "5052")},
+    {5053, QT_TRANSLATE_NOOP3("StringTable", "The distance between grid lines", "5053")},
+    {5054, QT_TRANSLATE_NOOP3("StringTable", "%1 in whole and fractional multiples of π", "5054")},
+    {5055, QT_TRANSLATE_NOOP3("StringTable", "A whole multiple of π and a fraction of π", "5055")},
+    {5056, QT_TRANSLATE_NOOP3("StringTable", "Angles in degrees", "5056")},
+    {5057, QT_TRANSLATE_NOOP3("StringTable", "Angles in radians", "5057")},
+    {5058, QT_TRANSLATE_NOOP3("StringTable", "Angles in gradians", "5058")},
+    {5059, QT_TRANSLATE_NOOP3("StringTable", "Tick labels at multiples of π, as decimals or fractions", "5059")},
+    {5060, QT_TRANSLATE_NOOP3("StringTable", "Show the grid", "5060")},
+    {5061, QT_TRANSLATE_NOOP3("StringTable", "Label text", "5061")},
+    {5062, QT_TRANSLATE_NOOP3("StringTable", "Formula picture", "5062")},
+    {5063, QT_TRANSLATE_NOOP3("StringTable", "Plot area", "5063")},
+    {5064, QT_TRANSLATE_NOOP3("StringTable", "Right-click for the tools, double-click a curve for a point label, turn the wheel to zoom", "5064")},
+    {5065, QT_TRANSLATE_NOOP3("StringTable", "Resize the plot", "5065")},
+    {5066, QT_TRANSLATE_NOOP3("StringTable", "Status, part %1", "5066")},
+    {5067, QT_TRANSLATE_NOOP3("StringTable", "Keypad: %1", "5067")},
+    {5070, QT_TRANSLATE_NOOP3("StringTable", "Tr&ace", "5070")},
+    {5071, QT_TRANSLATE_NOOP3("StringTable", "De&rivative", "5071")},
+    {5072, QT_TRANSLATE_NOOP3("StringTable", "&Primitive function", "5072")},
+    {5073, QT_TRANSLATE_NOOP3("StringTable", "Zoom &in", "5073")},
+    {5074, QT_TRANSLATE_NOOP3("StringTable", "Zoom &out", "5074")},
+    {5075, QT_TRANSLATE_NOOP3("StringTable", "&Stepwise", "5075")},
+    {5076, QT_TRANSLATE_NOOP3("StringTable", "To &beginning", "5076")},
+    {5085, QT_TRANSLATE_NOOP3("StringTable", "&Equal scale", "5085")},
+    {5077, QT_TRANSLATE_NOOP3("StringTable", "Derivative and ta&ngent", "5077")},
+    {5090, QT_TRANSLATE_NOOP3("StringTable", "The settings could not be saved: %1 cannot be written.", "5090")},
+    {5091, QT_TRANSLATE_NOOP3("StringTable", "The settings could not be saved: %1 is not a settings file.", "5091")},
+    {5140, QT_TRANSLATE_NOOP3("StringTable", "A &new colour for each function", "5140")},
+    {5141, QT_TRANSLATE_NOOP3("StringTable", "Change c&olour…", "5141")},
+    {5142, QT_TRANSLATE_NOOP3("StringTable", "Smoot&h curves", "5142")},
+    {5143, QT_TRANSLATE_NOOP3("StringTable", "%1 is drawn already.", "5143")},
+    {5144, QT_TRANSLATE_NOOP3("StringTable", "&Replace", "5144")},
+    {5145, QT_TRANSLATE_NOOP3("StringTable", "&Edit", "5145")},
+    {5146, QT_TRANSLATE_NOOP3("StringTable", "Editing %1: Enter replaces it, Esc leaves it as it was.", "5146")},
+    {5147, QT_TRANSLATE_NOOP3("StringTable", "Editing:", "5147")},
+    {5150, QT_TRANSLATE_NOOP3("StringTable", "&Open…", "5150")},
+    {5151, QT_TRANSLATE_NOOP3("StringTable", "Open &Recent", "5151")},
+    {5152, QT_TRANSLATE_NOOP3("StringTable", "&Save", "5152")},
+    {5153, QT_TRANSLATE_NOOP3("StringTable", "&Undo", "5153")},
+    {5154, QT_TRANSLATE_NOOP3("StringTable", "&Redo", "5154")},
+    {5155, QT_TRANSLATE_NOOP3("StringTable", "Curvix drawing (*.curvix)", "5155")},
+    {5156, QT_TRANSLATE_NOOP3("StringTable", "Curvix was not closed properly last time. Restore the drawing it was working on?", "5156")},
+    {5157, QT_TRANSLATE_NOOP3("StringTable", "Open Drawing", "5157")},
+    {5158, QT_TRANSLATE_NOOP3("StringTable", "%1 is not there any more.", "5158")},
+    {5159, QT_TRANSLATE_NOOP3("StringTable", "Clear the list", "5159")},
+    {5160, QT_TRANSLATE_NOOP3("StringTable", "The recovery file %1 could not be read: %2", "5160")},
+    {5078, QT_TRANSLATE_NOOP3("StringTable", "Calculating… (Esc cancels)", "5078")},
+    {5180, QT_TRANSLATE_NOOP3("StringTable", "x of the trace: type a value and press Enter", "5180")},
+    {5181, QT_TRANSLATE_NOOP3("StringTable", "not defined at x = %1", "5181")},
+    {5182, QT_TRANSLATE_NOOP3("StringTable", "vertical tangent at x = %1", "5182")},
+    {5183, QT_TRANSLATE_NOOP3("StringTable", "Remove this tangent", "5183")},
+    {5184, QT_TRANSLATE_NOOP3("StringTable", "Steps per second", "5184")},
+    {5185, QT_TRANSLATE_NOOP3("StringTable", "tangent", "5185")},
+    {5186, QT_TRANSLATE_NOOP3("StringTable", "x = %1 is outside the view", "5186")},
+};
 
 } // namespace
 
 QString LoadResString(int number)
 {
-    static const QHash<int, QString> table = readTable();
-    return table.value(number);
+    static const QHash<int, const Entry*> byNumber = [] {
+        QHash<int, const Entry*> hash;
+        for (const Entry& entry : kTable)
+            hash.insert(entry.number, &entry);
+        return hash;
+    }();
+    const Entry* entry = byNumber.value(number);
+    return entry ? QCoreApplication::translate("StringTable", entry->text.source, entry->text.number)
+                 : QString();
 }
 
 } // namespace curvix::model

@@ -4,7 +4,8 @@
 
 namespace curvix::model {
 
-// The program's numbered string table (resources/strings.tsv). An unknown number gives "".
+// The program's numbered string table (strings.cpp), through the installed translation: with
+// none installed a number gives its source text. An unknown number gives "".
 QString LoadResString(int number);
 
 } // namespace curvix::model

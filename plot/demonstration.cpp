@@ -78,7 +78,7 @@ bool startDemonstration(model::AppState& state, int sourceEntry, std::vector<dou
     if (sourceEntry < 0 || sourceEntry >= int(state.graphs.size()) ||
         !state.graphs[std::size_t(sourceEntry)].formula) {
         if (report)
-            report(QStringLiteral("Ingen aktiv funktion"));
+            report(model::LoadResString(2090));
         return false;
     }
     const model::GraphEntry& source = state.graphs[std::size_t(sourceEntry)];
