@@ -5,42 +5,42 @@
     <name>PointMarks</name>
     <message>
         <source>zero</source>
-        <translation type="vanished">zero</translation>
+        <translation>zero</translation>
     </message>
     <message>
         <source>min</source>
-        <translation type="vanished">min</translation>
+        <translation>min</translation>
     </message>
     <message>
         <source>max</source>
-        <translation type="vanished">max</translation>
+        <translation>max</translation>
     </message>
     <message>
         <source>inflection</source>
-        <translation type="vanished">inflection</translation>
+        <translation>inflection</translation>
     </message>
     <message>
         <source>intersection</source>
-        <translation type="vanished">intersection</translation>
+        <translation>intersection</translation>
     </message>
 </context>
 <context>
     <name>QObject</name>
     <message>
         <source>P&amp;oints of interest</source>
-        <translation type="vanished">P&amp;oints of interest</translation>
+        <translation>P&amp;oints of interest</translation>
     </message>
     <message>
         <source>Ta&amp;ble of values...</source>
-        <translation type="vanished">Ta&amp;ble of values...</translation>
+        <translation>Ta&amp;ble of values...</translation>
     </message>
     <message>
         <source>&amp;Derivata</source>
-        <translation type="vanished">&amp;Derivative</translation>
+        <translation>&amp;Derivative</translation>
     </message>
     <message>
         <source>&amp;Primitiv funktion</source>
-        <translation type="vanished">&amp;Primitive function</translation>
+        <translation>&amp;Primitive function</translation>
     </message>
 </context>
 <context>
@@ -48,1314 +48,1314 @@
     <message>
         <source>Curvix</source>
         <comment>1</comment>
-        <translation type="vanished">Curvix</translation>
+        <translation>Curvix</translation>
     </message>
     <message>
         <source>curvix-help.html</source>
         <comment>3</comment>
-        <translation type="vanished">curvix-help.html</translation>
+        <translation>curvix-help.html</translation>
     </message>
     <message>
         <source>My Graphs</source>
         <comment>9</comment>
-        <translation type="vanished">My Graphs</translation>
+        <translation>My Graphs</translation>
     </message>
     <message>
         <source>(*.bmp)|*.bmp</source>
         <comment>23</comment>
-        <translation type="vanished">(*.bmp)|*.bmp</translation>
+        <translation>(*.bmp)|*.bmp</translation>
     </message>
     <message>
         <source>.</source>
         <comment>25</comment>
-        <translation type="vanished">.</translation>
+        <translation>.</translation>
     </message>
     <message>
         <source>,</source>
         <comment>29</comment>
-        <translation type="vanished">,</translation>
+        <translation>,</translation>
     </message>
     <message>
         <source>-1</source>
         <comment>32</comment>
-        <translation type="vanished">-1</translation>
+        <translation>-1</translation>
     </message>
     <message>
         <source>-1</source>
         <comment>33</comment>
-        <translation type="vanished">-1</translation>
+        <translation>-1</translation>
     </message>
     <message>
         <source>-1</source>
         <comment>34</comment>
-        <translation type="vanished">-1</translation>
+        <translation>-1</translation>
     </message>
     <message>
         <source>-1</source>
         <comment>35</comment>
-        <translation type="vanished">-1</translation>
+        <translation>-1</translation>
     </message>
     <message>
         <source>&amp;New</source>
         <comment>426</comment>
-        <translation type="vanished">&amp;New</translation>
+        <translation>&amp;New</translation>
     </message>
     <message>
         <source>&amp;Copy</source>
         <comment>427</comment>
-        <translation type="vanished">&amp;Copy</translation>
+        <translation>&amp;Copy</translation>
     </message>
     <message>
         <source>Save &amp;As</source>
         <comment>428</comment>
-        <translation type="vanished">Save &amp;As</translation>
+        <translation>Save &amp;As</translation>
     </message>
     <message>
         <source>&amp;Print</source>
         <comment>429</comment>
-        <translation type="vanished">&amp;Print</translation>
+        <translation>&amp;Print</translation>
     </message>
     <message>
         <source>&amp;Colors</source>
         <comment>431</comment>
-        <translation type="vanished">&amp;Colors</translation>
+        <translation>&amp;Colors</translation>
     </message>
     <message>
         <source>&amp;Grid</source>
         <comment>433</comment>
-        <translation type="vanished">&amp;Grid</translation>
+        <translation>&amp;Grid</translation>
     </message>
     <message>
         <source>&amp;Axis</source>
         <comment>434</comment>
-        <translation type="vanished">&amp;Axis</translation>
+        <translation>&amp;Axis</translation>
     </message>
     <message>
         <source>&amp;Function graph</source>
         <comment>435</comment>
-        <translation type="vanished">&amp;Function graph</translation>
+        <translation>&amp;Function graph</translation>
     </message>
     <message>
         <source>only digits, - and </source>
         <comment>443</comment>
-        <translation type="vanished">only digits, - and </translation>
+        <translation>only digits, - and </translation>
     </message>
     <message>
         <source>&amp;Degrees</source>
         <comment>452</comment>
-        <translation type="vanished">&amp;Degrees</translation>
+        <translation>&amp;Degrees</translation>
     </message>
     <message>
         <source>Ra&amp;dians</source>
         <comment>453</comment>
-        <translation type="vanished">R&amp;adians</translation>
+        <translation>R&amp;adians</translation>
     </message>
     <message>
         <source>&amp;Gradient</source>
         <comment>454</comment>
-        <translation type="vanished">&amp;Gradians</translation>
+        <translation>&amp;Gradians</translation>
     </message>
     <message>
         <source>Exact trigs&amp;cale</source>
         <comment>456</comment>
-        <translation type="vanished">Exact trig s&amp;cale</translation>
+        <translation>Exact trig s&amp;cale</translation>
     </message>
     <message>
         <source>Axis</source>
         <comment>461</comment>
-        <translation type="vanished">Axis</translation>
+        <translation>Axis</translation>
     </message>
     <message>
         <source>0 for no ticks</source>
         <comment>465</comment>
-        <translation type="vanished">0 for no ticks</translation>
+        <translation>0 for no ticks</translation>
     </message>
     <message>
         <source>Please set size between min 5 and max 10</source>
         <comment>468</comment>
-        <translation type="vanished">Please set size between min 5 and max 10</translation>
+        <translation>Please set size between min 5 and max 10</translation>
     </message>
     <message>
         <source>&amp;Delete</source>
         <comment>469</comment>
-        <translation type="vanished">De&amp;lete</translation>
+        <translation>De&amp;lete</translation>
     </message>
     <message>
         <source>&amp;Fontsize for axis-ticks</source>
         <comment>470</comment>
-        <translation type="vanished">&amp;Font size for axis ticks</translation>
+        <translation>&amp;Font size for axis ticks</translation>
     </message>
     <message>
         <source>&amp;Decimal</source>
         <comment>472</comment>
-        <translation type="vanished">&amp;Decimal</translation>
+        <translation>&amp;Decimal</translation>
     </message>
     <message>
         <source>&amp;Fractional</source>
         <comment>473</comment>
-        <translation type="vanished">&amp;Fractional</translation>
+        <translation>&amp;Fractional</translation>
     </message>
     <message>
         <source>&amp;Change color</source>
         <comment>474</comment>
-        <translation type="vanished">&amp;Change color</translation>
+        <translation>&amp;Change color</translation>
     </message>
     <message>
         <source>&amp;Tangents</source>
         <comment>475</comment>
-        <translation type="vanished">&amp;Tangents</translation>
+        <translation>&amp;Tangents</translation>
     </message>
     <message>
         <source>&amp;Fill</source>
         <comment>477</comment>
-        <translation type="vanished">&amp;Fill</translation>
+        <translation>&amp;Fill</translation>
     </message>
     <message>
         <source>&amp;Vertical lines</source>
         <comment>478</comment>
-        <translation type="vanished">&amp;Vertical lines</translation>
+        <translation>&amp;Vertical lines</translation>
     </message>
     <message>
         <source>&amp;Fillcolor</source>
         <comment>479</comment>
-        <translation type="vanished">F&amp;ill colour</translation>
+        <translation>F&amp;ill colour</translation>
     </message>
     <message>
         <source>&amp;Horizontal lines</source>
         <comment>480</comment>
-        <translation type="vanished">&amp;Horizontal lines</translation>
+        <translation>&amp;Horizontal lines</translation>
     </message>
     <message>
         <source>Trace</source>
         <comment>484</comment>
-        <translation type="vanished">Trace</translation>
+        <translation>Trace</translation>
     </message>
     <message>
         <source>Primitive function</source>
         <comment>485</comment>
-        <translation type="vanished">Primitive function</translation>
+        <translation>Primitive function</translation>
     </message>
     <message>
         <source>Derivative</source>
         <comment>486</comment>
-        <translation type="vanished">Derivative</translation>
+        <translation>Derivative</translation>
     </message>
     <message>
         <source>&amp;Window background</source>
         <comment>488</comment>
-        <translation type="vanished">&amp;Window background</translation>
+        <translation>&amp;Window background</translation>
     </message>
     <message>
         <source>Stepwise</source>
         <comment>489</comment>
-        <translation type="vanished">Stepwise</translation>
+        <translation>Stepwise</translation>
     </message>
     <message>
         <source>To beginning</source>
         <comment>490</comment>
-        <translation type="vanished">To beginning</translation>
+        <translation>To beginning</translation>
     </message>
     <message>
         <source>Zoom in</source>
         <comment>491</comment>
-        <translation type="vanished">Zoom in</translation>
+        <translation>Zoom in</translation>
     </message>
     <message>
         <source>Zoom out</source>
         <comment>492</comment>
-        <translation type="vanished">Zoom out</translation>
+        <translation>Zoom out</translation>
     </message>
     <message>
         <source>Doubleclick to start zoom in</source>
         <comment>493</comment>
-        <translation type="vanished">Double-click to start zooming in</translation>
+        <translation>Double-click to start zooming in</translation>
     </message>
     <message>
         <source>Save changes?</source>
         <comment>620</comment>
-        <translation type="vanished">Save changes?</translation>
+        <translation>Save changes?</translation>
     </message>
     <message>
         <source>Cancel</source>
         <comment>705</comment>
-        <translation type="vanished">Cancel</translation>
+        <translation>Cancel</translation>
     </message>
     <message>
         <source>Draw</source>
         <comment>710</comment>
-        <translation type="vanished">Draw</translation>
+        <translation>Draw</translation>
     </message>
     <message>
         <source>Comma(,)</source>
         <comment>1001</comment>
-        <translation type="vanished">Comma (,)</translation>
+        <translation>Comma (,)</translation>
     </message>
     <message>
         <source>Colon(:)</source>
         <comment>1002</comment>
-        <translation type="vanished">Colon (:)</translation>
+        <translation>Colon (:)</translation>
     </message>
     <message>
         <source>Semicolon(;)</source>
         <comment>1003</comment>
-        <translation type="vanished">Semicolon (;)</translation>
+        <translation>Semicolon (;)</translation>
     </message>
     <message>
         <source>Vertical bar(|)</source>
         <comment>1004</comment>
-        <translation type="vanished">Vertical bar (|)</translation>
+        <translation>Vertical bar (|)</translation>
     </message>
     <message>
         <source>Coordinate system settings</source>
         <comment>1005</comment>
-        <translation type="vanished">Coordinate system settings</translation>
+        <translation>Coordinate system settings</translation>
     </message>
     <message>
         <source>Coordinate separator</source>
         <comment>1006</comment>
-        <translation type="vanished">Coordinate separator</translation>
+        <translation>Coordinate separator</translation>
     </message>
     <message>
         <source>Axis arrows</source>
         <comment>1007</comment>
-        <translation type="vanished">Axis arrows</translation>
+        <translation>Axis arrows</translation>
     </message>
     <message>
         <source>Fi&amp;le</source>
         <comment>2000</comment>
-        <translation type="vanished">Fi&amp;le</translation>
+        <translation>Fi&amp;le</translation>
     </message>
     <message>
         <source>E&amp;xit</source>
         <comment>2001</comment>
-        <translation type="vanished">E&amp;xit</translation>
+        <translation>E&amp;xit</translation>
     </message>
     <message>
         <source>&amp;Edit</source>
         <comment>2002</comment>
-        <translation type="vanished">&amp;Edit</translation>
+        <translation>&amp;Edit</translation>
     </message>
     <message>
         <source>&amp;Zoom</source>
         <comment>2003</comment>
-        <translation type="vanished">&amp;Zoom</translation>
+        <translation>&amp;Zoom</translation>
     </message>
     <message>
         <source>T&amp;ools</source>
         <comment>2004</comment>
-        <translation type="vanished">T&amp;ools</translation>
+        <translation>T&amp;ools</translation>
     </message>
     <message>
         <source>&amp;Settings</source>
         <comment>2005</comment>
-        <translation type="vanished">&amp;Settings</translation>
+        <translation>&amp;Settings</translation>
     </message>
     <message>
         <source>&amp;Koordinatsystem</source>
         <comment>2006</comment>
-        <translation type="vanished">Coordinate &amp;system</translation>
+        <translation>Coordinate &amp;system</translation>
     </message>
     <message>
         <source>&amp;Help</source>
         <comment>2007</comment>
-        <translation type="vanished">&amp;Help</translation>
+        <translation>&amp;Help</translation>
     </message>
     <message>
         <source>&amp;Contents</source>
         <comment>2008</comment>
-        <translation type="vanished">&amp;Contents</translation>
+        <translation>&amp;Contents</translation>
     </message>
     <message>
         <source>&amp;Search for Help On...</source>
         <comment>2009</comment>
-        <translation type="vanished">&amp;Search for Help On...</translation>
+        <translation>&amp;Search for Help On...</translation>
     </message>
     <message>
         <source>&amp;About Curvix</source>
         <comment>2010</comment>
-        <translation type="vanished">&amp;About Curvix</translation>
+        <translation>&amp;About Curvix</translation>
     </message>
     <message>
         <source>OK</source>
         <comment>2011</comment>
-        <translation type="vanished">OK</translation>
+        <translation>OK</translation>
     </message>
     <message>
         <source>Function</source>
         <comment>2012</comment>
-        <translation type="vanished">Function</translation>
+        <translation>Function</translation>
     </message>
     <message>
         <source>x: min, max, step, ticks</source>
         <comment>2013</comment>
-        <translation type="vanished">x: min, max, step, ticks</translation>
+        <translation>x: min, max, step, ticks</translation>
     </message>
     <message>
         <source>y: min, max, step, ticks</source>
         <comment>2014</comment>
-        <translation type="vanished">y: min, max, step, ticks</translation>
+        <translation>y: min, max, step, ticks</translation>
     </message>
     <message>
         <source>Angle unit</source>
         <comment>2015</comment>
-        <translation type="vanished">Angle unit</translation>
+        <translation>Angle unit</translation>
     </message>
     <message>
         <source>Overflow</source>
         <comment>2016</comment>
-        <translation type="vanished">Overflow</translation>
+        <translation>Overflow</translation>
     </message>
     <message>
         <source>The function label, e.g. f(x): the letter in parentheses is the variable</source>
         <comment>2017</comment>
-        <translation type="vanished">The function label, e.g. f(x): the letter in parentheses is the variable</translation>
+        <translation>The function label, e.g. f(x): the letter in parentheses is the variable</translation>
     </message>
     <message>
         <source>Type a function of one variable and press Enter or Draw</source>
         <comment>2018</comment>
-        <translation type="vanished">Type a function of one variable and press Enter or Draw</translation>
+        <translation>Type a function of one variable and press Enter or Draw</translation>
     </message>
     <message>
         <source>Axes</source>
         <comment>2019</comment>
-        <translation type="vanished">Axes</translation>
+        <translation>Axes</translation>
     </message>
     <message>
         <source>Minimum</source>
         <comment>2020</comment>
-        <translation type="vanished">Minimum</translation>
+        <translation>Minimum</translation>
     </message>
     <message>
         <source>Maximum</source>
         <comment>2021</comment>
-        <translation type="vanished">Maximum</translation>
+        <translation>Maximum</translation>
     </message>
     <message>
         <source>Step</source>
         <comment>2022</comment>
-        <translation type="vanished">Step</translation>
+        <translation>Step</translation>
     </message>
     <message>
         <source>Ticks</source>
         <comment>2023</comment>
-        <translation type="vanished">Ticks</translation>
+        <translation>Ticks</translation>
     </message>
     <message>
         <source>Arrows at the axis ends</source>
         <comment>2024</comment>
-        <translation type="vanished">Arrows at the axis ends</translation>
+        <translation>Arrows at the axis ends</translation>
     </message>
     <message>
         <source>Numbers at the ticks</source>
         <comment>2025</comment>
-        <translation type="vanished">Numbers at the ticks</translation>
+        <translation>Numbers at the ticks</translation>
     </message>
     <message>
         <source>x %1</source>
         <comment>2030</comment>
-        <translation type="vanished">x %1</translation>
+        <translation>x %1</translation>
     </message>
     <message>
         <source>y %1</source>
         <comment>2031</comment>
-        <translation type="vanished">y %1</translation>
+        <translation>y %1</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is not a number (%2); the last good view is kept</source>
         <comment>2032</comment>
-        <translation type="vanished">&quot;%1&quot; is not a number (%2); the last good view is kept</translation>
+        <translation>&quot;%1&quot; is not a number (%2); the last good view is kept</translation>
     </message>
     <message>
         <source>The %1 must be below the %2; the last good view is kept</source>
         <comment>2033</comment>
-        <translation type="vanished">The %1 must be below the %2; the last good view is kept</translation>
+        <translation>The %1 must be below the %2; the last good view is kept</translation>
     </message>
     <message>
         <source>The %1 must not be below 0, and must be above 0 while ticks are on; the last good view is kept</source>
         <comment>2034</comment>
-        <translation type="vanished">The %1 must not be below 0, and must be above 0 while ticks are on; the last good view is kept</translation>
+        <translation>The %1 must not be below 0, and must be above 0 while ticks are on; the last good view is kept</translation>
     </message>
     <message>
         <source>Text</source>
         <comment>2026</comment>
-        <translation type="vanished">Text</translation>
+        <translation>Text</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is no label: write a name and its variable, such as f(x), or one small letter</source>
         <comment>2027</comment>
-        <translation type="vanished">&quot;%1&quot; is no label: write a name and its variable, such as f(x), or one small letter</translation>
+        <translation>&quot;%1&quot; is no label: write a name and its variable, such as f(x), or one small letter</translation>
     </message>
     <message>
         <source>A number, or a multiple of π such as 2p</source>
         <comment>2040</comment>
-        <translation type="vanished">A number, or a multiple of π such as 2p</translation>
+        <translation>A number, or a multiple of π such as 2p</translation>
     </message>
     <message>
         <source>&amp;Add</source>
         <comment>2041</comment>
-        <translation type="vanished">&amp;Add</translation>
+        <translation>&amp;Add</translation>
     </message>
     <message>
         <source>&amp;Remove</source>
         <comment>2042</comment>
-        <translation type="vanished">&amp;Remove</translation>
+        <translation>&amp;Remove</translation>
     </message>
     <message>
         <source>Remove a&amp;ll</source>
         <comment>2043</comment>
-        <translation type="vanished">Remove a&amp;ll</translation>
+        <translation>Remove a&amp;ll</translation>
     </message>
     <message>
         <source>Close</source>
         <comment>2044</comment>
-        <translation type="vanished">Close</translation>
+        <translation>Close</translation>
     </message>
     <message>
         <source>(min 5,  max 10)</source>
         <comment>2045</comment>
-        <translation type="vanished">(min 5,  max 10)</translation>
+        <translation>(min 5,  max 10)</translation>
     </message>
     <message>
         <source>The clipboard cannot be reached.</source>
         <comment>2050</comment>
-        <translation type="vanished">The clipboard cannot be reached.</translation>
+        <translation>The clipboard cannot be reached.</translation>
     </message>
     <message>
         <source>The printer could not be started.</source>
         <comment>2051</comment>
-        <translation type="vanished">The printer could not be started.</translation>
+        <translation>The printer could not be started.</translation>
     </message>
     <message>
         <source>About Curvix</source>
         <comment>3000</comment>
-        <translation type="vanished">About Curvix</translation>
+        <translation>About Curvix</translation>
     </message>
     <message>
         <source>Function graphs for school mathematics</source>
         <comment>3001</comment>
-        <translation type="vanished">Function graphs for school mathematics</translation>
+        <translation>Function graphs for school mathematics</translation>
     </message>
     <message>
         <source>Copyright © 2026 The Curvix developers
 Curvix is free software: you may share and change it under the terms of the GNU General Public License, version 3 or (at your option) any later version (GPL-3.0-or-later).
 Curvix comes with ABSOLUTELY NO WARRANTY, to the extent permitted by law.</source>
         <comment>3002</comment>
-        <translation type="vanished">Copyright © 2026 The Curvix developers
+        <translation>Copyright © 2026 The Curvix developers
 Curvix is free software: you may share and change it under the terms of the GNU General Public License, version 3 or (at your option) any later version (GPL-3.0-or-later).
 Curvix comes with ABSOLUTELY NO WARRANTY, to the extent permitted by law.</translation>
     </message>
     <message>
         <source>SYMBOLIC.DLL (derivatives and primitive functions): Giac, the computer-algebra library by Bernard Parisse, free software under GPL-3.0-or-later.</source>
         <comment>3003</comment>
-        <translation type="vanished">SYMBOLIC.DLL (derivatives and primitive functions): Giac, the computer-algebra library by Bernard Parisse, free software under GPL-3.0-or-later.</translation>
+        <translation>SYMBOLIC.DLL (derivatives and primitive functions): Giac, the computer-algebra library by Bernard Parisse, free software under GPL-3.0-or-later.</translation>
     </message>
     <message>
         <source>&amp;System Info...</source>
         <comment>3004</comment>
-        <translation type="vanished">&amp;System Info...</translation>
+        <translation>&amp;System Info...</translation>
     </message>
     <message>
         <source>Curvix Help</source>
         <comment>3005</comment>
-        <translation type="vanished">Curvix Help</translation>
+        <translation>Curvix Help</translation>
     </message>
     <message>
         <source>Contents</source>
         <comment>3006</comment>
-        <translation type="vanished">Contents</translation>
+        <translation>Contents</translation>
     </message>
     <message>
         <source>Search</source>
         <comment>3007</comment>
-        <translation type="vanished">Search</translation>
+        <translation>Search</translation>
     </message>
     <message>
         <source>Type words to find, e.g. tangent</source>
         <comment>3008</comment>
-        <translation type="vanished">Type words to find, e.g. tangent</translation>
+        <translation>Type words to find, e.g. tangent</translation>
     </message>
     <message>
         <source>Back</source>
         <comment>3009</comment>
-        <translation type="vanished">Back</translation>
+        <translation>Back</translation>
     </message>
     <message>
         <source>Forward</source>
         <comment>3010</comment>
-        <translation type="vanished">Forward</translation>
+        <translation>Forward</translation>
     </message>
     <message>
         <source>Start page</source>
         <comment>3011</comment>
-        <translation type="vanished">Start page</translation>
+        <translation>Start page</translation>
     </message>
     <message>
         <source>No topic contains all of these words.</source>
         <comment>3012</comment>
-        <translation type="vanished">No topic contains all of these words.</translation>
+        <translation>No topic contains all of these words.</translation>
     </message>
     <message>
         <source>Topics with all the words: %1</source>
         <comment>3013</comment>
-        <translation type="vanished">Topics with all the words: %1</translation>
+        <translation>Topics with all the words: %1</translation>
     </message>
     <message>
         <source>Ingen aktiv funktion</source>
         <comment>2090</comment>
-        <translation type="vanished">No active function</translation>
+        <translation>No active function</translation>
     </message>
     <message>
         <source>Endast en variabel per omgång</source>
         <comment>2091</comment>
-        <translation type="vanished">Only one variable at a time: start a New drawing or delete the functions that use another letter</translation>
+        <translation>Only one variable at a time: start a New drawing or delete the functions that use another letter</translation>
     </message>
     <message>
         <source>&amp;Language</source>
         <comment>2092</comment>
-        <translation type="vanished">&amp;Language</translation>
+        <translation>&amp;Language</translation>
     </message>
     <message>
         <source>&amp;System language</source>
         <comment>2093</comment>
-        <translation type="vanished">&amp;System language</translation>
+        <translation>&amp;System language</translation>
     </message>
     <message>
         <source>The new language takes effect when Curvix starts next time.</source>
         <comment>2094</comment>
-        <translation type="vanished">The new language takes effect when Curvix starts next time.</translation>
+        <translation>The new language takes effect when Curvix starts next time.</translation>
     </message>
     <message>
         <source>The %1 and %2 are too close together for numbers that large; the last good view is kept</source>
         <comment>2035</comment>
-        <translation type="vanished">The %1 and %2 are too close together for numbers that large; the last good view is kept</translation>
+        <translation>The %1 and %2 are too close together for numbers that large; the last good view is kept</translation>
     </message>
     <message>
         <source>Remove &amp;tangents</source>
         <comment>2060</comment>
-        <translation type="vanished">&amp;Remove tangents</translation>
+        <translation>&amp;Remove tangents</translation>
     </message>
     <message>
         <source>Play the trace</source>
         <comment>2061</comment>
-        <translation type="vanished">Play the trace</translation>
+        <translation>Play the trace</translation>
     </message>
     <message>
         <source>Pause the trace</source>
         <comment>2062</comment>
-        <translation type="vanished">Pause the trace</translation>
+        <translation>Pause the trace</translation>
     </message>
     <message>
         <source>One step of the trace (or the arrow keys)</source>
         <comment>2063</comment>
-        <translation type="vanished">One step of the trace (or the arrow keys)</translation>
+        <translation>One step of the trace (or the arrow keys)</translation>
     </message>
     <message>
         <source>Click on the plot to put a tangent on the nearest curve there</source>
         <comment>2064</comment>
-        <translation type="vanished">Click on the plot to put a tangent on the nearest curve there</translation>
+        <translation>Click on the plot to put a tangent on the nearest curve there</translation>
     </message>
     <message>
         <source>The formula of the formula picture</source>
         <comment>2070</comment>
-        <translation type="vanished">The formula of the formula picture</translation>
+        <translation>The formula of the formula picture</translation>
     </message>
     <message>
         <source>This formula cannot be written out; the picture stays as it was.</source>
         <comment>2071</comment>
-        <translation type="vanished">This formula cannot be written out; the picture stays as it was.</translation>
+        <translation>This formula cannot be written out; the picture stays as it was.</translation>
     </message>
     <message>
         <source>A label: drag selected text onto the plot</source>
         <comment>2072</comment>
-        <translation type="vanished">A label: drag selected text onto the plot</translation>
+        <translation>A label: drag selected text onto the plot</translation>
     </message>
     <message>
         <source>The function as a picture: drag it onto the plot (Alt+Q edits it)</source>
         <comment>2073</comment>
-        <translation type="vanished">The function as a picture: drag it onto the plot (Alt+Q edits it)</translation>
+        <translation>The function as a picture: drag it onto the plot (Alt+Q edits it)</translation>
     </message>
     <message>
         <source>Derivative and tangent</source>
         <comment>4000</comment>
-        <translation type="vanished">Derivative and tangent</translation>
+        <translation>Derivative and tangent</translation>
     </message>
     <message>
         <source>x from</source>
         <comment>4001</comment>
-        <translation type="vanished">x from</translation>
+        <translation>x from</translation>
     </message>
     <message>
         <source>x to</source>
         <comment>4002</comment>
-        <translation type="vanished">x to</translation>
+        <translation>x to</translation>
     </message>
     <message>
         <source>Step length</source>
         <comment>4003</comment>
-        <translation type="vanished">Step length</translation>
+        <translation>Step length</translation>
     </message>
     <message>
         <source>Draw the &amp;derivative&apos;s graph</source>
         <comment>4004</comment>
-        <translation type="vanished">Draw the &amp;derivative&apos;s graph</translation>
+        <translation>Draw the &amp;derivative&apos;s graph</translation>
     </message>
     <message>
         <source>&amp;Start</source>
         <comment>4005</comment>
-        <translation type="vanished">&amp;Start</translation>
+        <translation>&amp;Start</translation>
     </message>
     <message>
         <source>&amp;Pause</source>
         <comment>4006</comment>
-        <translation type="vanished">&amp;Pause</translation>
+        <translation>&amp;Pause</translation>
     </message>
     <message>
         <source>S&amp;tep</source>
         <comment>4007</comment>
-        <translation type="vanished">S&amp;tep</translation>
+        <translation>S&amp;tep</translation>
     </message>
     <message>
         <source>St&amp;op</source>
         <comment>4008</comment>
-        <translation type="vanished">St&amp;op</translation>
+        <translation>St&amp;op</translation>
     </message>
     <message>
         <source>&amp;Sort</source>
         <comment>4009</comment>
-        <translation type="vanished">&amp;Sort</translation>
+        <translation>&amp;Sort</translation>
     </message>
     <message>
         <source>OK</source>
         <comment>4010</comment>
-        <translation type="vanished">OK</translation>
+        <translation>OK</translation>
     </message>
     <message>
         <source>Cancel</source>
         <comment>4011</comment>
-        <translation type="vanished">Cancel</translation>
+        <translation>Cancel</translation>
     </message>
     <message>
         <source>x coordinates (used instead of the range when the list has values)</source>
         <comment>4012</comment>
-        <translation type="vanished">x coordinates (used instead of the range when the list has values)</translation>
+        <translation>x coordinates (used instead of the range when the list has values)</translation>
     </message>
     <message>
         <source>Vertical lines x =</source>
         <comment>4013</comment>
-        <translation type="vanished">Vertical lines x =</translation>
+        <translation>Vertical lines x =</translation>
     </message>
     <message>
         <source>Horizontal lines y =</source>
         <comment>4014</comment>
-        <translation type="vanished">Horizontal lines y =</translation>
+        <translation>Horizontal lines y =</translation>
     </message>
     <message>
         <source>The tangent along the curve of the function</source>
         <comment>4015</comment>
-        <translation type="vanished">The tangent along the curve of the function</translation>
+        <translation>The tangent along the curve of the function</translation>
     </message>
     <message>
         <source>Write a number (or a multiple of π such as 2p) in x from, x to and step length.</source>
         <comment>4020</comment>
-        <translation type="vanished">Write a number (or a multiple of π such as 2p) in x from, x to and step length.</translation>
+        <translation>Write a number (or a multiple of π such as 2p) in x from, x to and step length.</translation>
     </message>
     <message>
         <source>x from must be less than x to.</source>
         <comment>4021</comment>
-        <translation type="vanished">x from must be less than x to.</translation>
+        <translation>x from must be less than x to.</translation>
     </message>
     <message>
         <source>The step length must be greater than 0.</source>
         <comment>4022</comment>
-        <translation type="vanished">The step length must be greater than 0.</translation>
+        <translation>The step length must be greater than 0.</translation>
     </message>
     <message>
         <source>That is more than %1 steps: choose a longer step length or a shorter range.</source>
         <comment>4023</comment>
-        <translation type="vanished">That is more than %1 steps: choose a longer step length or a shorter range.</translation>
+        <translation>That is more than %1 steps: choose a longer step length or a shorter range.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is not a number. Write a number, or a multiple of π such as 2p.</source>
         <comment>4024</comment>
-        <translation type="vanished">&quot;%1&quot; is not a number. Write a number, or a multiple of π such as 2p.</translation>
+        <translation>&quot;%1&quot; is not a number. Write a number, or a multiple of π such as 2p.</translation>
     </message>
     <message>
         <source>The list of functions is full.</source>
         <comment>4025</comment>
-        <translation type="vanished">The list of functions is full.</translation>
+        <translation>The list of functions is full.</translation>
     </message>
     <message>
         <source>Derivative and tangent demonstration</source>
         <comment>4026</comment>
-        <translation type="vanished">Derivative and tangent demonstration</translation>
+        <translation>Derivative and tangent demonstration</translation>
     </message>
     <message>
         <source>zero</source>
         <comment>5000</comment>
-        <translation type="vanished">zero</translation>
+        <translation>zero</translation>
     </message>
     <message>
         <source>one</source>
         <comment>5001</comment>
-        <translation type="vanished">one</translation>
+        <translation>one</translation>
     </message>
     <message>
         <source>two</source>
         <comment>5002</comment>
-        <translation type="vanished">two</translation>
+        <translation>two</translation>
     </message>
     <message>
         <source>three</source>
         <comment>5003</comment>
-        <translation type="vanished">three</translation>
+        <translation>three</translation>
     </message>
     <message>
         <source>four</source>
         <comment>5004</comment>
-        <translation type="vanished">four</translation>
+        <translation>four</translation>
     </message>
     <message>
         <source>five</source>
         <comment>5005</comment>
-        <translation type="vanished">five</translation>
+        <translation>five</translation>
     </message>
     <message>
         <source>six</source>
         <comment>5006</comment>
-        <translation type="vanished">six</translation>
+        <translation>six</translation>
     </message>
     <message>
         <source>seven</source>
         <comment>5007</comment>
-        <translation type="vanished">seven</translation>
+        <translation>seven</translation>
     </message>
     <message>
         <source>eight</source>
         <comment>5008</comment>
-        <translation type="vanished">eight</translation>
+        <translation>eight</translation>
     </message>
     <message>
         <source>nine</source>
         <comment>5009</comment>
-        <translation type="vanished">nine</translation>
+        <translation>nine</translation>
     </message>
     <message>
         <source>decimal point</source>
         <comment>5010</comment>
-        <translation type="vanished">decimal point</translation>
+        <translation>decimal point</translation>
     </message>
     <message>
         <source>plus</source>
         <comment>5011</comment>
-        <translation type="vanished">plus</translation>
+        <translation>plus</translation>
     </message>
     <message>
         <source>minus</source>
         <comment>5012</comment>
-        <translation type="vanished">minus</translation>
+        <translation>minus</translation>
     </message>
     <message>
         <source>times</source>
         <comment>5013</comment>
-        <translation type="vanished">times</translation>
+        <translation>times</translation>
     </message>
     <message>
         <source>divided by</source>
         <comment>5014</comment>
-        <translation type="vanished">divided by</translation>
+        <translation>divided by</translation>
     </message>
     <message>
         <source>power</source>
         <comment>5015</comment>
-        <translation type="vanished">power</translation>
+        <translation>power</translation>
     </message>
     <message>
         <source>pi</source>
         <comment>5016</comment>
-        <translation type="vanished">pi</translation>
+        <translation>pi</translation>
     </message>
     <message>
         <source>Euler&apos;s number e</source>
         <comment>5017</comment>
-        <translation type="vanished">Euler&apos;s number e</translation>
+        <translation>Euler&apos;s number e</translation>
     </message>
     <message>
         <source>left parenthesis</source>
         <comment>5018</comment>
-        <translation type="vanished">left parenthesis</translation>
+        <translation>left parenthesis</translation>
     </message>
     <message>
         <source>right parenthesis</source>
         <comment>5019</comment>
-        <translation type="vanished">right parenthesis</translation>
+        <translation>right parenthesis</translation>
     </message>
     <message>
         <source>square root</source>
         <comment>5020</comment>
-        <translation type="vanished">square root</translation>
+        <translation>square root</translation>
     </message>
     <message>
         <source>sine</source>
         <comment>5021</comment>
-        <translation type="vanished">sine</translation>
+        <translation>sine</translation>
     </message>
     <message>
         <source>cosine</source>
         <comment>5022</comment>
-        <translation type="vanished">cosine</translation>
+        <translation>cosine</translation>
     </message>
     <message>
         <source>tangent</source>
         <comment>5023</comment>
-        <translation type="vanished">tangent</translation>
+        <translation>tangent</translation>
     </message>
     <message>
         <source>arc sine</source>
         <comment>5024</comment>
-        <translation type="vanished">arc sine</translation>
+        <translation>arc sine</translation>
     </message>
     <message>
         <source>arc cosine</source>
         <comment>5025</comment>
-        <translation type="vanished">arc cosine</translation>
+        <translation>arc cosine</translation>
     </message>
     <message>
         <source>arc tangent</source>
         <comment>5026</comment>
-        <translation type="vanished">arc tangent</translation>
+        <translation>arc tangent</translation>
     </message>
     <message>
         <source>exponential function</source>
         <comment>5027</comment>
-        <translation type="vanished">exponential function</translation>
+        <translation>exponential function</translation>
     </message>
     <message>
         <source>natural logarithm</source>
         <comment>5028</comment>
-        <translation type="vanished">natural logarithm</translation>
+        <translation>natural logarithm</translation>
     </message>
     <message>
         <source>logarithm base 10</source>
         <comment>5029</comment>
-        <translation type="vanished">logarithm base 10</translation>
+        <translation>logarithm base 10</translation>
     </message>
     <message>
         <source>the variable</source>
         <comment>5030</comment>
-        <translation type="vanished">the variable</translation>
+        <translation>the variable</translation>
     </message>
     <message>
         <source>clear</source>
         <comment>5031</comment>
-        <translation type="vanished">clear</translation>
+        <translation>clear</translation>
     </message>
     <message>
         <source>Function label</source>
         <comment>5040</comment>
-        <translation type="vanished">Function label</translation>
+        <translation>Function label</translation>
     </message>
     <message>
         <source>Function</source>
         <comment>5041</comment>
-        <translation type="vanished">Function</translation>
+        <translation>Function</translation>
     </message>
     <message>
         <source>Draw the function in the function box</source>
         <comment>5042</comment>
-        <translation type="vanished">Draw the function in the function box</translation>
+        <translation>Draw the function in the function box</translation>
     </message>
     <message>
         <source>x minimum</source>
         <comment>5043</comment>
-        <translation type="vanished">x minimum</translation>
+        <translation>x minimum</translation>
     </message>
     <message>
         <source>x maximum</source>
         <comment>5044</comment>
-        <translation type="vanished">x maximum</translation>
+        <translation>x maximum</translation>
     </message>
     <message>
         <source>x step</source>
         <comment>5045</comment>
-        <translation type="vanished">x step</translation>
+        <translation>x step</translation>
     </message>
     <message>
         <source>x ticks</source>
         <comment>5046</comment>
-        <translation type="vanished">x ticks</translation>
+        <translation>x ticks</translation>
     </message>
     <message>
         <source>y minimum</source>
         <comment>5047</comment>
-        <translation type="vanished">y minimum</translation>
+        <translation>y minimum</translation>
     </message>
     <message>
         <source>y maximum</source>
         <comment>5048</comment>
-        <translation type="vanished">y maximum</translation>
+        <translation>y maximum</translation>
     </message>
     <message>
         <source>y step</source>
         <comment>5049</comment>
-        <translation type="vanished">y step</translation>
+        <translation>y step</translation>
     </message>
     <message>
         <source>y ticks</source>
         <comment>5050</comment>
-        <translation type="vanished">y ticks</translation>
+        <translation>y ticks</translation>
     </message>
     <message>
         <source>The smallest value shown (p stands for π)</source>
         <comment>5051</comment>
-        <translation type="vanished">The smallest value shown (p stands for π)</translation>
+        <translation>The smallest value shown (p stands for π)</translation>
     </message>
     <message>
         <source>The largest value shown (p stands for π)</source>
         <comment>5052</comment>
-        <translation type="vanished">The largest value shown (p stands for π)</translation>
+        <translation>The largest value shown (p stands for π)</translation>
     </message>
     <message>
         <source>The distance between grid lines</source>
         <comment>5053</comment>
-        <translation type="vanished">The distance between grid lines</translation>
+        <translation>The distance between grid lines</translation>
     </message>
     <message>
         <source>%1 in whole and fractional multiples of π</source>
         <comment>5054</comment>
-        <translation type="vanished">%1 in whole and fractional multiples of π</translation>
+        <translation>%1 in whole and fractional multiples of π</translation>
     </message>
     <message>
         <source>A whole multiple of π and a fraction of π</source>
         <comment>5055</comment>
-        <translation type="vanished">A whole multiple of π and a fraction of π</translation>
+        <translation>A whole multiple of π and a fraction of π</translation>
     </message>
     <message>
         <source>Angles in degrees</source>
         <comment>5056</comment>
-        <translation type="vanished">Angles in degrees</translation>
+        <translation>Angles in degrees</translation>
     </message>
     <message>
         <source>Angles in radians</source>
         <comment>5057</comment>
-        <translation type="vanished">Angles in radians</translation>
+        <translation>Angles in radians</translation>
     </message>
     <message>
         <source>Angles in gradians</source>
         <comment>5058</comment>
-        <translation type="vanished">Angles in gradians</translation>
+        <translation>Angles in gradians</translation>
     </message>
     <message>
         <source>Tick labels at multiples of π, as decimals or fractions</source>
         <comment>5059</comment>
-        <translation type="vanished">Tick labels at multiples of π, as decimals or fractions</translation>
+        <translation>Tick labels at multiples of π, as decimals or fractions</translation>
     </message>
     <message>
         <source>Show the grid</source>
         <comment>5060</comment>
-        <translation type="vanished">Show the grid</translation>
+        <translation>Show the grid</translation>
     </message>
     <message>
         <source>Label text</source>
         <comment>5061</comment>
-        <translation type="vanished">Label text</translation>
+        <translation>Label text</translation>
     </message>
     <message>
         <source>Formula picture</source>
         <comment>5062</comment>
-        <translation type="vanished">Formula picture</translation>
+        <translation>Formula picture</translation>
     </message>
     <message>
         <source>Plot area</source>
         <comment>5063</comment>
-        <translation type="vanished">Plot area</translation>
+        <translation>Plot area</translation>
     </message>
     <message>
         <source>Right-click for the tools, double-click a curve for a point label, turn the wheel to zoom</source>
         <comment>5064</comment>
-        <translation type="vanished">Right-click for the tools, double-click a curve for a point label, turn the wheel to zoom</translation>
+        <translation>Right-click for the tools, double-click a curve for a point label, turn the wheel to zoom</translation>
     </message>
     <message>
         <source>Resize the plot</source>
         <comment>5065</comment>
-        <translation type="vanished">Resize the plot</translation>
+        <translation>Resize the plot</translation>
     </message>
     <message>
         <source>Status, part %1</source>
         <comment>5066</comment>
-        <translation type="vanished">Status, part %1</translation>
+        <translation>Status, part %1</translation>
     </message>
     <message>
         <source>Keypad: %1</source>
         <comment>5067</comment>
-        <translation type="vanished">Keypad: %1</translation>
+        <translation>Keypad: %1</translation>
     </message>
     <message>
         <source>Tr&amp;ace</source>
         <comment>5070</comment>
-        <translation type="vanished">Tr&amp;ace</translation>
+        <translation>Tr&amp;ace</translation>
     </message>
     <message>
         <source>De&amp;rivative</source>
         <comment>5071</comment>
-        <translation type="vanished">De&amp;rivative</translation>
+        <translation>De&amp;rivative</translation>
     </message>
     <message>
         <source>&amp;Primitive function</source>
         <comment>5072</comment>
-        <translation type="vanished">&amp;Primitive function</translation>
+        <translation>&amp;Primitive function</translation>
     </message>
     <message>
         <source>Zoom &amp;in</source>
         <comment>5073</comment>
-        <translation type="vanished">Zoom &amp;in</translation>
+        <translation>Zoom &amp;in</translation>
     </message>
     <message>
         <source>Zoom &amp;out</source>
         <comment>5074</comment>
-        <translation type="vanished">Zoom &amp;out</translation>
+        <translation>Zoom &amp;out</translation>
     </message>
     <message>
         <source>&amp;Stepwise</source>
         <comment>5075</comment>
-        <translation type="vanished">&amp;Stepwise</translation>
+        <translation>&amp;Stepwise</translation>
     </message>
     <message>
         <source>To &amp;beginning</source>
         <comment>5076</comment>
-        <translation type="vanished">To &amp;beginning</translation>
+        <translation>To &amp;beginning</translation>
     </message>
     <message>
         <source>&amp;Equal scale</source>
         <comment>5085</comment>
-        <translation type="vanished">&amp;Equal scale</translation>
+        <translation>&amp;Equal scale</translation>
     </message>
     <message>
         <source>Derivative and ta&amp;ngent</source>
         <comment>5077</comment>
-        <translation type="vanished">Derivative and ta&amp;ngent</translation>
+        <translation>Derivative and ta&amp;ngent</translation>
     </message>
     <message>
         <source>The settings could not be saved: %1 cannot be written.</source>
         <comment>5090</comment>
-        <translation type="vanished">The settings could not be saved: %1 cannot be written.</translation>
+        <translation>The settings could not be saved: %1 cannot be written.</translation>
     </message>
     <message>
         <source>The settings could not be saved: %1 is not a settings file.</source>
         <comment>5091</comment>
-        <translation type="vanished">The settings could not be saved: %1 is not a settings file.</translation>
+        <translation>The settings could not be saved: %1 is not a settings file.</translation>
     </message>
     <message>
         <source>A &amp;new colour for each function</source>
         <comment>5140</comment>
-        <translation type="vanished">A &amp;new colour for each function</translation>
+        <translation>A &amp;new colour for each function</translation>
     </message>
     <message>
         <source>Change c&amp;olour…</source>
         <comment>5141</comment>
-        <translation type="vanished">&amp;Change colour…</translation>
+        <translation>&amp;Change colour…</translation>
     </message>
     <message>
         <source>Smoot&amp;h curves</source>
         <comment>5142</comment>
-        <translation type="vanished">Smoot&amp;h curves</translation>
+        <translation>Smoot&amp;h curves</translation>
     </message>
     <message>
         <source>%1 is drawn already.</source>
         <comment>5143</comment>
-        <translation type="vanished">%1 is drawn already.</translation>
+        <translation>%1 is drawn already.</translation>
     </message>
     <message>
         <source>&amp;Replace</source>
         <comment>5144</comment>
-        <translation type="vanished">&amp;Replace</translation>
+        <translation>&amp;Replace</translation>
     </message>
     <message>
         <source>&amp;Edit</source>
         <comment>5145</comment>
-        <translation type="vanished">&amp;Edit</translation>
+        <translation>&amp;Edit</translation>
     </message>
     <message>
         <source>Editing %1: Enter replaces it, Esc leaves it as it was.</source>
         <comment>5146</comment>
-        <translation type="vanished">Editing %1: Enter replaces it, Esc leaves it as it was.</translation>
+        <translation>Editing %1: Enter replaces it, Esc leaves it as it was.</translation>
     </message>
     <message>
         <source>Editing:</source>
         <comment>5147</comment>
-        <translation type="vanished">Editing:</translation>
+        <translation>Editing:</translation>
     </message>
     <message>
         <source>&amp;Open…</source>
         <comment>5150</comment>
-        <translation type="vanished">&amp;Open…</translation>
+        <translation>&amp;Open…</translation>
     </message>
     <message>
         <source>Open &amp;Recent</source>
         <comment>5151</comment>
-        <translation type="vanished">Open &amp;Recent</translation>
+        <translation>Open &amp;Recent</translation>
     </message>
     <message>
         <source>&amp;Save</source>
         <comment>5152</comment>
-        <translation type="vanished">&amp;Save</translation>
+        <translation>&amp;Save</translation>
     </message>
     <message>
         <source>&amp;Undo</source>
         <comment>5153</comment>
-        <translation type="vanished">&amp;Undo</translation>
+        <translation>&amp;Undo</translation>
     </message>
     <message>
         <source>&amp;Redo</source>
         <comment>5154</comment>
-        <translation type="vanished">&amp;Redo</translation>
+        <translation>&amp;Redo</translation>
     </message>
     <message>
         <source>Curvix drawing (*.curvix)</source>
         <comment>5155</comment>
-        <translation type="vanished">Curvix drawing (*.curvix)</translation>
+        <translation>Curvix drawing (*.curvix)</translation>
     </message>
     <message>
         <source>Curvix was not closed properly last time. Restore the drawing it was working on?</source>
         <comment>5156</comment>
-        <translation type="vanished">Curvix was not closed properly last time. Restore the drawing it was working on?</translation>
+        <translation>Curvix was not closed properly last time. Restore the drawing it was working on?</translation>
     </message>
     <message>
         <source>Open Drawing</source>
         <comment>5157</comment>
-        <translation type="vanished">Open Drawing</translation>
+        <translation>Open Drawing</translation>
     </message>
     <message>
         <source>%1 is not there any more.</source>
         <comment>5158</comment>
-        <translation type="vanished">%1 is not there any more.</translation>
+        <translation>%1 is not there any more.</translation>
     </message>
     <message>
         <source>Clear the list</source>
         <comment>5159</comment>
-        <translation type="vanished">Clear the list</translation>
+        <translation>Clear the list</translation>
     </message>
     <message>
         <source>The recovery file %1 could not be read: %2</source>
         <comment>5160</comment>
-        <translation type="vanished">The recovery file %1 could not be read: %2</translation>
+        <translation>The recovery file %1 could not be read: %2</translation>
     </message>
     <message>
         <source>Calculating… (Esc cancels)</source>
         <comment>5078</comment>
-        <translation type="vanished">Calculating… (Esc cancels)</translation>
+        <translation>Calculating… (Esc cancels)</translation>
     </message>
     <message>
         <source>x of the trace: type a value and press Enter</source>
         <comment>5180</comment>
-        <translation type="vanished">x of the trace: type a value and press Enter</translation>
+        <translation>x of the trace: type a value and press Enter</translation>
     </message>
     <message>
         <source>not defined at x = %1</source>
         <comment>5181</comment>
-        <translation type="vanished">not defined at x = %1</translation>
+        <translation>not defined at x = %1</translation>
     </message>
     <message>
         <source>vertical tangent at x = %1</source>
         <comment>5182</comment>
-        <translation type="vanished">vertical tangent at x = %1</translation>
+        <translation>vertical tangent at x = %1</translation>
     </message>
     <message>
         <source>Remove this tangent</source>
         <comment>5183</comment>
-        <translation type="vanished">Remove this tangent</translation>
+        <translation>Remove this tangent</translation>
     </message>
     <message>
         <source>Steps per second</source>
         <comment>5184</comment>
-        <translation type="vanished">Steps per second</translation>
+        <translation>Steps per second</translation>
     </message>
     <message>
         <source>tangent</source>
         <comment>5185</comment>
-        <translation type="vanished">tangent</translation>
+        <translation>tangent</translation>
     </message>
     <message>
         <source>x = %1 is outside the view</source>
         <comment>5186</comment>
-        <translation type="vanished">x = %1 is outside the view</translation>
+        <translation>x = %1 is outside the view</translation>
     </message>
 </context>
 <context>
     <name>curvix::app::CurveTools</name>
     <message>
         <source>TRACE</source>
-        <translation type="vanished">TRACE</translation>
+        <translation>TRACE</translation>
     </message>
 </context>
 <context>
     <name>curvix::app::Demonstration</name>
     <message>
         <source>Derivata/tangent</source>
-        <translation type="vanished">Derivative/tangent</translation>
+        <translation>Derivative/tangent</translation>
     </message>
 </context>
 <context>
     <name>curvix::app::RangePanel</name>
     <message>
         <source>Rutnät</source>
-        <translation type="vanished">Grid</translation>
+        <translation>Grid</translation>
     </message>
 </context>
 <context>
     <name>curvix::app::ValueTableDialog</name>
     <message>
         <source>Table of values</source>
-        <translation type="vanished">Table of values</translation>
+        <translation>Table of values</translation>
     </message>
     <message>
         <source>x from</source>
-        <translation type="vanished">x from</translation>
+        <translation>x from</translation>
     </message>
     <message>
         <source>to</source>
-        <translation type="vanished">to</translation>
+        <translation>to</translation>
     </message>
     <message>
         <source>step</source>
-        <translation type="vanished">step</translation>
+        <translation>step</translation>
     </message>
     <message>
         <source>&amp;Copy</source>
-        <translation type="vanished">&amp;Copy</translation>
+        <translation>&amp;Copy</translation>
     </message>
     <message>
         <source>&amp;Save CSV...</source>
-        <translation type="vanished">&amp;Save CSV...</translation>
+        <translation>&amp;Save CSV...</translation>
     </message>
     <message>
         <source>Save table</source>
-        <translation type="vanished">Save table</translation>
+        <translation>Save table</translation>
     </message>
     <message>
         <source>CSV files (*.csv)</source>
-        <translation type="vanished">CSV files (*.csv)</translation>
+        <translation>CSV files (*.csv)</translation>
     </message>
     <message>
         <source>Could not save %1: %2</source>
-        <translation type="vanished">Could not save %1: %2</translation>
+        <translation>Could not save %1: %2</translation>
     </message>
 </context>
 <context>
     <name>curvix::app::ZoomBoxWidget</name>
     <message>
         <source>Dubbelklicka för att zooma in</source>
-        <translation type="vanished">Double-click to zoom in</translation>
+        <translation>Double-click to zoom in</translation>
     </message>
 </context>
 <context>
     <name>curvix::app::frmAbout1</name>
     <message>
         <source>System Information Is Unavailable At This Time</source>
-        <translation type="vanished">System Information Is Unavailable At This Time</translation>
+        <translation>System Information Is Unavailable At This Time</translation>
     </message>
     <message>
         <source>Version %1</source>
-        <translation type="vanished">Version %1</translation>
+        <translation>Version %1</translation>
     </message>
 </context>
 </TS>

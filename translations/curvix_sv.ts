@@ -5,42 +5,42 @@
     <name>PointMarks</name>
     <message>
         <source>zero</source>
-        <translation type="vanished">nollställe</translation>
+        <translation>nollställe</translation>
     </message>
     <message>
         <source>min</source>
-        <translation type="vanished">min</translation>
+        <translation>min</translation>
     </message>
     <message>
         <source>max</source>
-        <translation type="vanished">max</translation>
+        <translation>max</translation>
     </message>
     <message>
         <source>inflection</source>
-        <translation type="vanished">inflexionspunkt</translation>
+        <translation>inflexionspunkt</translation>
     </message>
     <message>
         <source>intersection</source>
-        <translation type="vanished">skärningspunkt</translation>
+        <translation>skärningspunkt</translation>
     </message>
 </context>
 <context>
     <name>QObject</name>
     <message>
         <source>P&amp;oints of interest</source>
-        <translation type="vanished">&amp;Intressanta punkter</translation>
+        <translation>&amp;Intressanta punkter</translation>
     </message>
     <message>
         <source>Ta&amp;ble of values...</source>
-        <translation type="vanished">Vä&amp;rdetabell...</translation>
+        <translation>Vä&amp;rdetabell...</translation>
     </message>
     <message>
         <source>&amp;Derivata</source>
-        <translation type="vanished">&amp;Derivata</translation>
+        <translation>&amp;Derivata</translation>
     </message>
     <message>
         <source>&amp;Primitiv funktion</source>
-        <translation type="vanished">&amp;Primitiv funktion</translation>
+        <translation>&amp;Primitiv funktion</translation>
     </message>
 </context>
 <context>
@@ -48,1314 +48,1314 @@
     <message>
         <source>Curvix</source>
         <comment>1</comment>
-        <translation type="vanished">Curvix</translation>
+        <translation>Curvix</translation>
     </message>
     <message>
         <source>curvix-help.html</source>
         <comment>3</comment>
-        <translation type="vanished">curvix-help.html</translation>
+        <translation>curvix-help.html</translation>
     </message>
     <message>
         <source>My Graphs</source>
         <comment>9</comment>
-        <translation type="vanished">Mina grafer</translation>
+        <translation>Mina grafer</translation>
     </message>
     <message>
         <source>(*.bmp)|*.bmp</source>
         <comment>23</comment>
-        <translation type="vanished">(*.bmp)|*.bmp</translation>
+        <translation>(*.bmp)|*.bmp</translation>
     </message>
     <message>
         <source>.</source>
         <comment>25</comment>
-        <translation type="vanished">.</translation>
+        <translation>.</translation>
     </message>
     <message>
         <source>,</source>
         <comment>29</comment>
-        <translation type="vanished">,</translation>
+        <translation>,</translation>
     </message>
     <message>
         <source>-1</source>
         <comment>32</comment>
-        <translation type="vanished">-1</translation>
+        <translation>-1</translation>
     </message>
     <message>
         <source>-1</source>
         <comment>33</comment>
-        <translation type="vanished">-1</translation>
+        <translation>-1</translation>
     </message>
     <message>
         <source>-1</source>
         <comment>34</comment>
-        <translation type="vanished">-1</translation>
+        <translation>-1</translation>
     </message>
     <message>
         <source>-1</source>
         <comment>35</comment>
-        <translation type="vanished">-1</translation>
+        <translation>-1</translation>
     </message>
     <message>
         <source>&amp;New</source>
         <comment>426</comment>
-        <translation type="vanished">&amp;Ny</translation>
+        <translation>&amp;Ny</translation>
     </message>
     <message>
         <source>&amp;Copy</source>
         <comment>427</comment>
-        <translation type="vanished">&amp;Kopiera</translation>
+        <translation>&amp;Kopiera</translation>
     </message>
     <message>
         <source>Save &amp;As</source>
         <comment>428</comment>
-        <translation type="vanished">Spara so&amp;m</translation>
+        <translation>Spara so&amp;m</translation>
     </message>
     <message>
         <source>&amp;Print</source>
         <comment>429</comment>
-        <translation type="vanished">Skriv &amp;ut</translation>
+        <translation>Skriv &amp;ut</translation>
     </message>
     <message>
         <source>&amp;Colors</source>
         <comment>431</comment>
-        <translation type="vanished">&amp;Färger</translation>
+        <translation>&amp;Färger</translation>
     </message>
     <message>
         <source>&amp;Grid</source>
         <comment>433</comment>
-        <translation type="vanished">&amp;Rutnät</translation>
+        <translation>&amp;Rutnät</translation>
     </message>
     <message>
         <source>&amp;Axis</source>
         <comment>434</comment>
-        <translation type="vanished">&amp;Axlar</translation>
+        <translation>&amp;Axlar</translation>
     </message>
     <message>
         <source>&amp;Function graph</source>
         <comment>435</comment>
-        <translation type="vanished">&amp;Funktionsgraf</translation>
+        <translation>&amp;Funktionsgraf</translation>
     </message>
     <message>
         <source>only digits, - and </source>
         <comment>443</comment>
-        <translation type="vanished">bara siffror, - och </translation>
+        <translation>bara siffror, - och </translation>
     </message>
     <message>
         <source>&amp;Degrees</source>
         <comment>452</comment>
-        <translation type="vanished">&amp;Grader</translation>
+        <translation>&amp;Grader</translation>
     </message>
     <message>
         <source>Ra&amp;dians</source>
         <comment>453</comment>
-        <translation type="vanished">Ra&amp;dianer</translation>
+        <translation>Ra&amp;dianer</translation>
     </message>
     <message>
         <source>&amp;Gradient</source>
         <comment>454</comment>
-        <translation type="vanished">G&amp;on</translation>
+        <translation>G&amp;on</translation>
     </message>
     <message>
         <source>Exact trigs&amp;cale</source>
         <comment>456</comment>
-        <translation type="vanished">Exakt trig&amp;skala</translation>
+        <translation>Exakt trig&amp;skala</translation>
     </message>
     <message>
         <source>Axis</source>
         <comment>461</comment>
-        <translation type="vanished">Axlar</translation>
+        <translation>Axlar</translation>
     </message>
     <message>
         <source>0 for no ticks</source>
         <comment>465</comment>
-        <translation type="vanished">0 för inga markeringar</translation>
+        <translation>0 för inga skalstreck</translation>
     </message>
     <message>
         <source>Please set size between min 5 and max 10</source>
         <comment>468</comment>
-        <translation type="vanished">Välj en storlek mellan 5 och 10</translation>
+        <translation>Välj en storlek mellan 5 och 10</translation>
     </message>
     <message>
         <source>&amp;Delete</source>
         <comment>469</comment>
-        <translation type="vanished">T&amp;a bort</translation>
+        <translation>T&amp;a bort</translation>
     </message>
     <message>
         <source>&amp;Fontsize for axis-ticks</source>
         <comment>470</comment>
-        <translation type="vanished">&amp;Teckenstorlek för axlarnas siffror</translation>
+        <translation>&amp;Teckenstorlek för axlarnas siffror</translation>
     </message>
     <message>
         <source>&amp;Decimal</source>
         <comment>472</comment>
-        <translation type="vanished">&amp;Decimalform</translation>
+        <translation>&amp;Decimalform</translation>
     </message>
     <message>
         <source>&amp;Fractional</source>
         <comment>473</comment>
-        <translation type="vanished">&amp;Bråkform</translation>
+        <translation>&amp;Bråkform</translation>
     </message>
     <message>
         <source>&amp;Change color</source>
         <comment>474</comment>
-        <translation type="vanished">&amp;Byt färg</translation>
+        <translation>&amp;Byt färg</translation>
     </message>
     <message>
         <source>&amp;Tangents</source>
         <comment>475</comment>
-        <translation type="vanished">&amp;Tangenter</translation>
+        <translation>&amp;Tangenter</translation>
     </message>
     <message>
         <source>&amp;Fill</source>
         <comment>477</comment>
-        <translation type="vanished">&amp;Fyll</translation>
+        <translation>&amp;Fyll</translation>
     </message>
     <message>
         <source>&amp;Vertical lines</source>
         <comment>478</comment>
-        <translation type="vanished">&amp;Lodräta linjer</translation>
+        <translation>&amp;Lodräta linjer</translation>
     </message>
     <message>
         <source>&amp;Fillcolor</source>
         <comment>479</comment>
-        <translation type="vanished">F&amp;yllnadsfärg</translation>
+        <translation>F&amp;yllnadsfärg</translation>
     </message>
     <message>
         <source>&amp;Horizontal lines</source>
         <comment>480</comment>
-        <translation type="vanished">&amp;Vågräta linjer</translation>
+        <translation>&amp;Vågräta linjer</translation>
     </message>
     <message>
         <source>Trace</source>
         <comment>484</comment>
-        <translation type="vanished">Spåra</translation>
+        <translation>Spåra</translation>
     </message>
     <message>
         <source>Primitive function</source>
         <comment>485</comment>
-        <translation type="vanished">Primitiv funktion</translation>
+        <translation>Primitiv funktion</translation>
     </message>
     <message>
         <source>Derivative</source>
         <comment>486</comment>
-        <translation type="vanished">Derivata</translation>
+        <translation>Derivata</translation>
     </message>
     <message>
         <source>&amp;Window background</source>
         <comment>488</comment>
-        <translation type="vanished">Fönstrets &amp;bakgrund</translation>
+        <translation>Fönstrets &amp;bakgrund</translation>
     </message>
     <message>
         <source>Stepwise</source>
         <comment>489</comment>
-        <translation type="vanished">Stegvis</translation>
+        <translation>Stegvis</translation>
     </message>
     <message>
         <source>To beginning</source>
         <comment>490</comment>
-        <translation type="vanished">Till början</translation>
+        <translation>Till början</translation>
     </message>
     <message>
         <source>Zoom in</source>
         <comment>491</comment>
-        <translation type="vanished">Zooma in</translation>
+        <translation>Zooma in</translation>
     </message>
     <message>
         <source>Zoom out</source>
         <comment>492</comment>
-        <translation type="vanished">Zooma ut</translation>
+        <translation>Zooma ut</translation>
     </message>
     <message>
         <source>Doubleclick to start zoom in</source>
         <comment>493</comment>
-        <translation type="vanished">Dubbelklicka för att börja zooma in</translation>
+        <translation>Dubbelklicka för att börja zooma in</translation>
     </message>
     <message>
         <source>Save changes?</source>
         <comment>620</comment>
-        <translation type="vanished">Vill du spara ändringarna?</translation>
+        <translation>Vill du spara ändringarna?</translation>
     </message>
     <message>
         <source>Cancel</source>
         <comment>705</comment>
-        <translation type="vanished">Avbryt</translation>
+        <translation>Avbryt</translation>
     </message>
     <message>
         <source>Draw</source>
         <comment>710</comment>
-        <translation type="vanished">Rita</translation>
+        <translation>Rita</translation>
     </message>
     <message>
         <source>Comma(,)</source>
         <comment>1001</comment>
-        <translation type="vanished">Komma (,)</translation>
+        <translation>Komma (,)</translation>
     </message>
     <message>
         <source>Colon(:)</source>
         <comment>1002</comment>
-        <translation type="vanished">Kolon (:)</translation>
+        <translation>Kolon (:)</translation>
     </message>
     <message>
         <source>Semicolon(;)</source>
         <comment>1003</comment>
-        <translation type="vanished">Semikolon (;)</translation>
+        <translation>Semikolon (;)</translation>
     </message>
     <message>
         <source>Vertical bar(|)</source>
         <comment>1004</comment>
-        <translation type="vanished">Lodstreck (|)</translation>
+        <translation>Lodstreck (|)</translation>
     </message>
     <message>
         <source>Coordinate system settings</source>
         <comment>1005</comment>
-        <translation type="vanished">Inställningar för koordinatsystemet</translation>
+        <translation>Inställningar för koordinatsystemet</translation>
     </message>
     <message>
         <source>Coordinate separator</source>
         <comment>1006</comment>
-        <translation type="vanished">Skiljetecken mellan koordinater</translation>
+        <translation>Skiljetecken mellan koordinater</translation>
     </message>
     <message>
         <source>Axis arrows</source>
         <comment>1007</comment>
-        <translation type="vanished">Pilar på axlarna</translation>
+        <translation>Pilar på axlarna</translation>
     </message>
     <message>
         <source>Fi&amp;le</source>
         <comment>2000</comment>
-        <translation type="vanished">&amp;Arkiv</translation>
+        <translation>&amp;Arkiv</translation>
     </message>
     <message>
         <source>E&amp;xit</source>
         <comment>2001</comment>
-        <translation type="vanished">&amp;Avsluta</translation>
+        <translation>&amp;Avsluta</translation>
     </message>
     <message>
         <source>&amp;Edit</source>
         <comment>2002</comment>
-        <translation type="vanished">&amp;Redigera</translation>
+        <translation>&amp;Redigera</translation>
     </message>
     <message>
         <source>&amp;Zoom</source>
         <comment>2003</comment>
-        <translation type="vanished">&amp;Zooma</translation>
+        <translation>&amp;Zooma</translation>
     </message>
     <message>
         <source>T&amp;ools</source>
         <comment>2004</comment>
-        <translation type="vanished">&amp;Verktyg</translation>
+        <translation>&amp;Verktyg</translation>
     </message>
     <message>
         <source>&amp;Settings</source>
         <comment>2005</comment>
-        <translation type="vanished">&amp;Inställningar</translation>
+        <translation>&amp;Inställningar</translation>
     </message>
     <message>
         <source>&amp;Koordinatsystem</source>
         <comment>2006</comment>
-        <translation type="vanished">&amp;Koordinatsystem</translation>
+        <translation>&amp;Koordinatsystem</translation>
     </message>
     <message>
         <source>&amp;Help</source>
         <comment>2007</comment>
-        <translation type="vanished">&amp;Hjälp</translation>
+        <translation>&amp;Hjälp</translation>
     </message>
     <message>
         <source>&amp;Contents</source>
         <comment>2008</comment>
-        <translation type="vanished">&amp;Innehåll</translation>
+        <translation>&amp;Innehåll</translation>
     </message>
     <message>
         <source>&amp;Search for Help On...</source>
         <comment>2009</comment>
-        <translation type="vanished">&amp;Sök i hjälpen...</translation>
+        <translation>&amp;Sök i hjälpen...</translation>
     </message>
     <message>
         <source>&amp;About Curvix</source>
         <comment>2010</comment>
-        <translation type="vanished">&amp;Om Curvix</translation>
+        <translation>&amp;Om Curvix</translation>
     </message>
     <message>
         <source>OK</source>
         <comment>2011</comment>
-        <translation type="vanished">OK</translation>
+        <translation>OK</translation>
     </message>
     <message>
         <source>Function</source>
         <comment>2012</comment>
-        <translation type="vanished">Funktion</translation>
+        <translation>Funktion</translation>
     </message>
     <message>
         <source>x: min, max, step, ticks</source>
         <comment>2013</comment>
-        <translation type="vanished">x: min, max, steg, markeringar</translation>
+        <translation>x: min, max, steg, skalstreck</translation>
     </message>
     <message>
         <source>y: min, max, step, ticks</source>
         <comment>2014</comment>
-        <translation type="vanished">y: min, max, steg, markeringar</translation>
+        <translation>y: min, max, steg, skalstreck</translation>
     </message>
     <message>
         <source>Angle unit</source>
         <comment>2015</comment>
-        <translation type="vanished">Vinkelenhet</translation>
+        <translation>Vinkelenhet</translation>
     </message>
     <message>
         <source>Overflow</source>
         <comment>2016</comment>
-        <translation type="vanished">Spill</translation>
+        <translation>Spill</translation>
     </message>
     <message>
         <source>The function label, e.g. f(x): the letter in parentheses is the variable</source>
         <comment>2017</comment>
-        <translation type="vanished">Funktionens namn, t.ex. f(x): bokstaven inom parentes är variabeln</translation>
+        <translation>Funktionens namn, t.ex. f(x): bokstaven inom parentes är variabeln</translation>
     </message>
     <message>
         <source>Type a function of one variable and press Enter or Draw</source>
         <comment>2018</comment>
-        <translation type="vanished">Skriv en funktion av en variabel och tryck på Enter eller Rita</translation>
+        <translation>Skriv en funktion av en variabel och tryck på Enter eller Rita</translation>
     </message>
     <message>
         <source>Axes</source>
         <comment>2019</comment>
-        <translation type="vanished">Axlar</translation>
+        <translation>Axlar</translation>
     </message>
     <message>
         <source>Minimum</source>
         <comment>2020</comment>
-        <translation type="vanished">Minsta värde</translation>
+        <translation>Minimum</translation>
     </message>
     <message>
         <source>Maximum</source>
         <comment>2021</comment>
-        <translation type="vanished">Största värde</translation>
+        <translation>Maximum</translation>
     </message>
     <message>
         <source>Step</source>
         <comment>2022</comment>
-        <translation type="vanished">Steg</translation>
+        <translation>Steg</translation>
     </message>
     <message>
         <source>Ticks</source>
         <comment>2023</comment>
-        <translation type="vanished">Markeringar</translation>
+        <translation>Skalstreck</translation>
     </message>
     <message>
         <source>Arrows at the axis ends</source>
         <comment>2024</comment>
-        <translation type="vanished">Pilar i axlarnas ändar</translation>
+        <translation>Pilar i axlarnas ändar</translation>
     </message>
     <message>
         <source>Numbers at the ticks</source>
         <comment>2025</comment>
-        <translation type="vanished">Siffror vid markeringarna</translation>
+        <translation>Siffror vid skalstrecken</translation>
     </message>
     <message>
         <source>x %1</source>
         <comment>2030</comment>
-        <translation type="vanished">x %1</translation>
+        <translation>x %1</translation>
     </message>
     <message>
         <source>y %1</source>
         <comment>2031</comment>
-        <translation type="vanished">y %1</translation>
+        <translation>y %1</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is not a number (%2); the last good view is kept</source>
         <comment>2032</comment>
-        <translation type="vanished">&quot;%1&quot; är inget tal (%2); den senaste fungerande vyn behålls</translation>
+        <translation>&quot;%1&quot; är inget tal (%2); den senaste fungerande vyn behålls</translation>
     </message>
     <message>
         <source>The %1 must be below the %2; the last good view is kept</source>
         <comment>2033</comment>
-        <translation type="vanished">%1 måste vara mindre än %2; den senaste fungerande vyn behålls</translation>
+        <translation>%1 måste vara mindre än %2; den senaste fungerande vyn behålls</translation>
     </message>
     <message>
         <source>The %1 must not be below 0, and must be above 0 while ticks are on; the last good view is kept</source>
         <comment>2034</comment>
-        <translation type="vanished">%1 får inte vara mindre än 0 och måste vara större än 0 när markeringar visas; den senaste fungerande vyn behålls</translation>
+        <translation>%1 får inte vara mindre än 0 och måste vara större än 0 när skalstreck visas; den senaste fungerande vyn behålls</translation>
     </message>
     <message>
         <source>Text</source>
         <comment>2026</comment>
-        <translation type="vanished">Text</translation>
+        <translation>Text</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is no label: write a name and its variable, such as f(x), or one small letter</source>
         <comment>2027</comment>
-        <translation type="vanished">&quot;%1&quot; är inget namn: skriv ett namn och dess variabel, som f(x), eller en liten bokstav</translation>
+        <translation>&quot;%1&quot; är inget namn: skriv ett namn och dess variabel, som f(x), eller en liten bokstav</translation>
     </message>
     <message>
         <source>A number, or a multiple of π such as 2p</source>
         <comment>2040</comment>
-        <translation type="vanished">Ett tal eller en multipel av π, som 2p</translation>
+        <translation>Ett tal eller en multipel av π, som 2p</translation>
     </message>
     <message>
         <source>&amp;Add</source>
         <comment>2041</comment>
-        <translation type="vanished">&amp;Lägg till</translation>
+        <translation>&amp;Lägg till</translation>
     </message>
     <message>
         <source>&amp;Remove</source>
         <comment>2042</comment>
-        <translation type="vanished">&amp;Ta bort</translation>
+        <translation>&amp;Ta bort</translation>
     </message>
     <message>
         <source>Remove a&amp;ll</source>
         <comment>2043</comment>
-        <translation type="vanished">Ta bort &amp;alla</translation>
+        <translation>Ta bort &amp;alla</translation>
     </message>
     <message>
         <source>Close</source>
         <comment>2044</comment>
-        <translation type="vanished">Stäng</translation>
+        <translation>Stäng</translation>
     </message>
     <message>
         <source>(min 5,  max 10)</source>
         <comment>2045</comment>
-        <translation type="vanished">(minst 5, högst 10)</translation>
+        <translation>(minst 5, högst 10)</translation>
     </message>
     <message>
         <source>The clipboard cannot be reached.</source>
         <comment>2050</comment>
-        <translation type="vanished">Urklipp går inte att nå.</translation>
+        <translation>Urklipp går inte att nå.</translation>
     </message>
     <message>
         <source>The printer could not be started.</source>
         <comment>2051</comment>
-        <translation type="vanished">Skrivaren gick inte att starta.</translation>
+        <translation>Skrivaren gick inte att starta.</translation>
     </message>
     <message>
         <source>About Curvix</source>
         <comment>3000</comment>
-        <translation type="vanished">Om Curvix</translation>
+        <translation>Om Curvix</translation>
     </message>
     <message>
         <source>Function graphs for school mathematics</source>
         <comment>3001</comment>
-        <translation type="vanished">Funktionsgrafer för skolmatematik</translation>
+        <translation>Funktionsgrafer för skolmatematik</translation>
     </message>
     <message>
         <source>Copyright © 2026 The Curvix developers
 Curvix is free software: you may share and change it under the terms of the GNU General Public License, version 3 or (at your option) any later version (GPL-3.0-or-later).
 Curvix comes with ABSOLUTELY NO WARRANTY, to the extent permitted by law.</source>
         <comment>3002</comment>
-        <translation type="vanished">Copyright © 2026 Curvix-utvecklarna
+        <translation>Copyright © 2026 Curvix-utvecklarna
 Curvix är fri programvara: du får dela och ändra den enligt villkoren i GNU General Public License, version 3 eller (om du vill) någon senare version (GPL-3.0-or-later).
 Curvix levereras HELT UTAN GARANTI, i den utsträckning lagen tillåter.</translation>
     </message>
     <message>
         <source>SYMBOLIC.DLL (derivatives and primitive functions): Giac, the computer-algebra library by Bernard Parisse, free software under GPL-3.0-or-later.</source>
         <comment>3003</comment>
-        <translation type="vanished">SYMBOLIC.DLL (derivator och primitiva funktioner): Giac, datoralgebrabiblioteket av Bernard Parisse, fri programvara under GPL-3.0-or-later.</translation>
+        <translation>SYMBOLIC.DLL (derivator och primitiva funktioner): Giac, datoralgebrabiblioteket av Bernard Parisse, fri programvara under GPL-3.0-or-later.</translation>
     </message>
     <message>
         <source>&amp;System Info...</source>
         <comment>3004</comment>
-        <translation type="vanished">&amp;Systeminformation...</translation>
+        <translation>&amp;Systeminformation...</translation>
     </message>
     <message>
         <source>Curvix Help</source>
         <comment>3005</comment>
-        <translation type="vanished">Curvix hjälp</translation>
+        <translation>Curvix hjälp</translation>
     </message>
     <message>
         <source>Contents</source>
         <comment>3006</comment>
-        <translation type="vanished">Innehåll</translation>
+        <translation>Innehåll</translation>
     </message>
     <message>
         <source>Search</source>
         <comment>3007</comment>
-        <translation type="vanished">Sök</translation>
+        <translation>Sök</translation>
     </message>
     <message>
         <source>Type words to find, e.g. tangent</source>
         <comment>3008</comment>
-        <translation type="vanished">Skriv ord att söka efter, t.ex. tangent</translation>
+        <translation>Skriv ord att söka efter, t.ex. tangent</translation>
     </message>
     <message>
         <source>Back</source>
         <comment>3009</comment>
-        <translation type="vanished">Bakåt</translation>
+        <translation>Bakåt</translation>
     </message>
     <message>
         <source>Forward</source>
         <comment>3010</comment>
-        <translation type="vanished">Framåt</translation>
+        <translation>Framåt</translation>
     </message>
     <message>
         <source>Start page</source>
         <comment>3011</comment>
-        <translation type="vanished">Startsida</translation>
+        <translation>Startsida</translation>
     </message>
     <message>
         <source>No topic contains all of these words.</source>
         <comment>3012</comment>
-        <translation type="vanished">Inget avsnitt innehåller alla de här orden.</translation>
+        <translation>Inget avsnitt innehåller alla de här orden.</translation>
     </message>
     <message>
         <source>Topics with all the words: %1</source>
         <comment>3013</comment>
-        <translation type="vanished">Avsnitt med alla orden: %1</translation>
+        <translation>Avsnitt med alla orden: %1</translation>
     </message>
     <message>
         <source>Ingen aktiv funktion</source>
         <comment>2090</comment>
-        <translation type="vanished">Ingen aktiv funktion</translation>
+        <translation>Ingen aktiv funktion</translation>
     </message>
     <message>
         <source>Endast en variabel per omgång</source>
         <comment>2091</comment>
-        <translation type="vanished">Endast en variabel åt gången: börja en ny ritning eller ta bort funktionerna som använder en annan bokstav</translation>
+        <translation>Endast en variabel åt gången: börja en ny ritning eller ta bort funktionerna som använder en annan bokstav</translation>
     </message>
     <message>
         <source>&amp;Language</source>
         <comment>2092</comment>
-        <translation type="vanished">&amp;Språk</translation>
+        <translation>&amp;Språk</translation>
     </message>
     <message>
         <source>&amp;System language</source>
         <comment>2093</comment>
-        <translation type="vanished">&amp;Systemets språk</translation>
+        <translation>&amp;Systemets språk</translation>
     </message>
     <message>
         <source>The new language takes effect when Curvix starts next time.</source>
         <comment>2094</comment>
-        <translation type="vanished">Det nya språket används när Curvix startar nästa gång.</translation>
+        <translation>Det nya språket används när Curvix startar nästa gång.</translation>
     </message>
     <message>
         <source>The %1 and %2 are too close together for numbers that large; the last good view is kept</source>
         <comment>2035</comment>
-        <translation type="vanished">%1 och %2 ligger för nära varandra för så stora tal; den senaste fungerande vyn behålls</translation>
+        <translation>%1 och %2 ligger för nära varandra för så stora tal; den senaste fungerande vyn behålls</translation>
     </message>
     <message>
         <source>Remove &amp;tangents</source>
         <comment>2060</comment>
-        <translation type="vanished">Ta &amp;bort tangenterna</translation>
+        <translation>Ta &amp;bort tangenterna</translation>
     </message>
     <message>
         <source>Play the trace</source>
         <comment>2061</comment>
-        <translation type="vanished">Spela upp spårningen</translation>
+        <translation>Spela upp spårningen</translation>
     </message>
     <message>
         <source>Pause the trace</source>
         <comment>2062</comment>
-        <translation type="vanished">Pausa spårningen</translation>
+        <translation>Pausa spårningen</translation>
     </message>
     <message>
         <source>One step of the trace (or the arrow keys)</source>
         <comment>2063</comment>
-        <translation type="vanished">Ett steg i spårningen (eller piltangenterna)</translation>
+        <translation>Ett steg i spårningen (eller piltangenterna)</translation>
     </message>
     <message>
         <source>Click on the plot to put a tangent on the nearest curve there</source>
         <comment>2064</comment>
-        <translation type="vanished">Klicka i grafen för att sätta en tangent på den närmaste kurvan där</translation>
+        <translation>Klicka i grafen för att sätta en tangent på den närmaste kurvan där</translation>
     </message>
     <message>
         <source>The formula of the formula picture</source>
         <comment>2070</comment>
-        <translation type="vanished">Formelbildens formel</translation>
+        <translation>Formelbildens formel</translation>
     </message>
     <message>
         <source>This formula cannot be written out; the picture stays as it was.</source>
         <comment>2071</comment>
-        <translation type="vanished">Den här formeln går inte att skriva ut; bilden förblir som den var.</translation>
+        <translation>Den här formeln går inte att skriva ut; bilden förblir som den var.</translation>
     </message>
     <message>
         <source>A label: drag selected text onto the plot</source>
         <comment>2072</comment>
-        <translation type="vanished">En etikett: dra markerad text till grafen</translation>
+        <translation>En etikett: dra markerad text till grafen</translation>
     </message>
     <message>
         <source>The function as a picture: drag it onto the plot (Alt+Q edits it)</source>
         <comment>2073</comment>
-        <translation type="vanished">Funktionen som bild: dra den till grafen (Alt+Q redigerar den)</translation>
+        <translation>Funktionen som bild: dra den till grafen (Alt+Q redigerar den)</translation>
     </message>
     <message>
         <source>Derivative and tangent</source>
         <comment>4000</comment>
-        <translation type="vanished">Derivata och tangent</translation>
+        <translation>Derivata och tangent</translation>
     </message>
     <message>
         <source>x from</source>
         <comment>4001</comment>
-        <translation type="vanished">x från</translation>
+        <translation>x från</translation>
     </message>
     <message>
         <source>x to</source>
         <comment>4002</comment>
-        <translation type="vanished">x till</translation>
+        <translation>x till</translation>
     </message>
     <message>
         <source>Step length</source>
         <comment>4003</comment>
-        <translation type="vanished">Steglängd</translation>
+        <translation>Steglängd</translation>
     </message>
     <message>
         <source>Draw the &amp;derivative&apos;s graph</source>
         <comment>4004</comment>
-        <translation type="vanished">Rita &amp;derivatans graf</translation>
+        <translation>Rita &amp;derivatans graf</translation>
     </message>
     <message>
         <source>&amp;Start</source>
         <comment>4005</comment>
-        <translation type="vanished">&amp;Starta</translation>
+        <translation>&amp;Starta</translation>
     </message>
     <message>
         <source>&amp;Pause</source>
         <comment>4006</comment>
-        <translation type="vanished">&amp;Pausa</translation>
+        <translation>&amp;Pausa</translation>
     </message>
     <message>
         <source>S&amp;tep</source>
         <comment>4007</comment>
-        <translation type="vanished">St&amp;eg</translation>
+        <translation>St&amp;eg</translation>
     </message>
     <message>
         <source>St&amp;op</source>
         <comment>4008</comment>
-        <translation type="vanished">Sta&amp;nna</translation>
+        <translation>Sta&amp;nna</translation>
     </message>
     <message>
         <source>&amp;Sort</source>
         <comment>4009</comment>
-        <translation type="vanished">S&amp;ortera</translation>
+        <translation>S&amp;ortera</translation>
     </message>
     <message>
         <source>OK</source>
         <comment>4010</comment>
-        <translation type="vanished">OK</translation>
+        <translation>OK</translation>
     </message>
     <message>
         <source>Cancel</source>
         <comment>4011</comment>
-        <translation type="vanished">Avbryt</translation>
+        <translation>Avbryt</translation>
     </message>
     <message>
         <source>x coordinates (used instead of the range when the list has values)</source>
         <comment>4012</comment>
-        <translation type="vanished">x-koordinater (används i stället för intervallet när listan har värden)</translation>
+        <translation>x-koordinater (används i stället för intervallet när listan har värden)</translation>
     </message>
     <message>
         <source>Vertical lines x =</source>
         <comment>4013</comment>
-        <translation type="vanished">Lodräta linjer x =</translation>
+        <translation>Lodräta linjer x =</translation>
     </message>
     <message>
         <source>Horizontal lines y =</source>
         <comment>4014</comment>
-        <translation type="vanished">Vågräta linjer y =</translation>
+        <translation>Vågräta linjer y =</translation>
     </message>
     <message>
         <source>The tangent along the curve of the function</source>
         <comment>4015</comment>
-        <translation type="vanished">Tangenten längs funktionens kurva</translation>
+        <translation>Tangenten längs funktionens kurva</translation>
     </message>
     <message>
         <source>Write a number (or a multiple of π such as 2p) in x from, x to and step length.</source>
         <comment>4020</comment>
-        <translation type="vanished">Skriv ett tal (eller en multipel av π, som 2p) i x från, x till och steglängd.</translation>
+        <translation>Skriv ett tal (eller en multipel av π, som 2p) i x från, x till och steglängd.</translation>
     </message>
     <message>
         <source>x from must be less than x to.</source>
         <comment>4021</comment>
-        <translation type="vanished">x från måste vara mindre än x till.</translation>
+        <translation>x från måste vara mindre än x till.</translation>
     </message>
     <message>
         <source>The step length must be greater than 0.</source>
         <comment>4022</comment>
-        <translation type="vanished">Steglängden måste vara större än 0.</translation>
+        <translation>Steglängden måste vara större än 0.</translation>
     </message>
     <message>
         <source>That is more than %1 steps: choose a longer step length or a shorter range.</source>
         <comment>4023</comment>
-        <translation type="vanished">Det blir fler än %1 steg: välj en längre steglängd eller ett kortare intervall.</translation>
+        <translation>Det blir fler än %1 steg: välj en längre steglängd eller ett kortare intervall.</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is not a number. Write a number, or a multiple of π such as 2p.</source>
         <comment>4024</comment>
-        <translation type="vanished">&quot;%1&quot; är inget tal. Skriv ett tal eller en multipel av π, som 2p.</translation>
+        <translation>&quot;%1&quot; är inget tal. Skriv ett tal eller en multipel av π, som 2p.</translation>
     </message>
     <message>
         <source>The list of functions is full.</source>
         <comment>4025</comment>
-        <translation type="vanished">Listan med funktioner är full.</translation>
+        <translation>Listan med funktioner är full.</translation>
     </message>
     <message>
         <source>Derivative and tangent demonstration</source>
         <comment>4026</comment>
-        <translation type="vanished">Demonstration av derivata och tangent</translation>
+        <translation>Demonstration av derivata och tangent</translation>
     </message>
     <message>
         <source>zero</source>
         <comment>5000</comment>
-        <translation type="vanished">noll</translation>
+        <translation>noll</translation>
     </message>
     <message>
         <source>one</source>
         <comment>5001</comment>
-        <translation type="vanished">ett</translation>
+        <translation>ett</translation>
     </message>
     <message>
         <source>two</source>
         <comment>5002</comment>
-        <translation type="vanished">två</translation>
+        <translation>två</translation>
     </message>
     <message>
         <source>three</source>
         <comment>5003</comment>
-        <translation type="vanished">tre</translation>
+        <translation>tre</translation>
     </message>
     <message>
         <source>four</source>
         <comment>5004</comment>
-        <translation type="vanished">fyra</translation>
+        <translation>fyra</translation>
     </message>
     <message>
         <source>five</source>
         <comment>5005</comment>
-        <translation type="vanished">fem</translation>
+        <translation>fem</translation>
     </message>
     <message>
         <source>six</source>
         <comment>5006</comment>
-        <translation type="vanished">sex</translation>
+        <translation>sex</translation>
     </message>
     <message>
         <source>seven</source>
         <comment>5007</comment>
-        <translation type="vanished">sju</translation>
+        <translation>sju</translation>
     </message>
     <message>
         <source>eight</source>
         <comment>5008</comment>
-        <translation type="vanished">åtta</translation>
+        <translation>åtta</translation>
     </message>
     <message>
         <source>nine</source>
         <comment>5009</comment>
-        <translation type="vanished">nio</translation>
+        <translation>nio</translation>
     </message>
     <message>
         <source>decimal point</source>
         <comment>5010</comment>
-        <translation type="vanished">decimaltecken</translation>
+        <translation>decimaltecken</translation>
     </message>
     <message>
         <source>plus</source>
         <comment>5011</comment>
-        <translation type="vanished">plus</translation>
+        <translation>plus</translation>
     </message>
     <message>
         <source>minus</source>
         <comment>5012</comment>
-        <translation type="vanished">minus</translation>
+        <translation>minus</translation>
     </message>
     <message>
         <source>times</source>
         <comment>5013</comment>
-        <translation type="vanished">gånger</translation>
+        <translation>gånger</translation>
     </message>
     <message>
         <source>divided by</source>
         <comment>5014</comment>
-        <translation type="vanished">delat med</translation>
+        <translation>delat med</translation>
     </message>
     <message>
         <source>power</source>
         <comment>5015</comment>
-        <translation type="vanished">upphöjt till</translation>
+        <translation>upphöjt till</translation>
     </message>
     <message>
         <source>pi</source>
         <comment>5016</comment>
-        <translation type="vanished">pi</translation>
+        <translation>pi</translation>
     </message>
     <message>
         <source>Euler&apos;s number e</source>
         <comment>5017</comment>
-        <translation type="vanished">Eulers tal e</translation>
+        <translation>Eulers tal e</translation>
     </message>
     <message>
         <source>left parenthesis</source>
         <comment>5018</comment>
-        <translation type="vanished">vänsterparentes</translation>
+        <translation>vänsterparentes</translation>
     </message>
     <message>
         <source>right parenthesis</source>
         <comment>5019</comment>
-        <translation type="vanished">högerparentes</translation>
+        <translation>högerparentes</translation>
     </message>
     <message>
         <source>square root</source>
         <comment>5020</comment>
-        <translation type="vanished">kvadratrot</translation>
+        <translation>kvadratrot</translation>
     </message>
     <message>
         <source>sine</source>
         <comment>5021</comment>
-        <translation type="vanished">sinus</translation>
+        <translation>sinus</translation>
     </message>
     <message>
         <source>cosine</source>
         <comment>5022</comment>
-        <translation type="vanished">cosinus</translation>
+        <translation>cosinus</translation>
     </message>
     <message>
         <source>tangent</source>
         <comment>5023</comment>
-        <translation type="vanished">tangens</translation>
+        <translation>tangens</translation>
     </message>
     <message>
         <source>arc sine</source>
         <comment>5024</comment>
-        <translation type="vanished">arcussinus</translation>
+        <translation>arcussinus</translation>
     </message>
     <message>
         <source>arc cosine</source>
         <comment>5025</comment>
-        <translation type="vanished">arcuscosinus</translation>
+        <translation>arcuscosinus</translation>
     </message>
     <message>
         <source>arc tangent</source>
         <comment>5026</comment>
-        <translation type="vanished">arcustangens</translation>
+        <translation>arcustangens</translation>
     </message>
     <message>
         <source>exponential function</source>
         <comment>5027</comment>
-        <translation type="vanished">exponentialfunktion</translation>
+        <translation>exponentialfunktion</translation>
     </message>
     <message>
         <source>natural logarithm</source>
         <comment>5028</comment>
-        <translation type="vanished">naturlig logaritm</translation>
+        <translation>naturlig logaritm</translation>
     </message>
     <message>
         <source>logarithm base 10</source>
         <comment>5029</comment>
-        <translation type="vanished">tiologaritm</translation>
+        <translation>tiologaritm</translation>
     </message>
     <message>
         <source>the variable</source>
         <comment>5030</comment>
-        <translation type="vanished">variabeln</translation>
+        <translation>variabeln</translation>
     </message>
     <message>
         <source>clear</source>
         <comment>5031</comment>
-        <translation type="vanished">rensa</translation>
+        <translation>rensa</translation>
     </message>
     <message>
         <source>Function label</source>
         <comment>5040</comment>
-        <translation type="vanished">Funktionens namn</translation>
+        <translation>Funktionens namn</translation>
     </message>
     <message>
         <source>Function</source>
         <comment>5041</comment>
-        <translation type="vanished">Funktion</translation>
+        <translation>Funktion</translation>
     </message>
     <message>
         <source>Draw the function in the function box</source>
         <comment>5042</comment>
-        <translation type="vanished">Rita funktionen i funktionsrutan</translation>
+        <translation>Rita funktionen i funktionsrutan</translation>
     </message>
     <message>
         <source>x minimum</source>
         <comment>5043</comment>
-        <translation type="vanished">x minsta värde</translation>
+        <translation>x minsta värde</translation>
     </message>
     <message>
         <source>x maximum</source>
         <comment>5044</comment>
-        <translation type="vanished">x största värde</translation>
+        <translation>x största värde</translation>
     </message>
     <message>
         <source>x step</source>
         <comment>5045</comment>
-        <translation type="vanished">x steg</translation>
+        <translation>x steg</translation>
     </message>
     <message>
         <source>x ticks</source>
         <comment>5046</comment>
-        <translation type="vanished">x markeringar</translation>
+        <translation>x skalstreck</translation>
     </message>
     <message>
         <source>y minimum</source>
         <comment>5047</comment>
-        <translation type="vanished">y minsta värde</translation>
+        <translation>y minsta värde</translation>
     </message>
     <message>
         <source>y maximum</source>
         <comment>5048</comment>
-        <translation type="vanished">y största värde</translation>
+        <translation>y största värde</translation>
     </message>
     <message>
         <source>y step</source>
         <comment>5049</comment>
-        <translation type="vanished">y steg</translation>
+        <translation>y steg</translation>
     </message>
     <message>
         <source>y ticks</source>
         <comment>5050</comment>
-        <translation type="vanished">y markeringar</translation>
+        <translation>y skalstreck</translation>
     </message>
     <message>
         <source>The smallest value shown (p stands for π)</source>
         <comment>5051</comment>
-        <translation type="vanished">Det minsta värdet som visas (p står för π)</translation>
+        <translation>Det minsta värdet som visas (p står för π)</translation>
     </message>
     <message>
         <source>The largest value shown (p stands for π)</source>
         <comment>5052</comment>
-        <translation type="vanished">Det största värdet som visas (p står för π)</translation>
+        <translation>Det största värdet som visas (p står för π)</translation>
     </message>
     <message>
         <source>The distance between grid lines</source>
         <comment>5053</comment>
-        <translation type="vanished">Avståndet mellan rutnätets linjer</translation>
+        <translation>Avståndet mellan rutnätets linjer</translation>
     </message>
     <message>
         <source>%1 in whole and fractional multiples of π</source>
         <comment>5054</comment>
-        <translation type="vanished">%1 i hela multipler och bråkdelar av π</translation>
+        <translation>%1 i hela multipler och bråkdelar av π</translation>
     </message>
     <message>
         <source>A whole multiple of π and a fraction of π</source>
         <comment>5055</comment>
-        <translation type="vanished">En hel multipel av π och ett bråk av π</translation>
+        <translation>En hel multipel av π och ett bråk av π</translation>
     </message>
     <message>
         <source>Angles in degrees</source>
         <comment>5056</comment>
-        <translation type="vanished">Vinklar i grader</translation>
+        <translation>Vinklar i grader</translation>
     </message>
     <message>
         <source>Angles in radians</source>
         <comment>5057</comment>
-        <translation type="vanished">Vinklar i radianer</translation>
+        <translation>Vinklar i radianer</translation>
     </message>
     <message>
         <source>Angles in gradians</source>
         <comment>5058</comment>
-        <translation type="vanished">Vinklar i gon</translation>
+        <translation>Vinklar i gon</translation>
     </message>
     <message>
         <source>Tick labels at multiples of π, as decimals or fractions</source>
         <comment>5059</comment>
-        <translation type="vanished">Siffror vid multipler av π, som decimaltal eller bråk</translation>
+        <translation>Siffror vid multipler av π, som decimaltal eller bråk</translation>
     </message>
     <message>
         <source>Show the grid</source>
         <comment>5060</comment>
-        <translation type="vanished">Visa rutnätet</translation>
+        <translation>Visa rutnätet</translation>
     </message>
     <message>
         <source>Label text</source>
         <comment>5061</comment>
-        <translation type="vanished">Etikettens text</translation>
+        <translation>Etikettens text</translation>
     </message>
     <message>
         <source>Formula picture</source>
         <comment>5062</comment>
-        <translation type="vanished">Formelbild</translation>
+        <translation>Formelbild</translation>
     </message>
     <message>
         <source>Plot area</source>
         <comment>5063</comment>
-        <translation type="vanished">Grafområde</translation>
+        <translation>Grafområde</translation>
     </message>
     <message>
         <source>Right-click for the tools, double-click a curve for a point label, turn the wheel to zoom</source>
         <comment>5064</comment>
-        <translation type="vanished">Högerklicka för verktygen, dubbelklicka på en kurva för en punktetikett, vrid på hjulet för att zooma</translation>
+        <translation>Högerklicka för verktygen, dubbelklicka på en kurva för en punktetikett, vrid på hjulet för att zooma</translation>
     </message>
     <message>
         <source>Resize the plot</source>
         <comment>5065</comment>
-        <translation type="vanished">Ändra grafens storlek</translation>
+        <translation>Ändra grafens storlek</translation>
     </message>
     <message>
         <source>Status, part %1</source>
         <comment>5066</comment>
-        <translation type="vanished">Status, del %1</translation>
+        <translation>Status, del %1</translation>
     </message>
     <message>
         <source>Keypad: %1</source>
         <comment>5067</comment>
-        <translation type="vanished">Knappsats: %1</translation>
+        <translation>Knappsats: %1</translation>
     </message>
     <message>
         <source>Tr&amp;ace</source>
         <comment>5070</comment>
-        <translation type="vanished">&amp;Spåra</translation>
+        <translation>&amp;Spåra</translation>
     </message>
     <message>
         <source>De&amp;rivative</source>
         <comment>5071</comment>
-        <translation type="vanished">&amp;Derivata</translation>
+        <translation>&amp;Derivata</translation>
     </message>
     <message>
         <source>&amp;Primitive function</source>
         <comment>5072</comment>
-        <translation type="vanished">&amp;Primitiv funktion</translation>
+        <translation>&amp;Primitiv funktion</translation>
     </message>
     <message>
         <source>Zoom &amp;in</source>
         <comment>5073</comment>
-        <translation type="vanished">Zooma &amp;in</translation>
+        <translation>Zooma &amp;in</translation>
     </message>
     <message>
         <source>Zoom &amp;out</source>
         <comment>5074</comment>
-        <translation type="vanished">Zooma &amp;ut</translation>
+        <translation>Zooma &amp;ut</translation>
     </message>
     <message>
         <source>&amp;Stepwise</source>
         <comment>5075</comment>
-        <translation type="vanished">&amp;Stegvis</translation>
+        <translation>&amp;Stegvis</translation>
     </message>
     <message>
         <source>To &amp;beginning</source>
         <comment>5076</comment>
-        <translation type="vanished">Till &amp;början</translation>
+        <translation>Till &amp;början</translation>
     </message>
     <message>
         <source>&amp;Equal scale</source>
         <comment>5085</comment>
-        <translation type="vanished">&amp;Lika skala</translation>
+        <translation>&amp;Lika skala</translation>
     </message>
     <message>
         <source>Derivative and ta&amp;ngent</source>
         <comment>5077</comment>
-        <translation type="vanished">Derivata och ta&amp;ngent</translation>
+        <translation>Derivata och ta&amp;ngent</translation>
     </message>
     <message>
         <source>The settings could not be saved: %1 cannot be written.</source>
         <comment>5090</comment>
-        <translation type="vanished">Inställningarna kunde inte sparas: det går inte att skriva till %1.</translation>
+        <translation>Inställningarna kunde inte sparas: det går inte att skriva till %1.</translation>
     </message>
     <message>
         <source>The settings could not be saved: %1 is not a settings file.</source>
         <comment>5091</comment>
-        <translation type="vanished">Inställningarna kunde inte sparas: %1 är ingen inställningsfil.</translation>
+        <translation>Inställningarna kunde inte sparas: %1 är ingen inställningsfil.</translation>
     </message>
     <message>
         <source>A &amp;new colour for each function</source>
         <comment>5140</comment>
-        <translation type="vanished">&amp;Ny färg för varje funktion</translation>
+        <translation>&amp;Ny färg för varje funktion</translation>
     </message>
     <message>
         <source>Change c&amp;olour…</source>
         <comment>5141</comment>
-        <translation type="vanished">Byt &amp;färg…</translation>
+        <translation>Byt &amp;färg…</translation>
     </message>
     <message>
         <source>Smoot&amp;h curves</source>
         <comment>5142</comment>
-        <translation type="vanished">&amp;Mjuka kurvor</translation>
+        <translation>&amp;Mjuka kurvor</translation>
     </message>
     <message>
         <source>%1 is drawn already.</source>
         <comment>5143</comment>
-        <translation type="vanished">%1 är redan ritad.</translation>
+        <translation>%1 är redan ritad.</translation>
     </message>
     <message>
         <source>&amp;Replace</source>
         <comment>5144</comment>
-        <translation type="vanished">&amp;Ersätt</translation>
+        <translation>&amp;Ersätt</translation>
     </message>
     <message>
         <source>&amp;Edit</source>
         <comment>5145</comment>
-        <translation type="vanished">&amp;Redigera</translation>
+        <translation>&amp;Redigera</translation>
     </message>
     <message>
         <source>Editing %1: Enter replaces it, Esc leaves it as it was.</source>
         <comment>5146</comment>
-        <translation type="vanished">Du redigerar %1: Enter ersätter den, Esc lämnar den som den var.</translation>
+        <translation>Du redigerar %1: Enter ersätter den, Esc lämnar den som den var.</translation>
     </message>
     <message>
         <source>Editing:</source>
         <comment>5147</comment>
-        <translation type="vanished">Redigerar:</translation>
+        <translation>Redigerar:</translation>
     </message>
     <message>
         <source>&amp;Open…</source>
         <comment>5150</comment>
-        <translation type="vanished">&amp;Öppna…</translation>
+        <translation>&amp;Öppna…</translation>
     </message>
     <message>
         <source>Open &amp;Recent</source>
         <comment>5151</comment>
-        <translation type="vanished">Öppna s&amp;enaste</translation>
+        <translation>Öppna s&amp;enaste</translation>
     </message>
     <message>
         <source>&amp;Save</source>
         <comment>5152</comment>
-        <translation type="vanished">&amp;Spara</translation>
+        <translation>&amp;Spara</translation>
     </message>
     <message>
         <source>&amp;Undo</source>
         <comment>5153</comment>
-        <translation type="vanished">&amp;Ångra</translation>
+        <translation>&amp;Ångra</translation>
     </message>
     <message>
         <source>&amp;Redo</source>
         <comment>5154</comment>
-        <translation type="vanished">&amp;Gör om</translation>
+        <translation>&amp;Gör om</translation>
     </message>
     <message>
         <source>Curvix drawing (*.curvix)</source>
         <comment>5155</comment>
-        <translation type="vanished">Curvix-ritning (*.curvix)</translation>
+        <translation>Curvix-ritning (*.curvix)</translation>
     </message>
     <message>
         <source>Curvix was not closed properly last time. Restore the drawing it was working on?</source>
         <comment>5156</comment>
-        <translation type="vanished">Curvix avslutades inte ordentligt förra gången. Vill du återställa ritningen som var öppen?</translation>
+        <translation>Curvix avslutades inte ordentligt förra gången. Vill du återställa ritningen som var öppen?</translation>
     </message>
     <message>
         <source>Open Drawing</source>
         <comment>5157</comment>
-        <translation type="vanished">Öppna ritning</translation>
+        <translation>Öppna ritning</translation>
     </message>
     <message>
         <source>%1 is not there any more.</source>
         <comment>5158</comment>
-        <translation type="vanished">%1 finns inte längre.</translation>
+        <translation>%1 finns inte längre.</translation>
     </message>
     <message>
         <source>Clear the list</source>
         <comment>5159</comment>
-        <translation type="vanished">Töm listan</translation>
+        <translation>Töm listan</translation>
     </message>
     <message>
         <source>The recovery file %1 could not be read: %2</source>
         <comment>5160</comment>
-        <translation type="vanished">Återställningsfilen %1 kunde inte läsas: %2</translation>
+        <translation>Återställningsfilen %1 kunde inte läsas: %2</translation>
     </message>
     <message>
         <source>Calculating… (Esc cancels)</source>
         <comment>5078</comment>
-        <translation type="vanished">Beräknar… (Esc avbryter)</translation>
+        <translation>Beräknar… (Esc avbryter)</translation>
     </message>
     <message>
         <source>x of the trace: type a value and press Enter</source>
         <comment>5180</comment>
-        <translation type="vanished">Spårningens x: skriv ett värde och tryck på Enter</translation>
+        <translation>Spårningens x: skriv ett värde och tryck på Enter</translation>
     </message>
     <message>
         <source>not defined at x = %1</source>
         <comment>5181</comment>
-        <translation type="vanished">inte definierad för x = %1</translation>
+        <translation>inte definierad för x = %1</translation>
     </message>
     <message>
         <source>vertical tangent at x = %1</source>
         <comment>5182</comment>
-        <translation type="vanished">lodrät tangent vid x = %1</translation>
+        <translation>lodrät tangent vid x = %1</translation>
     </message>
     <message>
         <source>Remove this tangent</source>
         <comment>5183</comment>
-        <translation type="vanished">Ta bort den här tangenten</translation>
+        <translation>Ta bort den här tangenten</translation>
     </message>
     <message>
         <source>Steps per second</source>
         <comment>5184</comment>
-        <translation type="vanished">Steg per sekund</translation>
+        <translation>Steg per sekund</translation>
     </message>
     <message>
         <source>tangent</source>
         <comment>5185</comment>
-        <translation type="vanished">tangent</translation>
+        <translation>tangent</translation>
     </message>
     <message>
         <source>x = %1 is outside the view</source>
         <comment>5186</comment>
-        <translation type="vanished">x = %1 ligger utanför vyn</translation>
+        <translation>x = %1 ligger utanför vyn</translation>
     </message>
 </context>
 <context>
     <name>curvix::app::CurveTools</name>
     <message>
         <source>TRACE</source>
-        <translation type="vanished">SPÅR</translation>
+        <translation>SPÅR</translation>
     </message>
 </context>
 <context>
     <name>curvix::app::Demonstration</name>
     <message>
         <source>Derivata/tangent</source>
-        <translation type="vanished">Derivata/tangent</translation>
+        <translation>Derivata/tangent</translation>
     </message>
 </context>
 <context>
     <name>curvix::app::RangePanel</name>
     <message>
         <source>Rutnät</source>
-        <translation type="vanished">Rutnät</translation>
+        <translation>Rutnät</translation>
     </message>
 </context>
 <context>
     <name>curvix::app::ValueTableDialog</name>
     <message>
         <source>Table of values</source>
-        <translation type="vanished">Värdetabell</translation>
+        <translation>Värdetabell</translation>
     </message>
     <message>
         <source>x from</source>
-        <translation type="vanished">x från</translation>
+        <translation>x från</translation>
     </message>
     <message>
         <source>to</source>
-        <translation type="vanished">till</translation>
+        <translation>till</translation>
     </message>
     <message>
         <source>step</source>
-        <translation type="vanished">steg</translation>
+        <translation>steg</translation>
     </message>
     <message>
         <source>&amp;Copy</source>
-        <translation type="vanished">&amp;Kopiera</translation>
+        <translation>&amp;Kopiera</translation>
     </message>
     <message>
         <source>&amp;Save CSV...</source>
-        <translation type="vanished">&amp;Spara CSV...</translation>
+        <translation>&amp;Spara CSV...</translation>
     </message>
     <message>
         <source>Save table</source>
-        <translation type="vanished">Spara tabellen</translation>
+        <translation>Spara tabellen</translation>
     </message>
     <message>
         <source>CSV files (*.csv)</source>
-        <translation type="vanished">CSV-filer (*.csv)</translation>
+        <translation>CSV-filer (*.csv)</translation>
     </message>
     <message>
         <source>Could not save %1: %2</source>
-        <translation type="vanished">Det gick inte att spara %1: %2</translation>
+        <translation>Det gick inte att spara %1: %2</translation>
     </message>
 </context>
 <context>
     <name>curvix::app::ZoomBoxWidget</name>
     <message>
         <source>Dubbelklicka för att zooma in</source>
-        <translation type="vanished">Dubbelklicka för att zooma in</translation>
+        <translation>Dubbelklicka för att zooma in</translation>
     </message>
 </context>
 <context>
     <name>curvix::app::frmAbout1</name>
     <message>
         <source>System Information Is Unavailable At This Time</source>
-        <translation type="vanished">Systeminformation är inte tillgänglig just nu</translation>
+        <translation>Systeminformation är inte tillgänglig just nu</translation>
     </message>
     <message>
         <source>Version %1</source>
-        <translation type="vanished">Version %1</translation>
+        <translation>Version %1</translation>
     </message>
 </context>
 </TS>
