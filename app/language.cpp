@@ -17,6 +17,24 @@ namespace curvix::app {
 
 namespace {
 
+// Qt 6 asks for the texts of its standard buttons (a message box's Yes, No, Cancel) in these
+// contexts, which Debian's Swedish Qt translation, made for an older Qt, does not have. Listed
+// here, lupdate puts them in our .ts files, and our translator answers Qt's question.
+[[maybe_unused]] constexpr const char* kQtButtonTexts[] = {
+    QT_TRANSLATE_NOOP("QPlatformTheme", "OK"), QT_TRANSLATE_NOOP("QPlatformTheme", "Save"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "Save All"), QT_TRANSLATE_NOOP("QPlatformTheme", "Open"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "&Yes"), QT_TRANSLATE_NOOP("QPlatformTheme", "Yes to &All"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "&No"), QT_TRANSLATE_NOOP("QPlatformTheme", "N&o to All"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "Abort"), QT_TRANSLATE_NOOP("QPlatformTheme", "Retry"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "Ignore"), QT_TRANSLATE_NOOP("QPlatformTheme", "Close"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "Cancel"), QT_TRANSLATE_NOOP("QPlatformTheme", "Discard"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "Help"), QT_TRANSLATE_NOOP("QPlatformTheme", "Apply"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "Reset"), QT_TRANSLATE_NOOP("QPlatformTheme", "Restore Defaults"),
+    QT_TRANSLATE_NOOP("QGnomeTheme", "&OK"), QT_TRANSLATE_NOOP("QGnomeTheme", "&Save"),
+    QT_TRANSLATE_NOOP("QGnomeTheme", "&Cancel"), QT_TRANSLATE_NOOP("QGnomeTheme", "&Close"),
+    QT_TRANSLATE_NOOP("QGnomeTheme", "Close without Saving"),
+};
+
 const QString kLanguageKey = QStringLiteral("language");
 // The translators live as children of the application, found again by these names, so that
 // a second install replaces the first instead of stacking on it.

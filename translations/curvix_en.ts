@@ -25,6 +25,29 @@
     </message>
 </context>
 <context>
+    <name>QGnomeTheme</name>
+    <message>
+        <source>&amp;OK</source>
+        <translation>&amp;OK</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Save</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Cancel</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Close</translation>
+    </message>
+    <message>
+        <source>Close without Saving</source>
+        <translation>Close without Saving</translation>
+    </message>
+</context>
+<context>
     <name>QObject</name>
     <message>
         <source>P&amp;oints of interest</source>
@@ -41,6 +64,81 @@
     <message>
         <source>&amp;Primitiv funktion</source>
         <translation>&amp;Primitive function</translation>
+    </message>
+</context>
+<context>
+    <name>QPlatformTheme</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Save All</source>
+        <translation>Save All</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Open</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>&amp;Yes</translation>
+    </message>
+    <message>
+        <source>Yes to &amp;All</source>
+        <translation>Yes to &amp;All</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>&amp;No</translation>
+    </message>
+    <message>
+        <source>N&amp;o to All</source>
+        <translation>N&amp;o to All</translation>
+    </message>
+    <message>
+        <source>Abort</source>
+        <translation>Abort</translation>
+    </message>
+    <message>
+        <source>Retry</source>
+        <translation>Retry</translation>
+    </message>
+    <message>
+        <source>Ignore</source>
+        <translation>Ignore</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>Discard</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Help</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>Apply</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Reset</translation>
+    </message>
+    <message>
+        <source>Restore Defaults</source>
+        <translation>Restore Defaults</translation>
     </message>
 </context>
 <context>
@@ -461,9 +559,9 @@
         <translation>y %1</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is not a number (%2); the last good view is kept</source>
+        <source>"%1" is not a number (%2); the last good view is kept</source>
         <comment>2032</comment>
-        <translation>&quot;%1&quot; is not a number (%2); the last good view is kept</translation>
+        <translation>"%1" is not a number (%2); the last good view is kept</translation>
     </message>
     <message>
         <source>The %1 must be below the %2; the last good view is kept</source>
@@ -481,9 +579,9 @@
         <translation>Text</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is no label: write a name and its variable, such as f(x), or one small letter</source>
+        <source>"%1" is no label: write a name and its variable, such as f(x), or one small letter</source>
         <comment>2027</comment>
-        <translation>&quot;%1&quot; is no label: write a name and its variable, such as f(x), or one small letter</translation>
+        <translation>"%1" is no label: write a name and its variable, such as f(x), or one small letter</translation>
     </message>
     <message>
         <source>A number, or a multiple of π such as 2p</source>
@@ -695,9 +793,9 @@ Curvix comes with ABSOLUTELY NO WARRANTY, to the extent permitted by law.</trans
         <translation>Step length</translation>
     </message>
     <message>
-        <source>Draw the &amp;derivative&apos;s graph</source>
+        <source>Draw the &amp;derivative's graph</source>
         <comment>4004</comment>
-        <translation>Draw the &amp;derivative&apos;s graph</translation>
+        <translation>Draw the &amp;derivative's graph</translation>
     </message>
     <message>
         <source>&amp;Start</source>
@@ -707,7 +805,7 @@ Curvix comes with ABSOLUTELY NO WARRANTY, to the extent permitted by law.</trans
     <message>
         <source>&amp;Pause</source>
         <comment>4006</comment>
-        <translation>&amp;Pause</translation>
+        <translation>Pa&amp;use</translation>
     </message>
     <message>
         <source>S&amp;tep</source>
@@ -717,12 +815,12 @@ Curvix comes with ABSOLUTELY NO WARRANTY, to the extent permitted by law.</trans
     <message>
         <source>St&amp;op</source>
         <comment>4008</comment>
-        <translation>St&amp;op</translation>
+        <translation>Sto&amp;p</translation>
     </message>
     <message>
         <source>&amp;Sort</source>
         <comment>4009</comment>
-        <translation>&amp;Sort</translation>
+        <translation>S&amp;ort</translation>
     </message>
     <message>
         <source>OK</source>
@@ -775,9 +873,9 @@ Curvix comes with ABSOLUTELY NO WARRANTY, to the extent permitted by law.</trans
         <translation>That is more than %1 steps: choose a longer step length or a shorter range.</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is not a number. Write a number, or a multiple of π such as 2p.</source>
+        <source>"%1" is not a number. Write a number, or a multiple of π such as 2p.</source>
         <comment>4024</comment>
-        <translation>&quot;%1&quot; is not a number. Write a number, or a multiple of π such as 2p.</translation>
+        <translation>"%1" is not a number. Write a number, or a multiple of π such as 2p.</translation>
     </message>
     <message>
         <source>The list of functions is full.</source>
@@ -875,9 +973,9 @@ Curvix comes with ABSOLUTELY NO WARRANTY, to the extent permitted by law.</trans
         <translation>pi</translation>
     </message>
     <message>
-        <source>Euler&apos;s number e</source>
+        <source>Euler's number e</source>
         <comment>5017</comment>
-        <translation>Euler&apos;s number e</translation>
+        <translation>Euler's number e</translation>
     </message>
     <message>
         <source>left parenthesis</source>

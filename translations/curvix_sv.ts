@@ -25,6 +25,29 @@
     </message>
 </context>
 <context>
+    <name>QGnomeTheme</name>
+    <message>
+        <source>&amp;OK</source>
+        <translation>&amp;OK</translation>
+    </message>
+    <message>
+        <source>&amp;Save</source>
+        <translation>&amp;Spara</translation>
+    </message>
+    <message>
+        <source>&amp;Cancel</source>
+        <translation>&amp;Avbryt</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Stäng</translation>
+    </message>
+    <message>
+        <source>Close without Saving</source>
+        <translation>Stäng utan att spara</translation>
+    </message>
+</context>
+<context>
     <name>QObject</name>
     <message>
         <source>P&amp;oints of interest</source>
@@ -41,6 +64,81 @@
     <message>
         <source>&amp;Primitiv funktion</source>
         <translation>&amp;Primitiv funktion</translation>
+    </message>
+</context>
+<context>
+    <name>QPlatformTheme</name>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Spara</translation>
+    </message>
+    <message>
+        <source>Save All</source>
+        <translation>Spara alla</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öppna</translation>
+    </message>
+    <message>
+        <source>&amp;Yes</source>
+        <translation>&amp;Ja</translation>
+    </message>
+    <message>
+        <source>Yes to &amp;All</source>
+        <translation>Ja till &amp;alla</translation>
+    </message>
+    <message>
+        <source>&amp;No</source>
+        <translation>&amp;Nej</translation>
+    </message>
+    <message>
+        <source>N&amp;o to All</source>
+        <translation>N&amp;ej till alla</translation>
+    </message>
+    <message>
+        <source>Abort</source>
+        <translation>Avbryt</translation>
+    </message>
+    <message>
+        <source>Retry</source>
+        <translation>Försök igen</translation>
+    </message>
+    <message>
+        <source>Ignore</source>
+        <translation>Ignorera</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Stäng</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Avbryt</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>Förkasta</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hjälp</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>Verkställ</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>Återställ</translation>
+    </message>
+    <message>
+        <source>Restore Defaults</source>
+        <translation>Återställ standardvärden</translation>
     </message>
 </context>
 <context>
@@ -461,9 +559,9 @@
         <translation>y %1</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is not a number (%2); the last good view is kept</source>
+        <source>"%1" is not a number (%2); the last good view is kept</source>
         <comment>2032</comment>
-        <translation>&quot;%1&quot; är inget tal (%2); den senaste fungerande vyn behålls</translation>
+        <translation>"%1" är inget tal (%2); den senaste fungerande vyn behålls</translation>
     </message>
     <message>
         <source>The %1 must be below the %2; the last good view is kept</source>
@@ -481,9 +579,9 @@
         <translation>Text</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is no label: write a name and its variable, such as f(x), or one small letter</source>
+        <source>"%1" is no label: write a name and its variable, such as f(x), or one small letter</source>
         <comment>2027</comment>
-        <translation>&quot;%1&quot; är inget namn: skriv ett namn och dess variabel, som f(x), eller en liten bokstav</translation>
+        <translation>"%1" är inget namn: skriv ett namn och dess variabel, som f(x), eller en liten bokstav</translation>
     </message>
     <message>
         <source>A number, or a multiple of π such as 2p</source>
@@ -695,7 +793,7 @@ Curvix levereras HELT UTAN GARANTI, i den utsträckning lagen tillåter.</transl
         <translation>Steglängd</translation>
     </message>
     <message>
-        <source>Draw the &amp;derivative&apos;s graph</source>
+        <source>Draw the &amp;derivative's graph</source>
         <comment>4004</comment>
         <translation>Rita &amp;derivatans graf</translation>
     </message>
@@ -775,9 +873,9 @@ Curvix levereras HELT UTAN GARANTI, i den utsträckning lagen tillåter.</transl
         <translation>Det blir fler än %1 steg: välj en längre steglängd eller ett kortare intervall.</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is not a number. Write a number, or a multiple of π such as 2p.</source>
+        <source>"%1" is not a number. Write a number, or a multiple of π such as 2p.</source>
         <comment>4024</comment>
-        <translation>&quot;%1&quot; är inget tal. Skriv ett tal eller en multipel av π, som 2p.</translation>
+        <translation>"%1" är inget tal. Skriv ett tal eller en multipel av π, som 2p.</translation>
     </message>
     <message>
         <source>The list of functions is full.</source>
@@ -875,7 +973,7 @@ Curvix levereras HELT UTAN GARANTI, i den utsträckning lagen tillåter.</transl
         <translation>pi</translation>
     </message>
     <message>
-        <source>Euler&apos;s number e</source>
+        <source>Euler's number e</source>
         <comment>5017</comment>
         <translation>Eulers tal e</translation>
     </message>
