@@ -29,7 +29,8 @@ namespace {
     QT_TRANSLATE_NOOP("QPlatformTheme", "Ignore"), QT_TRANSLATE_NOOP("QPlatformTheme", "Close"),
     QT_TRANSLATE_NOOP("QPlatformTheme", "Cancel"), QT_TRANSLATE_NOOP("QPlatformTheme", "Discard"),
     QT_TRANSLATE_NOOP("QPlatformTheme", "Help"), QT_TRANSLATE_NOOP("QPlatformTheme", "Apply"),
-    QT_TRANSLATE_NOOP("QPlatformTheme", "Reset"), QT_TRANSLATE_NOOP("QPlatformTheme", "Restore Defaults"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "Reset"),
+    QT_TRANSLATE_NOOP("QPlatformTheme", "Restore Defaults"),
     QT_TRANSLATE_NOOP("QGnomeTheme", "&OK"), QT_TRANSLATE_NOOP("QGnomeTheme", "&Save"),
     QT_TRANSLATE_NOOP("QGnomeTheme", "&Cancel"), QT_TRANSLATE_NOOP("QGnomeTheme", "&Close"),
     QT_TRANSLATE_NOOP("QGnomeTheme", "Close without Saving"),
@@ -144,7 +145,8 @@ void removeTranslations(QCoreApplication& app)
 QString currentLanguage()
 {
     const QCoreApplication* app = QCoreApplication::instance();
-    const auto* ours = app ? app->findChild<QTranslator*>(kOursName, Qt::FindDirectChildrenOnly) : nullptr;
+    const auto* ours =
+        app ? app->findChild<QTranslator*>(kOursName, Qt::FindDirectChildrenOnly) : nullptr;
     return ours ? ours->language().left(2) : QStringLiteral("en");
 }
 

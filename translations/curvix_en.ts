@@ -559,9 +559,9 @@
         <translation>y %1</translation>
     </message>
     <message>
-        <source>"%1" is not a number (%2); the last good view is kept</source>
+        <source>&quot;%1&quot; is not a number (%2); the last good view is kept</source>
         <comment>2032</comment>
-        <translation>"%1" is not a number (%2); the last good view is kept</translation>
+        <translation>&quot;%1&quot; is not a number (%2); the last good view is kept</translation>
     </message>
     <message>
         <source>The %1 must be below the %2; the last good view is kept</source>
@@ -579,9 +579,9 @@
         <translation>Text</translation>
     </message>
     <message>
-        <source>"%1" is no label: write a name and its variable, such as f(x), or one small letter</source>
+        <source>&quot;%1&quot; is no label: write a name and its variable, such as f(x), or one small letter</source>
         <comment>2027</comment>
-        <translation>"%1" is no label: write a name and its variable, such as f(x), or one small letter</translation>
+        <translation>&quot;%1&quot; is no label: write a name and its variable, such as f(x), or one small letter</translation>
     </message>
     <message>
         <source>A number, or a multiple of π such as 2p</source>
@@ -793,9 +793,9 @@ Curvix comes with ABSOLUTELY NO WARRANTY, to the extent permitted by law.</trans
         <translation>Step length</translation>
     </message>
     <message>
-        <source>Draw the &amp;derivative's graph</source>
+        <source>Draw the &amp;derivative&apos;s graph</source>
         <comment>4004</comment>
-        <translation>Draw the &amp;derivative's graph</translation>
+        <translation>Draw the &amp;derivative&apos;s graph</translation>
     </message>
     <message>
         <source>&amp;Start</source>
@@ -873,9 +873,9 @@ Curvix comes with ABSOLUTELY NO WARRANTY, to the extent permitted by law.</trans
         <translation>That is more than %1 steps: choose a longer step length or a shorter range.</translation>
     </message>
     <message>
-        <source>"%1" is not a number. Write a number, or a multiple of π such as 2p.</source>
+        <source>&quot;%1&quot; is not a number. Write a number, or a multiple of π such as 2p.</source>
         <comment>4024</comment>
-        <translation>"%1" is not a number. Write a number, or a multiple of π such as 2p.</translation>
+        <translation>&quot;%1&quot; is not a number. Write a number, or a multiple of π such as 2p.</translation>
     </message>
     <message>
         <source>The list of functions is full.</source>
@@ -973,9 +973,9 @@ Curvix comes with ABSOLUTELY NO WARRANTY, to the extent permitted by law.</trans
         <translation>pi</translation>
     </message>
     <message>
-        <source>Euler's number e</source>
+        <source>Euler&apos;s number e</source>
         <comment>5017</comment>
-        <translation>Euler's number e</translation>
+        <translation>Euler&apos;s number e</translation>
     </message>
     <message>
         <source>left parenthesis</source>

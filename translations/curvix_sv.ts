@@ -156,7 +156,7 @@
     <message>
         <source>My Graphs</source>
         <comment>9</comment>
-        <translation>Mina grafer</translation>
+        <translation>My Graphs</translation>
     </message>
     <message>
         <source>(*.bmp)|*.bmp</source>
@@ -501,7 +501,7 @@
     <message>
         <source>Overflow</source>
         <comment>2016</comment>
-        <translation>Spill</translation>
+        <translation>För många fyllningar</translation>
     </message>
     <message>
         <source>The function label, e.g. f(x): the letter in parentheses is the variable</source>
@@ -559,9 +559,9 @@
         <translation>y %1</translation>
     </message>
     <message>
-        <source>"%1" is not a number (%2); the last good view is kept</source>
+        <source>&quot;%1&quot; is not a number (%2); the last good view is kept</source>
         <comment>2032</comment>
-        <translation>"%1" är inget tal (%2); den senaste fungerande vyn behålls</translation>
+        <translation>&quot;%1&quot; är inget tal (%2); den senaste fungerande vyn behålls</translation>
     </message>
     <message>
         <source>The %1 must be below the %2; the last good view is kept</source>
@@ -579,9 +579,9 @@
         <translation>Text</translation>
     </message>
     <message>
-        <source>"%1" is no label: write a name and its variable, such as f(x), or one small letter</source>
+        <source>&quot;%1&quot; is no label: write a name and its variable, such as f(x), or one small letter</source>
         <comment>2027</comment>
-        <translation>"%1" är inget namn: skriv ett namn och dess variabel, som f(x), eller en liten bokstav</translation>
+        <translation>&quot;%1&quot; är inget namn: skriv ett namn och dess variabel, som f(x), eller en liten bokstav</translation>
     </message>
     <message>
         <source>A number, or a multiple of π such as 2p</source>
@@ -793,7 +793,7 @@ Curvix levereras HELT UTAN GARANTI, i den utsträckning lagen tillåter.</transl
         <translation>Steglängd</translation>
     </message>
     <message>
-        <source>Draw the &amp;derivative's graph</source>
+        <source>Draw the &amp;derivative&apos;s graph</source>
         <comment>4004</comment>
         <translation>Rita &amp;derivatans graf</translation>
     </message>
@@ -873,9 +873,9 @@ Curvix levereras HELT UTAN GARANTI, i den utsträckning lagen tillåter.</transl
         <translation>Det blir fler än %1 steg: välj en längre steglängd eller ett kortare intervall.</translation>
     </message>
     <message>
-        <source>"%1" is not a number. Write a number, or a multiple of π such as 2p.</source>
+        <source>&quot;%1&quot; is not a number. Write a number, or a multiple of π such as 2p.</source>
         <comment>4024</comment>
-        <translation>"%1" är inget tal. Skriv ett tal eller en multipel av π, som 2p.</translation>
+        <translation>&quot;%1&quot; är inget tal. Skriv ett tal eller en multipel av π, som 2p.</translation>
     </message>
     <message>
         <source>The list of functions is full.</source>
@@ -973,7 +973,7 @@ Curvix levereras HELT UTAN GARANTI, i den utsträckning lagen tillåter.</transl
         <translation>pi</translation>
     </message>
     <message>
-        <source>Euler's number e</source>
+        <source>Euler&apos;s number e</source>
         <comment>5017</comment>
         <translation>Eulers tal e</translation>
     </message>
