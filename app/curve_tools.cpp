@@ -169,7 +169,8 @@ void CurveTools::afterRedraw()
     const model::AppState::Trace& trace = m_state.trace;
     if (trace.on) {
         auto text = [](double v) { return eval::numberText(eval::roundHalfEven(v, 7)); };
-        m_status.setReadout(0, tr("TRACE") + QLatin1Char(' ') + m_state.graphs[std::size_t(trace.entry)].text);
+        m_status.setReadout(0, tr("TRACE") + QLatin1Char(' ') +
+                                   m_state.graphs[std::size_t(trace.entry)].text);
         m_status.setReadout(1, trace.found ? QStringLiteral("X = ") + text(trace.x) : QString());
         m_status.setReadout(2, trace.found ? QStringLiteral("Y = ") + text(trace.y) : QString());
         m_status.setReadout(3, trace.found && trace.hasSlope
