@@ -1,5 +1,7 @@
 #include "eval/parser.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -127,17 +129,24 @@ private:
 // What went wrong, naming the piece of text (detail) where there is one.
 QString problem(Code code, const QString& detail)
 {
+    // Through the window's translation; the command line installs none and stays English.
+    const auto text = [](const char* source) {
+        return QCoreApplication::translate("Formula", source);
+    };
     switch (code) {
-    case Code::UnexpectedEnd: return QStringLiteral("Unexpected end of formula");
-    case Code::UnexpectedChar: return QStringLiteral("Unexpected character '%1'").arg(detail);
-    case Code::UnknownName: return QStringLiteral("Unknown name '%1'").arg(detail);
-    case Code::MissingParen: return QStringLiteral("Missing ')' for '('");
-    case Code::ExtraParen: return QStringLiteral("Missing '(' for ')'");
-    case Code::BadNumber: return QStringLiteral("Invalid number '%1'").arg(detail);
+    case Code::UnexpectedEnd: return text(QT_TRANSLATE_NOOP("Formula", "Unexpected end of formula"));
+    case Code::UnexpectedChar:
+        return text(QT_TRANSLATE_NOOP("Formula", "Unexpected character '%1'")).arg(detail);
+    case Code::UnknownName:
+        return text(QT_TRANSLATE_NOOP("Formula", "Unknown name '%1'")).arg(detail);
+    case Code::MissingParen: return text(QT_TRANSLATE_NOOP("Formula", "Missing ')' for '('"));
+    case Code::ExtraParen: return text(QT_TRANSLATE_NOOP("Formula", "Missing '(' for ')'"));
+    case Code::BadNumber:
+        return text(QT_TRANSLATE_NOOP("Formula", "Invalid number '%1'")).arg(detail);
     case Code::NumberAfterName:
-        return QStringLiteral("A number cannot follow the name '%1'").arg(detail);
+        return text(QT_TRANSLATE_NOOP("Formula", "A number cannot follow the name '%1'")).arg(detail);
     case Code::MissingArgument:
-        return QStringLiteral("Missing '(' after the function '%1'").arg(detail);
+        return text(QT_TRANSLATE_NOOP("Formula", "Missing '(' after the function '%1'")).arg(detail);
     case Code::UnexpectedToken: return detail; // the caller says what was unexpected
     case Code::None:
     case Code::Empty: break;
@@ -188,9 +197,11 @@ private:
             return std::nullopt;
         error_ = {code, start + 1, length};
         if (code == Code::Empty)
-            message_ = QStringLiteral("The formula is empty");
+            message_ = QCoreApplication::translate("Formula", "The formula is empty");
         else
-            message_ = problem(code, detail) + QStringLiteral(" at position %1").arg(start + 1);
+            message_ = QCoreApplication::translate("Formula", "%1 at position %2")
+                           .arg(problem(code, detail))
+                           .arg(start + 1);
         return std::nullopt;
     }
 
@@ -202,10 +213,11 @@ private:
         case Type::Error: return lexerError();
         case Type::Number:
             return fail(Code::UnexpectedToken, tok_.start, tok_.length,
-                        QStringLiteral("Unexpected number '%1'").arg(tokenText()));
+                        QCoreApplication::translate("Formula", "Unexpected number '%1'")
+                            .arg(tokenText()));
         default:
             return fail(Code::UnexpectedToken, tok_.start, tok_.length,
-                        QStringLiteral("Unexpected '%1'").arg(tokenText()));
+                        QCoreApplication::translate("Formula", "Unexpected '%1'").arg(tokenText()));
         }
     }
 
@@ -226,7 +238,7 @@ private:
     std::optional<Parsed> tooComplex(const Token& at)
     {
         return fail(Code::UnexpectedToken, at.start, at.length,
-                    QStringLiteral("The formula is too complex"));
+                    QCoreApplication::translate("Formula", "The formula is too complex"));
     }
 
     Node operation(Node::Kind kind, const Token& op) const

@@ -3,6 +3,8 @@
 #include "eval/numtext.h"
 #include "plot/coordinates.h"
 
+#include <QCoreApplication>
+
 #include <cmath>
 
 namespace curvix::plot {
@@ -19,12 +21,13 @@ std::optional<TableRange> readTableRange(const QString& from, const QString& to,
         return std::nullopt;
     };
     if (!a || !b || !h)
-        return fail(QStringLiteral("'%1' is not a number").arg(!a ? from : !b ? to : step));
+        return fail(QCoreApplication::translate("ValueTable", "'%1' is not a number")
+                        .arg(!a ? from : !b ? to : step));
     if (!(*h != 0))
-        return fail(QStringLiteral("the step must not be 0"));
+        return fail(QCoreApplication::translate("ValueTable", "the step must not be 0"));
     const TableRange range{*a, *b, *h};
     if (tableXs(range).empty())
-        return fail(QStringLiteral("more than %1 rows").arg(kMaxTableRows));
+        return fail(QCoreApplication::translate("ValueTable", "more than %1 rows").arg(kMaxTableRows));
     return range;
 }
 

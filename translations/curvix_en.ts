@@ -2,6 +2,61 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en">
 <context>
+    <name>Formula</name>
+    <message>
+        <source>Unexpected end of formula</source>
+        <translation>Unexpected end of formula</translation>
+    </message>
+    <message>
+        <source>Unexpected character &apos;%1&apos;</source>
+        <translation>Unexpected character &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>Unknown name &apos;%1&apos;</source>
+        <translation>Unknown name &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>Missing &apos;)&apos; for &apos;(&apos;</source>
+        <translation>Missing &apos;)&apos; for &apos;(&apos;</translation>
+    </message>
+    <message>
+        <source>Missing &apos;(&apos; for &apos;)&apos;</source>
+        <translation>Missing &apos;(&apos; for &apos;)&apos;</translation>
+    </message>
+    <message>
+        <source>Invalid number &apos;%1&apos;</source>
+        <translation>Invalid number &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>A number cannot follow the name &apos;%1&apos;</source>
+        <translation>A number cannot follow the name &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>Missing &apos;(&apos; after the function &apos;%1&apos;</source>
+        <translation>Missing &apos;(&apos; after the function &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>The formula is empty</source>
+        <translation>The formula is empty</translation>
+    </message>
+    <message>
+        <source>%1 at position %2</source>
+        <translation>%1 at position %2</translation>
+    </message>
+    <message>
+        <source>Unexpected number &apos;%1&apos;</source>
+        <translation>Unexpected number &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>Unexpected &apos;%1&apos;</source>
+        <translation>Unexpected &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>The formula is too complex</source>
+        <translation>The formula is too complex</translation>
+    </message>
+</context>
+<context>
     <name>PointMarks</name>
     <message>
         <source>zero</source>
@@ -1376,6 +1431,21 @@ Curvix comes with ABSOLUTELY NO WARRANTY, to the extent permitted by law.</trans
         <source>x = %1 is outside the view</source>
         <comment>5186</comment>
         <translation>x = %1 is outside the view</translation>
+    </message>
+</context>
+<context>
+    <name>ValueTable</name>
+    <message>
+        <source>&apos;%1&apos; is not a number</source>
+        <translation>&apos;%1&apos; is not a number</translation>
+    </message>
+    <message>
+        <source>the step must not be 0</source>
+        <translation>the step must not be 0</translation>
+    </message>
+    <message>
+        <source>more than %1 rows</source>
+        <translation>more than %1 rows</translation>
     </message>
 </context>
 <context>

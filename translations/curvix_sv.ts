@@ -2,6 +2,61 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="sv">
 <context>
+    <name>Formula</name>
+    <message>
+        <source>Unexpected end of formula</source>
+        <translation>Formeln tar slut för tidigt</translation>
+    </message>
+    <message>
+        <source>Unexpected character &apos;%1&apos;</source>
+        <translation>Oväntat tecken &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>Unknown name &apos;%1&apos;</source>
+        <translation>Okänt namn &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>Missing &apos;)&apos; for &apos;(&apos;</source>
+        <translation>&apos;)&apos; saknas till &apos;(&apos;</translation>
+    </message>
+    <message>
+        <source>Missing &apos;(&apos; for &apos;)&apos;</source>
+        <translation>&apos;(&apos; saknas till &apos;)&apos;</translation>
+    </message>
+    <message>
+        <source>Invalid number &apos;%1&apos;</source>
+        <translation>Ogiltigt tal &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>A number cannot follow the name &apos;%1&apos;</source>
+        <translation>Ett tal kan inte stå direkt efter namnet &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>Missing &apos;(&apos; after the function &apos;%1&apos;</source>
+        <translation>&apos;(&apos; saknas efter funktionen &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>The formula is empty</source>
+        <translation>Formeln är tom</translation>
+    </message>
+    <message>
+        <source>%1 at position %2</source>
+        <translation>%1 vid position %2</translation>
+    </message>
+    <message>
+        <source>Unexpected number &apos;%1&apos;</source>
+        <translation>Oväntat tal &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>Unexpected &apos;%1&apos;</source>
+        <translation>Oväntat &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>The formula is too complex</source>
+        <translation>Formeln är för komplicerad</translation>
+    </message>
+</context>
+<context>
     <name>PointMarks</name>
     <message>
         <source>zero</source>
@@ -1376,6 +1431,21 @@ Curvix levereras HELT UTAN GARANTI, i den utsträckning lagen tillåter.</transl
         <source>x = %1 is outside the view</source>
         <comment>5186</comment>
         <translation>x = %1 ligger utanför vyn</translation>
+    </message>
+</context>
+<context>
+    <name>ValueTable</name>
+    <message>
+        <source>&apos;%1&apos; is not a number</source>
+        <translation>&apos;%1&apos; är inget tal</translation>
+    </message>
+    <message>
+        <source>the step must not be 0</source>
+        <translation>steget får inte vara 0</translation>
+    </message>
+    <message>
+        <source>more than %1 rows</source>
+        <translation>fler än %1 rader</translation>
     </message>
 </context>
 <context>
