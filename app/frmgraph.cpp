@@ -1,5 +1,4 @@
 #include "app/frmgraph.h"
-#include "app/language.h"
 
 #include "app/color_actions.h"
 #include "app/curve_tools.h"
@@ -57,8 +56,7 @@ frmgraph::frmgraph(model::Prompter& prompter, QWidget* parent)
     setWindowIcon(curvixIcon());
     plot::InitPlotDefaults(m_state);
 
-    *m_actions = createWindowActions(this);
-    addLanguageMenu(m_actions->settingsMenu, m_prompter);
+    *m_actions = createWindowActions(this, m_prompter);
     m_entry = new EntryPanel(this);
     m_ranges = new RangePanel(m_state, this);
     m_plotView = new PlotView(m_state, m_prompter, this);

@@ -1,5 +1,6 @@
 #include "app/window_actions.h"
 
+#include "app/language.h"
 #include "model/strings.h"
 
 #include <QAction>
@@ -110,13 +111,14 @@ void createFunctionPopup(QMainWindow* window, WindowActions& a)
 
 } // namespace
 
-WindowActions createWindowActions(QMainWindow* window)
+WindowActions createWindowActions(QMainWindow* window, model::Prompter& prompter)
 {
     WindowActions a;
     QMenuBar* bar = window->menuBar();
     createFileAndEditMenus(bar, a);
     createToolsMenu(bar, a);
     createSettingsAndHelpMenus(bar, a);
+    addLanguageMenu(a.settingsMenu, prompter);
     createFunctionPopup(window, a);
 
     a.saveAs->setShortcut(QKeySequence::Save);

@@ -4,6 +4,10 @@ class QAction;
 class QMainWindow;
 class QMenu;
 
+namespace curvix::model {
+class Prompter;
+}
+
 namespace curvix::app {
 
 // The main window's menus and their commands. The objectName of each is its form name
@@ -62,7 +66,8 @@ struct WindowActions {
 };
 
 // Builds the menu bar of the window with captions from the string table and the standard
-// shortcuts; every command has a letter of its own for the keyboard.
-WindowActions createWindowActions(QMainWindow* window);
+// shortcuts; every command has a letter of its own for the keyboard. The prompter tells that
+// a new choice under Settings › Language waits for the next start.
+WindowActions createWindowActions(QMainWindow* window, model::Prompter& prompter);
 
 } // namespace curvix::app
