@@ -671,7 +671,7 @@
     <message>
         <source>The clipboard cannot be reached.</source>
         <comment>2050</comment>
-        <translation>Urklipp går inte att nå.</translation>
+        <translation>Det går inte att komma åt urklippet.</translation>
     </message>
     <message>
         <source>The printer could not be started.</source>
@@ -710,7 +710,7 @@ Curvix levereras HELT UTAN GARANTI, i den utsträckning lagen tillåter.</transl
     <message>
         <source>Curvix Help</source>
         <comment>3005</comment>
-        <translation>Curvix hjälp</translation>
+        <translation>Hjälp för Curvix</translation>
     </message>
     <message>
         <source>Contents</source>
@@ -815,7 +815,7 @@ Curvix levereras HELT UTAN GARANTI, i den utsträckning lagen tillåter.</transl
     <message>
         <source>This formula cannot be written out; the picture stays as it was.</source>
         <comment>2071</comment>
-        <translation>Den här formeln går inte att skriva ut; bilden förblir som den var.</translation>
+        <translation>Den här formeln kan inte visas som bild; bilden förblir som den var.</translation>
     </message>
     <message>
         <source>A label: drag selected text onto the plot</source>
