@@ -241,7 +241,9 @@ private slots:
             QVERIFY2(file == now, qPrintable(language + QStringLiteral(" lacks: ") +
                                              difference(now, file).join(QStringLiteral("; ")) +
                                              QStringLiteral("\nhas in excess: ") +
-                                             difference(file, now).join(QStringLiteral("; "))));
+                                             difference(file, now).join(QStringLiteral("; ")) +
+                                             QStringLiteral("\n(cmake --build build --target "
+                                                            "update_translations, then translate)")));
         }
     }
 
