@@ -45,6 +45,12 @@ grep -q '^License: GPL-3.0-or-later$' "$doc/copyright" || fail "the copyright fi
 # The newest changelog entry is this version: a version raised without an entry is caught.
 top=$(gzip -dc "$doc/changelog.gz" | head -n 1)
 [[ "$top" == "curvix ($version) "* ]] || fail "the changelog's newest entry is not $version: $top"
+# ... and it carries the release date the AppStream metadata gives.
+signed=$(gzip -dc "$doc/changelog.gz" | sed -n 's/^ -- .*>  //p' | head -n 1)
+released=$(sed -n "s/.*<release version=\"$version\" date=\"\([0-9-]*\)\".*/\1/p" \
+  "$out/root/usr/share/metainfo/$id.metainfo.xml")
+[ "$(date -u -d "$signed" +%F)" = "$released" ] \
+  || fail "the changelog dates $version $signed, the metainfo $released"
 man=$(gzip -dc "$out/root/usr/share/man/man1/curvix.1.gz")
 grep -q '^\.TH CURVIX "1"' <<<"$man" || fail "curvix.1 is not a section 1 manual page"
 sed 's/\\-/-/g' <<<"$man" | grep -qF -- '--export' || fail "curvix.1 does not hold the options of --help"
