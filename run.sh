@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Sets up a Debian machine, builds Curvix (Release) in build/ and starts it.
+# Installs what building and running need (scripts/setup-debian.sh), builds Curvix (Release)
+# in build/ and starts it.
 set -euo pipefail
 cd "$(dirname "$0")"
 ./scripts/setup-debian.sh

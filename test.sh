@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
-# Sets up a Debian machine, builds Curvix and runs the whole test suite through CTest, headless.
+# Sets up a Debian machine with the tools of the checks (scripts/setup-debian.sh --dev), builds
+# Curvix and runs the whole test suite through CTest, headless.
 #   ./test.sh [ctest arguments]             Release build in build/
 #   ./test.sh --sanitize [ctest arguments]  AddressSanitizer + UBSan build in build-sanitize/;
 #                                           any sanitizer report fails the test that made it
 set -euo pipefail
 cd "$(dirname "$0")"
-./scripts/setup-debian.sh
+./scripts/setup-debian.sh --dev
 
 if [ "${1:-}" = "--sanitize" ]; then
   shift

@@ -23,7 +23,8 @@ field() { dpkg-deb -f "$deb" "$1"; }
 [ "$(field Package)" = curvix ] || fail "the package is not named curvix"
 [ "$(field Version)" = "$version" ] || fail "the package version is not $version"
 [ "$(field Section)" = math ] || fail "the package is not in section math"
-[ "$(field Maintainer)" = "The Curvix developers" ] || fail "wrong maintainer"
+[[ "$(field Maintainer)" =~ ^[^\<]+\ \<[^@\ ]+@[^@\ ]+\>$ ]] || fail "the maintainer is not 'Name <address>'"
+[ "$(field Priority)" = optional ] || fail "the package's priority is not optional"
 depends=$(field Depends)
 for needed in libqt6core6 libqt6gui6 libqt6widgets6 libqt6svg6 libgiac fonts-dejavu-core qt6-qpa-plugins; do
   [[ "$depends" == *"$needed"* ]] || fail "Depends does not mention $needed: $depends"
@@ -31,10 +32,28 @@ done
 
 contents=$(dpkg-deb -c "$deb" | awk '{ print $NF }')
 for path in ./usr/bin/curvix ./usr/share/applications/$id.desktop ./usr/share/metainfo/$id.metainfo.xml \
-            ./usr/share/icons/hicolor/256x256/apps/$id.png ./usr/share/icons/hicolor/scalable/apps/$id.svg; do
+            ./usr/share/icons/hicolor/256x256/apps/$id.png ./usr/share/icons/hicolor/scalable/apps/$id.svg \
+            ./usr/share/man/man1/curvix.1.gz ./usr/share/doc/curvix/copyright ./usr/share/doc/curvix/changelog.gz; do
   grep -qxF "$path" <<<"$contents" || fail "the package does not hold $path"
 done
 
 dpkg-deb -x "$deb" "$out/root"
+doc=$out/root/usr/share/doc/curvix
+head -n 1 "$doc/copyright" | grep -q '^Format: https://www.debian.org/doc/packaging-manuals/copyright-format/1.0/' \
+  || fail "the copyright file is not in the machine-readable format"
+grep -q '^License: GPL-3.0-or-later$' "$doc/copyright" || fail "the copyright file names another licence"
+# The newest changelog entry is this version: a version raised without an entry is caught.
+top=$(gzip -dc "$doc/changelog.gz" | head -n 1)
+[[ "$top" == "curvix ($version) "* ]] || fail "the changelog's newest entry is not $version: $top"
+# ... and it carries the release date the AppStream metadata gives.
+signed=$(gzip -dc "$doc/changelog.gz" | sed -n 's/^ -- .*>  //p' | head -n 1)
+released=$(sed -n "s/.*<release version=\"$version\" date=\"\([0-9-]*\)\".*/\1/p" \
+  "$out/root/usr/share/metainfo/$id.metainfo.xml")
+[ "$(date -u -d "$signed" +%F)" = "$released" ] \
+  || fail "the changelog dates $version $signed, the metainfo $released"
+man=$(gzip -dc "$out/root/usr/share/man/man1/curvix.1.gz")
+grep -q '^\.TH CURVIX "1"' <<<"$man" || fail "curvix.1 is not a section 1 manual page"
+sed 's/\\-/-/g' <<<"$man" | grep -qF -- '--export' || fail "curvix.1 does not hold the options of --help"
+grep -q "^\.TH .*\"Curvix $version\"" <<<"$man" || fail "curvix.1 is not for version $version"
 check_tree "$out/root/usr" "$id" "$out/root/scratch"
 echo "$(basename "$deb") is complete; its curvix exports"

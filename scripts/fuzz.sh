@@ -12,9 +12,13 @@ shift || true
 targets=("$@")
 [ "${#targets[@]}" -gt 0 ] || targets=(fuzz_evaluator fuzz_prepare fuzz_formula_text fuzz_range fuzz_symbolic fuzz_drawing)
 
-./scripts/setup-debian.sh
+./scripts/setup-debian.sh --dev
 CC=clang CXX=clang++ cmake -S . -B build-fuzz -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
   -DCURVIX_FUZZ=ON -DCURVIX_BUILD_TESTS=OFF -DCURVIX_BUILD_BENCH=OFF >/dev/null
+if ! grep -q '^CURVIX_HAVE_LIBFUZZER:INTERNAL=1$' build-fuzz/CMakeCache.txt; then
+  echo "fuzz.sh: clang links no libFuzzer target in build-fuzz/ (clang, libclang-rt-14-dev)" >&2
+  exit 1
+fi
 cmake --build build-fuzz --target "${targets[@]}"
 
 export ASAN_OPTIONS="detect_leaks=1:halt_on_error=1"

@@ -16,7 +16,7 @@ jobs=2
 dirs=(app model plot eval output)
 skip='^eval/symbolic_(cas|forms|identities|print|rules)\.cpp$'
 
-./scripts/setup-debian.sh
+./scripts/setup-debian.sh --dev
 
 # Tracked and new files alike (not what .gitignore hides, such as build/).
 mapfile -t sources < <(git ls-files --cached --others --exclude-standard "${dirs[@]}" | grep -E '\.(cpp|h)$')
