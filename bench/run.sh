@@ -14,8 +14,10 @@ usage() {
   exit 2
 }
 
-# Configures (Release, Ninja for a new directory) and builds one target.
+# Configures (Release, Ninja for a new directory) and builds one target. Google Benchmark
+# and muparser come with the developer set-up.
 build_target() {
+  "$root/scripts/setup-debian.sh" --dev
   if [ -f "$build/CMakeCache.txt" ]; then
     cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=Release >/dev/null
   else
