@@ -24,6 +24,7 @@ constexpr CommandSet bit(CliCommand command)
 constexpr CommandSet kCalculating =
     bit(CliCommand::Eval) | bit(CliCommand::Derivative) | bit(CliCommand::Primitive);
 constexpr CommandSet kDrawing = bit(CliCommand::Export) | bit(CliCommand::WriteDrawing);
+constexpr CommandSet kViewing = kDrawing | bit(CliCommand::Points);
 constexpr CommandSet kHeadless =
     kCalculating | kDrawing | bit(CliCommand::Points) | bit(CliCommand::Table);
 
@@ -53,8 +54,7 @@ constexpr OptionSpec kOptions[] = {
     {"at", "X", "a value of the variable for --eval (once for each)", {}, bit(CliCommand::Eval)},
     {"label", "f(t)", "the function's label, which names its variable", {}, kCalculating},
     {"angle", "UNIT", "the angle unit: rad (the default), deg or grad", {}, kHeadless},
-    {"view", "V", "the view xmin,xmax,xstep,ymin,ymax,ystep", {},
-     kDrawing | bit(CliCommand::Points)},
+    {"view", "V", "the view xmin,xmax,xstep,ymin,ymax,ystep", {}, kViewing},
     {"size", "WxH", "the picture's size in pixels (800x600 by default)", {}, kDrawing},
     {"exact-trig", "", "number the x axis in multiples of pi (radians only)", {}, kDrawing},
     {"no-grid", "", "draw no grid", {}, kDrawing},
@@ -78,7 +78,8 @@ const OptionSpec* findOption(const QString& name)
 {
     const OptionSpec* found = nullptr;
     forEachOption([&](const OptionSpec& spec) {
-        if (name == QLatin1String(spec.name) || (name == QLatin1String("h") && spec.command == CliCommand::Help))
+        const bool shortHelp = name == QLatin1String("h") && spec.command == CliCommand::Help;
+        if (name == QLatin1String(spec.name) || shortHelp)
             found = &spec;
     });
     return found;
@@ -116,7 +117,8 @@ std::optional<QStringList> optionsFirst(const QStringList& args, QString& proble
             continue;
         // The value may begin with a minus ("--at -2"), but it is not the next option.
         if (i + 1 >= args.size() || optionOfArgument(args[i + 1])) {
-            problem = QStringLiteral("%1 needs a value (%1 %2)").arg(argument, QLatin1String(spec->valueName));
+            problem = QStringLiteral("%1 needs a value (%1 %2)")
+                          .arg(argument, QLatin1String(spec->valueName));
             return std::nullopt;
         }
         options << args[++i];
@@ -224,9 +226,10 @@ bool readValues(const QCommandLineParser& parser, CommandLine& line, QString& pr
         const QStringList parts = value("view").split(QLatin1Char(','));
         const QString ticks = QStringLiteral("1");
         const plot::ViewReading reading =
-            parts.size() != 6 ? plot::ViewReading{std::nullopt, QStringLiteral("six values are needed")}
-                              : plot::readViewWindow({parts[0], parts[1], parts[2], ticks},
-                                                     {parts[3], parts[4], parts[5], ticks});
+            parts.size() != 6
+                ? plot::ViewReading{std::nullopt, QStringLiteral("six values are needed")}
+                : plot::readViewWindow({parts[0], parts[1], parts[2], ticks},
+                                       {parts[3], parts[4], parts[5], ticks});
         line.view = reading.view;
         if (!line.view) {
             problem = QStringLiteral("--view: '%1' is not xmin,xmax,xstep,ymin,ymax,ystep: %2")
@@ -237,7 +240,8 @@ bool readValues(const QCommandLineParser& parser, CommandLine& line, QString& pr
     if (isSet("size")) {
         const std::optional<QSize> size = readSize(value("size"));
         if (!size) {
-            problem = QStringLiteral("--size: '%1' is not a size such as 800x600").arg(value("size"));
+            problem = QStringLiteral("--size: '%1' is not a size such as 800x600")
+                          .arg(value("size"));
             return false;
         }
         line.size = *size;
@@ -304,12 +308,14 @@ bool readCommandValue(const QCommandLineParser& parser, CommandLine& line, QStri
 bool readPositional(const QStringList& arguments, CommandLine& line, QString& problem)
 {
     const CliCommand command = line.command;
-    const bool takesFormulas = (bit(command) & (kDrawing | bit(CliCommand::Points) | bit(CliCommand::Table)));
+    const bool listsFormulas = command == CliCommand::Points || command == CliCommand::Table;
+    const bool takesFormulas = listsFormulas || (bit(command) & kDrawing);
     const bool takesDrawing = command == CliCommand::Window || (bit(command) & kDrawing);
     for (const QString& argument : arguments) {
         if (takesDrawing && isDrawingFileName(argument)) {
             if (!line.drawingFile.isEmpty()) {
-                problem = QStringLiteral("one drawing at a time, not %1 and %2").arg(line.drawingFile, argument);
+                problem = QStringLiteral("one drawing at a time, not %1 and %2")
+                              .arg(line.drawingFile, argument);
                 return false;
             }
             line.drawingFile = argument;
@@ -324,7 +330,7 @@ bool readPositional(const QStringList& arguments, CommandLine& line, QString& pr
             return false;
         }
     }
-    if (line.formulas.isEmpty() && (command == CliCommand::Points || command == CliCommand::Table)) {
+    if (line.formulas.isEmpty() && listsFormulas) {
         problem = QStringLiteral("%1 needs a formula").arg(commandName(command));
         return false;
     }
@@ -384,11 +390,13 @@ QString helpText()
     const auto list = [&text](const char* heading, const OptionSpec* begin, const OptionSpec* end) {
         text += QLatin1String("\n") + QLatin1String(heading) + QLatin1String(":\n");
         for (const OptionSpec* spec = begin; spec != end; ++spec) {
-            QString names = spec->command == CliCommand::Help ? QStringLiteral("  -h, --") : QStringLiteral("  --");
+            QString names = spec->command == CliCommand::Help ? QStringLiteral("  -h, --")
+                                                              : QStringLiteral("  --");
             names += QLatin1String(spec->name);
             if (*spec->valueName)
                 names += QLatin1Char('=') + QLatin1String(spec->valueName);
-            text += names.leftJustified(25) + QLatin1Char(' ') + QLatin1String(spec->description) + QLatin1Char('\n');
+            text += names.leftJustified(25) + QLatin1Char(' ');
+            text += QLatin1String(spec->description) + QLatin1Char('\n');
         }
     };
     list("Commands", std::begin(kCommands), std::end(kCommands));

@@ -14,7 +14,18 @@ namespace curvix::app {
 
 // What a run of the program does. Window opens the main window; every other command runs
 // without one (and without a display).
-enum class CliCommand { Window, Help, Version, Eval, Derivative, Primitive, Export, WriteDrawing, Points, Table };
+enum class CliCommand {
+    Window,
+    Help,
+    Version,
+    Eval,
+    Derivative,
+    Primitive,
+    Export,
+    WriteDrawing,
+    Points,
+    Table
+};
 
 // The arguments, read and checked. Options left unset keep what a loaded drawing says (or
 // the defaults of a new one).

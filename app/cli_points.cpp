@@ -28,10 +28,11 @@ compileAll(const CommandLine& line, QTextStream& err)
         QString message;
         const QString prepared = eval::PrepareExpressionText(
             evaluator, text, QStringLiteral("f(x)"), [&](const QString& m) { message = m; });
-        auto formula = prepared.isEmpty() ? nullptr
-                                          : eval::CompiledFormula::compile(
-                                                prepared, QStringLiteral("x"), line.angle.value_or(model::AngleUnit::Radians),
-                                                nullptr, &message);
+        const model::AngleUnit angle = line.angle.value_or(model::AngleUnit::Radians);
+        auto formula = prepared.isEmpty()
+                           ? nullptr
+                           : eval::CompiledFormula::compile(prepared, QStringLiteral("x"), angle,
+                                                            nullptr, &message);
         if (!formula) {
             err << (message.isEmpty() ? QStringLiteral("empty formula") : message) << "\n";
             failed = true;

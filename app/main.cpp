@@ -26,8 +26,9 @@ void platformStartHandler(QtMsgType type, const QMessageLogContext& context, con
         return;
     }
     // Qt's advice to reinstall does not help here: its first sentence says what failed.
-    std::fprintf(stderr, "curvix: the window cannot start: %s\n",
-                 qPrintable(message.section(QLatin1Char('\n'), 0, 0).section(QLatin1String(". "), 0, 0)));
+    const QString firstSentence =
+        message.section(QLatin1Char('\n'), 0, 0).section(QLatin1String(". "), 0, 0);
+    std::fprintf(stderr, "curvix: the window cannot start: %s\n", qPrintable(firstSentence));
     std::_Exit(1);
 }
 
