@@ -86,28 +86,30 @@ const char* const kFixture = "empty.curvix";
 
 Q_DECLARE_METATYPE(Setting)
 
-void TestCli::commands_data()
+namespace {
+
+// Each row runs with a display and, as a script on a server would, without one.
+void row(const char* name, const QStringList& args, int exitCode, const QRegularExpression& out,
+         const QRegularExpression& err, const Setting& setting = {})
 {
-    QTest::addColumn<QStringList>("args"); // "@" stands for the row's own folder
-    QTest::addColumn<bool>("display");
-    QTest::addColumn<Setting>("setting");
-    QTest::addColumn<int>("exitCode");
-    QTest::addColumn<QRegularExpression>("out");
-    QTest::addColumn<QRegularExpression>("err");
+    for (const bool display : {true, false}) {
+        if (display && !setting.withDisplay)
+            continue;
+        QTest::addRow("%s, %s", name, display ? "display" : "no display")
+            << args << display << setting << exitCode << out << err;
+    }
+}
 
-    const auto row = [](const char* name, QStringList args, int exitCode,
-                        const QRegularExpression& out, const QRegularExpression& err,
-                        const Setting& setting = {}) {
-        for (const bool display : {true, false}) {
-            if (display && !setting.withDisplay)
-                continue;
-            QTest::addRow("%s, %s", name, display ? "display" : "no display")
-                << args << display << setting << exitCode << out << err;
-        }
-    };
-    const QRegularExpression none = exact(QString());
-    const auto value = [](const char* text) { return exact(QString::fromUtf8(text)); };
+const QRegularExpression none = exact(QString());
 
+QRegularExpression value(const char* text)
+{
+    return exact(QString::fromUtf8(text));
+}
+
+// What the commands print.
+void answerRows()
+{
     row("version", {"--version"}, 0, pattern("\\Acurvix \\d+\\.\\d+\\.\\d+\\n\\z"), none);
     row("help", {"--help"}, 0, pattern("\\AUsage: curvix .*\\n  --eval=FORMULA +\\w.*\\n  --version +\\w"), none);
     row("help, short", {"-h"}, 0, pattern("\\AUsage: curvix "), none);
@@ -150,7 +152,11 @@ void TestCli::commands_data()
         value("x\tx/pi\tsqrt(x)\n3.14159265358979\t0.999999999999999\t1.7724538509055152\n0\t0\t0\n"
               "-3.14159265358979\t-0.999999999999999\t\u2014\n"),
         none);
+}
 
+// Arguments that make no sense: nothing runs.
+void refusalRows()
+{
     row("unknown option", {"--frobnicate"}, 2, none, usage("Unknown option 'frobnicate'"));
     row("a value missing", {"--eval", "x", "--at"}, 2, none, usage("--at needs a value"));
     row("an option for the next value", {"--export", "--size", "3x3", "x"}, 2, none, usage("--export needs a value"));
@@ -176,7 +182,11 @@ void TestCli::commands_data()
     row("bad angle", {"--export", "x.png", "--angle", "turns"}, 2, none, usage("--angle takes"));
     row("unknown colours", {"--export", "x.png", "--colors", "rainbow", "x"}, 2, none, usage("--colors takes"));
     row("exact trig in degrees", {"--export", "x.png", "--angle", "deg", "--exact-trig"}, 2, none, usage("radians"));
+}
 
+// Files and a display that are not there.
+void failureRows()
+{
     row("standard output on a full disk", {"--eval", "x", "--at", "1"}, 1, none,
         pattern("\\Acurvix: [^\\n]*standard output\\n\\z"), {.stdoutFull = true});
     row("export to a missing folder", {"--export", "@/missing/x.png", "x"}, 1, none,
@@ -190,6 +200,21 @@ void TestCli::commands_data()
     // A display that is named but cannot be reached: a message, not Qt's abort.
     row("an unreachable display", {}, 1, none, pattern("curvix: the window cannot start: [^\\n]*\\n\\z"),
         {.environment = {"QT_QPA_PLATFORM=xcb", "DISPLAY=:54321"}});
+}
+
+} // namespace
+
+void TestCli::commands_data()
+{
+    QTest::addColumn<QStringList>("args"); // "@" stands for the row's own folder
+    QTest::addColumn<bool>("display");
+    QTest::addColumn<Setting>("setting");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QRegularExpression>("out");
+    QTest::addColumn<QRegularExpression>("err");
+    answerRows();
+    refusalRows();
+    failureRows();
 }
 
 void TestCli::commands()
