@@ -1,18 +1,26 @@
 #pragma once
 
-#include <QStringList>
+#include "app/cli_options.h"
+
+#include <QString>
 #include <QTextStream>
+
+#include <optional>
 
 namespace curvix::app {
 
-// True when the arguments (without the program name) ask for a headless command.
-bool isHeadlessCommand(const QStringList& args);
+// Runs a command that needs no window (any but CliCommand::Window), with the application
+// object it needs, and returns the exit code: 0 on success, 1 when a formula does not
+// compile or a file (standard output too) cannot be read or written, 2 for arguments that
+// make no sense.
+int runHeadless(const CommandLine& line, QTextStream& out, QTextStream& err);
 
-// Runs a headless command and returns the exit code: 0 on success, 1 when a formula does
-// not compile, 2 for arguments that make no sense (with the usage text on err).
-int runCommandLine(const QStringList& args, QTextStream& out, QTextStream& err);
+// Tells a problem with the arguments, with a hint to --help; returns the exit code 2.
+int reportUsageError(QTextStream& err, const QString& problem);
 
-QString usageText();
+// Why the window cannot start here: its drawing file cannot be read, or there is no
+// display to show it on. Asked before anything needs a display.
+std::optional<QString> windowStartProblem(const CommandLine& line);
 
 // Whether a file name ends in the drawing file's ending (.curvix, in any case).
 bool isDrawingFileName(const QString& name);

@@ -5,84 +5,79 @@
 #include "app/widget_prompter.h"
 
 #include <QApplication>
-#include <QCoreApplication>
-#include <QDir>
-#include <QFile>
 #include <QGuiApplication>
 #include <QTimer>
 
-#include <unistd.h>
-
 #include <cstdio>
+#include <cstdlib>
 
 using namespace curvix;
 
 namespace {
 
-// Without a session the platform plugin warns about a missing runtime folder on every
-// run; a headless command makes the same private folder itself, silently.
-void quietRuntimeDir()
+QtMessageHandler previousHandler = nullptr;
+
+// Qt aborts when no platform plugin starts (a display that is set but cannot be reached):
+// a message and exit code 1 instead of a core dump.
+void platformStartHandler(QtMsgType type, const QMessageLogContext& context, const QString& message)
 {
-    if (!qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
+    if (type != QtFatalMsg) {
+        if (previousHandler)
+            previousHandler(type, context, message);
         return;
-    const QByteArray dir = QDir::tempPath().toLocal8Bit() + "/runtime-" + QByteArray::number(getuid());
-    if (QDir().mkpath(QString::fromLocal8Bit(dir))) {
-        QFile::setPermissions(QString::fromLocal8Bit(dir), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        qputenv("XDG_RUNTIME_DIR", dir);
     }
+    // Qt's advice to reinstall does not help here: its first sentence says what failed.
+    const QString firstSentence =
+        message.section(QLatin1Char('\n'), 0, 0).section(QLatin1String(". "), 0, 0);
+    std::fprintf(stderr, "curvix: the window cannot start: %s\n", qPrintable(firstSentence));
+    std::_Exit(1);
 }
 
 } // namespace
 
 int main(int argc, char* argv[])
 {
-    QStringList rawArgs;
-    for (int i = 1; i < argc; ++i)
-        rawArgs << QString::fromLocal8Bit(argv[i]);
+    // The window's class and the launcher's file name match, so the desktop groups them.
+    QGuiApplication::setDesktopFileName(QStringLiteral("io.github.curvix.Curvix"));
 
-    // Headless commands need no display.
-    if (app::isHeadlessCommand(rawArgs)) {
-        QTextStream out(stdout);
-        QTextStream err(stderr);
-        if (rawArgs.first() != QLatin1String("--export") &&
-            rawArgs.first() != QLatin1String("--write-drawing")) {
-            QCoreApplication core(argc, argv);
-            return app::runCommandLine(core.arguments().mid(1), out, err);
-        }
-        // Drawing (and a drawing's font) needs fonts but no display.
-        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-            qputenv("QT_QPA_PLATFORM", "offscreen");
-        quietRuntimeDir();
-        QGuiApplication gui(argc, argv);
-        return app::runCommandLine(gui.arguments().mid(1), out, err);
+    QStringList args;
+    for (int i = 1; i < argc; ++i)
+        args << QString::fromLocal8Bit(argv[i]);
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    // The arguments are checked before anything needs a display.
+    const app::CommandLineReading reading = app::readCommandLine(args);
+    if (!reading.commandLine)
+        return app::reportUsageError(err, reading.problem);
+    const app::CommandLine& line = *reading.commandLine;
+    if (line.command != app::CliCommand::Window)
+        return app::runHeadless(line, out, err);
+    if (const std::optional<QString> problem = app::windowStartProblem(line)) {
+        err << "curvix: " << *problem << "\n";
+        return 1;
     }
 
-    QApplication application(argc, argv);
+    // Qt's own options are not ours: the arguments were read above.
+    int qtArgc = 1;
+    previousHandler = qInstallMessageHandler(platformStartHandler);
+    QApplication application(qtArgc, argv);
+    qInstallMessageHandler(previousHandler);
     QApplication::setOrganizationName(QStringLiteral("Curvix"));
     QApplication::setApplicationName(QStringLiteral("Curvix"));
     QApplication::setApplicationDisplayName(QStringLiteral("Curvix"));
     QApplication::setApplicationVersion(QStringLiteral(CURVIX_VERSION));
     app::installTranslations(application);
 
-    // Whatever Qt did not take from the arguments is not ours either, but for one drawing
-    // file to open (as a file manager starts us).
-    const QStringList args = application.arguments().mid(1);
-    if (args.size() > 1 || (args.size() == 1 && !app::isDrawingFileName(args.first()))) {
-        QTextStream err(stderr);
-        err << "curvix: unexpected argument '" << args.value(args.size() > 1 ? 1 : 0) << "'\n"
-            << app::usageText();
-        return 2;
-    }
-
     app::WidgetPrompter prompter;
     app::frmgraph window(prompter);
     prompter.setParentWidget(&window);
     window.show();
     // After the first frame: a drawing left by a crash is offered, then the file is opened.
-    QTimer::singleShot(0, &window, [&window, args] {
+    const QString drawingFile = line.drawingFile;
+    QTimer::singleShot(0, &window, [&window, drawingFile] {
         window.document().offerRecovery();
-        if (!args.isEmpty())
-            window.document().openFile(args.first());
+        if (!drawingFile.isEmpty())
+            window.document().openFile(drawingFile);
     });
     return QApplication::exec();
 }

@@ -1,12 +1,14 @@
+#include <QDir>
 #include <QFile>
 #include <QImage>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
 #include <algorithm>
 
-// The headless command line, run as a separate process the way a script would run it.
+// The command line, run as a separate process the way a script would run it.
 class TestCli : public QObject {
     Q_OBJECT
 
@@ -16,8 +18,6 @@ private slots:
     void exports_data();
     void exports();
     void equalScaleDrawsAtFortyFiveDegrees();
-    void exportRefuses_data();
-    void exportRefuses();
     void drawingFiles();
 
 private:
@@ -32,9 +32,22 @@ struct Run {
     QString err;
 };
 
-Run runCurvix(const QStringList& args)
+// How a row runs beyond its arguments.
+struct Setting {
+    bool withDisplay = true;  // also with a display (without one it always runs)
+    bool stdoutFull = false;  // standard output to /dev/full
+    QStringList environment = {}; // NAME=value over the test's own
+};
+
+Run runCurvix(const QStringList& args,
+              const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment(),
+              const QString& workingDir = QString(), bool stdoutFull = false)
 {
     QProcess process;
+    process.setProcessEnvironment(environment);
+    process.setWorkingDirectory(workingDir);
+    if (stdoutFull)
+        process.setStandardOutputFile(QStringLiteral("/dev/full"));
     process.start(QStringLiteral(CURVIX_EXE), args);
     Run run;
     if (!process.waitForFinished(30000))
@@ -45,72 +58,199 @@ Run runCurvix(const QStringList& args)
     return run;
 }
 
+QRegularExpression exact(const QString& text)
+{
+    return QRegularExpression(
+        QRegularExpression::anchoredPattern(QRegularExpression::escape(text)));
+}
+
+QRegularExpression pattern(const char* text)
+{
+    return QRegularExpression(QString::fromUtf8(text),
+                              QRegularExpression::DotMatchesEverythingOption);
+}
+
+// A refused argument: one line that says why, then the hint.
+QRegularExpression usage(const char* why)
+{
+    const QString line = QRegularExpression::escape(QString::fromUtf8(why));
+    return QRegularExpression(
+        QStringLiteral("\\Acurvix: [^\\n]*%1[^\\n]*\\nTry 'curvix --help' for more information.\\n\\z")
+            .arg(line));
+}
+
+// A file that opens, to ask the window for.
+const char* const kFixture = "empty.curvix";
+
+} // namespace
+
+Q_DECLARE_METATYPE(Setting)
+
+namespace {
+
+// Each row runs with a display and, as a script on a server would, without one.
+void row(const char* name, const QStringList& args, int exitCode, const QRegularExpression& out,
+         const QRegularExpression& err, const Setting& setting = {})
+{
+    for (const bool display : {true, false}) {
+        if (display && !setting.withDisplay)
+            continue;
+        QTest::addRow("%s, %s", name, display ? "display" : "no display")
+            << args << display << setting << exitCode << out << err;
+    }
+}
+
+const QRegularExpression none = exact(QString());
+
+QRegularExpression value(const char* text)
+{
+    return exact(QString::fromUtf8(text));
+}
+
+// What the commands print.
+void answerRows()
+{
+    row("version", {"--version"}, 0, pattern("\\Acurvix \\d+\\.\\d+\\.\\d+\\n\\z"), none);
+    row("help", {"--help"}, 0, pattern("\\AUsage: curvix .*\\n  --eval=FORMULA +\\w.*\\n  --version +\\w"), none);
+    row("help, short", {"-h"}, 0, pattern("\\AUsage: curvix "), none);
+    row("value after an equals sign", {"--eval=x^2", "--at=3", "--at=-1"}, 0, value("9\n1\n"), none);
+    row("decimal comma after --at", {"--eval", "2x", "--at", "0,5", "--at", "-1,25"}, 0, value("1\n-2.5\n"), none);
+    row("pi after --at, as the range boxes read it", {"--eval", "x", "--at", "2p"}, 0, value("6.28318530717958\n"), none);
+    row("formulas after the options and before them", {"-x", "--points", "--view=-3,3,1,-3,3,1", "x-1"}, 0,
+        value("zero\t0\t0\nzero\t1\t0\nintersection\t0.5\t-0.5\n"), none);
+
+    row("polynomial at two points", {"--eval", "2x^2+1", "--at", "1", "--at", "0.5"}, 0, value("3\n1.5\n"), none);
+    row("full precision", {"--eval", "1/3", "--at", "0"}, 0, value("0.3333333333333333\n"), none);
+    row("decimal comma in the formula", {"--eval", "2,5x", "--at", "2"}, 0, value("5\n"), none);
+    row("nan and infinities", {"--eval", "sqrt(x)+1/x", "--at", "-1", "--at", "0", "--at", "-0"}, 0,
+        value("nan\ninf\n-inf\n"), none);
+    row("label names the variable", {"--eval", "t^2", "--label", "f(t)", "--at", "-3"}, 0, value("9\n"), none);
+    row("compile error", {"--eval", "2x+", "--at", "1"}, 1, none, value("Unexpected end of formula at position 4\n"));
+    row("degrees", {"--eval", "sin(x)+asin(x/90)", "--angle", "deg", "--at", "90", "--at", "180"}, 0,
+        value("91\nnan\n"), none);
+    row("gradians", {"--eval", "cos(x)", "--angle", "grad", "--at", "200"}, 0, value("-1\n"), none);
+    row("a derivative in degrees", {"--derivative", "sin(x)", "--angle", "deg"}, 0, value("¶cos(x)/180\n"), none);
+    row("primitive in the label's variable", {"--primitive", "t^2", "--label", "g(t)"}, 0, value("t^3/3\n"), none);
+    // The integrator warns about abs: nothing of that may reach the terminal.
+    row("the library prints nothing", {"--primitive", "abs(x)"}, 0, value("x*abs(x)/2\n"), none);
+    row("derivative fails", {"--derivative", "2x+"}, 1, none, value("Error in derivative calculation\n"));
+    row("no elementary primitive: one message", {"--primitive", "exp(x^2)"}, 1, none,
+        value("Error in calculation of primitive function\n"));
+    row("points of a curve, then where two meet", {"--points", "x^3-3x", "x"}, 0,
+        value("zero\t-1.732050808\t0\nmaximum\t-1\t2\nzero\t0\t0\ninflection\t0\t0\nminimum\t1\t-2\n"
+              "zero\t1.732050808\t0\nzero\t0\t0\nintersection\t-2\t-2\nintersection\t0\t0\nintersection\t2\t2\n"),
+        none);
+    row("no zeros at the poles of tan", {"--points", "--view", "-2p,2p,1,-3,3,1", "tan(x)"}, 0,
+        value("zero\t-3.141592654\t0\ninflection\t-3.141592654\t0\ninflection\t0\t0\nzero\t0\t0\n"
+              "inflection\t3.141592654\t0\nzero\t3.141592654\t0\n"),
+        none);
+    row("points in degrees", {"--points", "--angle", "deg", "--view", "-10,200,10,-2,2,1", "cos(x)"}, 0,
+        value("maximum\t0\t1\nzero\t90\t0\ninflection\t90\t0\nminimum\t180\t-1\n"), none);
+    row("points of a bad formula", {"--points", "x", "2x+"}, 1, none,
+        value("Unexpected end of formula at position 4\n"));
+    row("table backwards in steps of pi", {"--table", "p,-p,p", "x/pi", "sqrt(x)"}, 0,
+        value("x\tx/pi\tsqrt(x)\n3.14159265358979\t0.999999999999999\t1.7724538509055152\n0\t0\t0\n"
+              "-3.14159265358979\t-0.999999999999999\t\u2014\n"),
+        none);
+}
+
+// Arguments that make no sense: nothing runs.
+void refusalRows()
+{
+    row("unknown option", {"--frobnicate"}, 2, none, usage("Unknown option 'frobnicate'"));
+    row("a value missing", {"--eval", "x", "--at"}, 2, none, usage("--at needs a value"));
+    row("an option for the next value", {"--export", "--size", "3x3", "x"}, 2, none, usage("--export needs a value"));
+    row("a switch with a value", {"--export=x.png", "--no-grid=yes", "x"}, 2, none, usage("'--no-grid'"));
+    row("no --at", {"--eval", "x"}, 2, none, usage("--at"));
+    row("not a number", {"--eval", "x", "--at", "abc"}, 2, none, usage("'abc' is not a number"));
+    row("two commands", {"--eval", "x", "--at", "1", "--points"}, 2, none, usage("one command at a time"));
+    row("an option without a command", {"--size", "3x3"}, 2, none, usage("--size goes with a command"));
+    row("an option of another command", {"--eval", "x", "--at", "1", "--size", "3x3"}, 2, none,
+        usage("--size does not go with --eval"));
+    row("a formula for the window", {"sin(x)"}, 2, none, usage("'sin(x)' is no drawing file"));
+    row("a formula for --eval", {"--eval", "x", "--at", "1", "x^2"}, 2, none, usage("'x^2'"));
+    row("two drawings", {"a.curvix", "b.curvix"}, 2, none, usage("one drawing at a time"));
+    row("no formula", {"--primitive"}, 2, none, usage("--primitive needs a value"));
+    row("table needs three values", {"--table", "0,1", "x"}, 2, none, usage("FROM,TO,STEP"));
+    row("unknown kind of picture", {"--export", "x.jpg", "x"}, 2, none, usage(".png"));
+    row("a drawing not called .curvix", {"--write-drawing", "x.txt", "x"}, 2, none, usage(".curvix"));
+    row("bad size", {"--export", "x.png", "--size", "0x5", "x"}, 2, none, usage("'0x5'"));
+    row("view min above max", {"--export", "x.png", "--view", "5,-5,1,-5,5,1", "x"}, 2, none, usage("must be below"));
+    row("view min equals max", {"--points", "--view", "-5,5,1,2,2,1", "x"}, 2, none, usage("must be below"));
+    row("view with a zero step", {"--export", "x.png", "--view", "-5,5,0,-5,5,1", "x"}, 2, none, usage("step"));
+    row("too few view values", {"--export", "x.png", "--view", "1,2"}, 2, none, usage("six values"));
+    row("bad angle", {"--export", "x.png", "--angle", "turns"}, 2, none, usage("--angle takes"));
+    row("unknown colours", {"--export", "x.png", "--colors", "rainbow", "x"}, 2, none, usage("--colors takes"));
+    row("exact trig in degrees", {"--export", "x.png", "--angle", "deg", "--exact-trig"}, 2, none, usage("radians"));
+}
+
+// Files and a display that are not there.
+void failureRows()
+{
+    row("standard output on a full disk", {"--eval", "x", "--at", "1"}, 1, none,
+        pattern("\\Acurvix: [^\\n]*standard output\\n\\z"), {.stdoutFull = true});
+    row("export to a missing folder", {"--export", "@/missing/x.png", "x"}, 1, none,
+        pattern("\\Acurvix: [^\\n]*/missing/x\\.png: [^\\n]+\\n\\z"));
+    row("drawing to a read-only place", {"--write-drawing", "/proc/x.curvix", "x"}, 1, none,
+        pattern("\\Acurvix: [^\\n]*/proc/x\\.curvix: [^\\n]+\\n\\z"));
+    row("a drawing that does not exist", {"@/none.curvix"}, 1, none,
+        pattern("\\Acurvix: [^\\n]*/none\\.curvix: No such file[^\\n]*\\n\\z"));
+    row("the window without a display", {QStringLiteral("@/") + kFixture}, 1, none,
+        pattern("\\Acurvix: no display[^\\n]*\\n\\z"), {.withDisplay = false});
+    // A display that is named but cannot be reached: a message, not Qt's abort.
+    row("an unreachable display", {}, 1, none, pattern("curvix: the window cannot start: [^\\n]*\\n\\z"),
+        {.environment = {"QT_QPA_PLATFORM=xcb", "DISPLAY=:54321"}});
+}
+
 } // namespace
 
 void TestCli::commands_data()
 {
-    QTest::addColumn<QStringList>("args");
+    QTest::addColumn<QStringList>("args"); // "@" stands for the row's own folder
+    QTest::addColumn<bool>("display");
+    QTest::addColumn<Setting>("setting");
     QTest::addColumn<int>("exitCode");
-    QTest::addColumn<QString>("out");
-    QTest::addColumn<QString>("err"); // exact on success and exit 1, a fragment for usage errors
-
-    const auto row = [](const char* name, QStringList args, int exitCode, const char* out,
-                        const char* err = "") {
-        QTest::newRow(name) << args << exitCode << QString::fromUtf8(out) << QString::fromUtf8(err);
-    };
-    row("polynomial at two points", {"--eval", "2x^2+1", "--at", "1", "--at", "0.5"}, 0, "3\n1.5\n");
-    row("full precision", {"--eval", "1/3", "--at", "0"}, 0, "0.3333333333333333\n");
-    row("decimal comma typed", {"--eval", "2,5x", "--at", "2"}, 0, "5\n");
-    row("nan and infinities", {"--eval", "sqrt(x)+1/x", "--at", "-1", "--at", "0", "--at", "-0"}, 0,
-        "nan\ninf\n-inf\n");
-    row("label names the variable", {"--eval", "t^2", "--label", "f(t)", "--at", "-3"}, 0, "9\n");
-    row("negative value after --at", {"--eval", "-x^2", "--at", "-2"}, 0, "-4\n");
-    row("compile error", {"--eval", "2x+", "--at", "1"}, 1, "",
-        "Unexpected end of formula at position 4\n");
-    row("no --at", {"--eval", "x"}, 2, "", "usage");
-    row("bad number", {"--eval", "x", "--at", "abc"}, 2, "", "abc");
-    row("degrees", {"--eval", "sin(x)+asin(x/90)", "--angle", "deg", "--at", "90", "--at", "180"},
-        0, "91\nnan\n");
-    row("gradians", {"--eval", "cos(x)", "--angle", "grad", "--at", "200"}, 0, "-1\n");
-    row("a derivative in degrees", {"--derivative", "sin(x)", "--angle", "deg"}, 0, "¶cos(x)/180\n");
-    row("unknown command", {"--frobnicate"}, 2, "", "usage");
-
-    row("primitive in the label's variable", {"--primitive", "t^2", "--label", "g(t)"}, 0, "t^3/3\n");
-    // The integrator warns about abs: nothing of that may reach the terminal.
-    row("the library prints nothing", {"--primitive", "abs(x)"}, 0, "x*abs(x)/2\n");
-    row("derivative fails", {"--derivative", "2x+"}, 1, "", "Error in derivative calculation\n");
-    row("no elementary primitive: one message", {"--primitive", "exp(x^2)"}, 1, "",
-        "Error in calculation of primitive function\n");
-    row("no formula", {"--primitive"}, 2, "", "usage");
-
-    row("points of a curve, then where two meet", {"--points", "x^3-3x", "x"}, 0,
-        "zero\t-1.732050808\t0\nmaximum\t-1\t2\nzero\t0\t0\ninflection\t0\t0\nminimum\t1\t-2\n"
-        "zero\t1.732050808\t0\nzero\t0\t0\nintersection\t-2\t-2\nintersection\t0\t0\nintersection\t2\t2\n");
-    row("no zeros at the poles of tan", {"--points", "--view", "-2p,2p,1,-3,3,1", "tan(x)"}, 0,
-        "zero\t-3.141592654\t0\ninflection\t-3.141592654\t0\ninflection\t0\t0\nzero\t0\t0\n"
-        "inflection\t3.141592654\t0\nzero\t3.141592654\t0\n");
-    row("points in degrees", {"--points", "--angle", "deg", "--view", "-10,200,10,-2,2,1", "cos(x)"}, 0,
-        "maximum\t0\t1\nzero\t90\t0\ninflection\t90\t0\nminimum\t180\t-1\n");
-    row("points of a bad formula", {"--points", "x", "2x+"}, 1, "", "Unexpected end of formula at position 4\n");
-    row("table backwards in steps of pi", {"--table", "p,-p,p", "x/pi", "sqrt(x)"}, 0,
-        "x\tx/pi\tsqrt(x)\n3.14159265358979\t0.999999999999999\t1.7724538509055152\n0\t0\t0\n"
-        "-3.14159265358979\t-0.999999999999999\t\u2014\n");
-    row("table needs three values", {"--table", "0,1", "x"}, 2, "", "FROM,TO,STEP");
+    QTest::addColumn<QRegularExpression>("out");
+    QTest::addColumn<QRegularExpression>("err");
+    answerRows();
+    refusalRows();
+    failureRows();
 }
 
 void TestCli::commands()
 {
     QFETCH(QStringList, args);
+    QFETCH(bool, display);
+    QFETCH(Setting, setting);
     QFETCH(int, exitCode);
-    QFETCH(QString, out);
-    QFETCH(QString, err);
-    const Run run = runCurvix(args);
+    QFETCH(QRegularExpression, out);
+    QFETCH(QRegularExpression, err);
+
+    QTemporaryDir dir;
+    QFile fixture(dir.filePath(QLatin1String(kFixture)));
+    QVERIFY(fixture.open(QIODevice::WriteOnly));
+    fixture.close();
+    for (QString& arg : args)
+        arg.replace(QLatin1Char('@'), dir.path());
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    if (display) {
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    } else {
+        for (const char* name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+            environment.remove(QLatin1String(name));
+    }
+    for (const QString& variable : setting.environment)
+        environment.insert(variable.section(QLatin1Char('='), 0, 0),
+                           variable.section(QLatin1Char('='), 1));
+
+    const Run run = runCurvix(args, environment, dir.path(), setting.stdoutFull);
+    QVERIFY2(err.match(run.err).hasMatch(), qPrintable(run.err));
+    QVERIFY2(out.match(run.out).hasMatch(), qPrintable(run.out));
     QCOMPARE(run.exitCode, exitCode);
-    QCOMPARE(run.out, out);
-    if (exitCode == 2)
-        QVERIFY2(run.err.contains(err), qPrintable(run.err));
-    else
-        QCOMPARE(run.err, err);
+    // What fails leaves nothing behind.
+    if (exitCode != 0)
+        QCOMPARE(QDir(dir.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+                 QStringList{kFixture});
 }
 
 void TestCli::exports_data()
@@ -164,35 +304,6 @@ void TestCli::equalScaleDrawsAtFortyFiveDegrees()
     QCOMPARE(runCurvix({"--export", path, "--size", "400x200", "--equal-scale", "--no-grid", "x"}).exitCode, 0);
     const QImage image(path);
     QVERIFY(std::min({qGray(image.pixel(260, 39)), qGray(image.pixel(260, 40)), qGray(image.pixel(260, 41))}) < 128);
-}
-
-void TestCli::exportRefuses_data()
-{
-    QTest::addColumn<QStringList>("args");
-    QTest::addColumn<QString>("errContains");
-    const auto row = [](const char* name, QStringList args, const char* errContains) {
-        QTest::newRow(name) << QStringList{"--export", "x.png"} + args << QString::fromUtf8(errContains);
-    };
-    QTest::newRow("unknown kind of file") << QStringList{"--export", "x.jpg", "x"} << ".png";
-    row("bad size", {"--size", "0x5", "x"}, "0x5");
-    row("min above max", {"--view", "5,-5,1,-5,5,1", "x"}, "must be below");
-    row("min equals max", {"--view", "-5,5,1,2,2,1", "x"}, "must be below");
-    row("zero step", {"--view", "-5,5,0,-5,5,1", "x"}, "step");
-    row("too few view values", {"--view", "1,2"}, "view");
-    row("bad angle", {"--angle", "turns"}, "--angle");
-    row("unknown colours", {"--colors", "rainbow", "x"}, "--colors");
-    row("exact trig in degrees", {"--angle", "deg", "--exact-trig"}, "radians");
-}
-
-void TestCli::exportRefuses()
-{
-    QFETCH(QStringList, args);
-    QFETCH(QString, errContains);
-    QDir::setCurrent(m_dir.path());
-    const Run run = runCurvix(args);
-    QCOMPARE(run.exitCode, 2);
-    QVERIFY2(run.err.contains(errContains), qPrintable(run.err));
-    QVERIFY(!QFile::exists(m_dir.filePath(QStringLiteral("x.png"))));
 }
 
 void TestCli::drawingFiles()

@@ -1,0 +1,428 @@
+#include "app/cli_options.h"
+
+#include "app/cli.h"
+#include "plot/coordinates.h"
+#include "plot/range_rows.h"
+
+#include <QCommandLineParser>
+#include <QFileInfo>
+#include <QLocale>
+
+#include <iterator>
+
+namespace curvix::app {
+
+namespace {
+
+using CommandSet = unsigned;
+
+constexpr CommandSet bit(CliCommand command)
+{
+    return 1u << unsigned(command);
+}
+
+constexpr CommandSet kCalculating =
+    bit(CliCommand::Eval) | bit(CliCommand::Derivative) | bit(CliCommand::Primitive);
+constexpr CommandSet kDrawing = bit(CliCommand::Export) | bit(CliCommand::WriteDrawing);
+constexpr CommandSet kViewing = kDrawing | bit(CliCommand::Points);
+constexpr CommandSet kHeadless =
+    kCalculating | kDrawing | bit(CliCommand::Points) | bit(CliCommand::Table);
+
+// One option: the parser's and the help text's. An option that is a command gives it in
+// `command`; any other option names the commands it goes with.
+struct OptionSpec {
+    const char* name;
+    const char* valueName; // empty for a switch
+    const char* description;
+    CliCommand command = CliCommand::Window;
+    CommandSet goesWith = 0;
+};
+
+constexpr OptionSpec kCommands[] = {
+    {"eval", "FORMULA", "print the formula's value at each --at, one a line", CliCommand::Eval},
+    {"derivative", "FORMULA", "print the derivative as the window's command gives it",
+     CliCommand::Derivative},
+    {"primitive", "FORMULA", "print a primitive function the same way", CliCommand::Primitive},
+    {"export", "FILE", "draw the formulas into FILE: .png, .bmp, .pdf or .svg", CliCommand::Export},
+    {"write-drawing", "FILE", "write the drawing they describe to FILE.curvix",
+     CliCommand::WriteDrawing},
+    {"points", "", "print the formulas' points of interest (see below)", CliCommand::Points},
+    {"table", "FROM,TO,STEP", "print a table of the formulas' values", CliCommand::Table},
+};
+
+constexpr OptionSpec kOptions[] = {
+    {"at", "X", "a value of the variable for --eval (once for each)", {}, bit(CliCommand::Eval)},
+    {"label", "f(t)", "the function's label, which names its variable", {}, kCalculating},
+    {"angle", "UNIT", "the angle unit: rad (the default), deg or grad", {}, kHeadless},
+    {"view", "V", "the view xmin,xmax,xstep,ymin,ymax,ystep", {}, kViewing},
+    {"size", "WxH", "the picture's size in pixels (800x600 by default)", {}, kDrawing},
+    {"exact-trig", "", "number the x axis in multiples of pi (radians only)", {}, kDrawing},
+    {"no-grid", "", "draw no grid", {}, kDrawing},
+    {"colors", "auto", "give each new curve a colour of its own", {}, kDrawing},
+    {"equal-scale", "", "make a unit as long on both axes", {}, kDrawing},
+    {"smooth", "", "draw smooth (antialiased) curves", {}, kDrawing},
+    {"help", "", "show this help and exit", CliCommand::Help},
+    {"version", "", "show the version and exit", CliCommand::Version},
+};
+
+template <typename Visit>
+void forEachOption(Visit visit)
+{
+    for (const OptionSpec& spec : kCommands)
+        visit(spec);
+    for (const OptionSpec& spec : kOptions)
+        visit(spec);
+}
+
+const OptionSpec* findOption(const QString& name)
+{
+    const OptionSpec* found = nullptr;
+    forEachOption([&](const OptionSpec& spec) {
+        const bool shortHelp = name == QLatin1String("h") && spec.command == CliCommand::Help;
+        if (name == QLatin1String(spec.name) || shortHelp)
+            found = &spec;
+    });
+    return found;
+}
+
+// The option an argument names ("--at", "--at=3", "-h"), if it names one we know.
+const OptionSpec* optionOfArgument(const QString& argument)
+{
+    if (argument == QLatin1String("-h"))
+        return findOption(QStringLiteral("h"));
+    if (!argument.startsWith(QLatin1String("--")))
+        return nullptr;
+    return findOption(argument.mid(2).section(QLatin1Char('='), 0, 0));
+}
+
+// The options first, then "--" and the other arguments in their order: a formula such as
+// "-x^2" is then never taken for an option, wherever it stands.
+std::optional<QStringList> optionsFirst(const QStringList& args, QString& problem)
+{
+    QStringList options{QStringLiteral("curvix")};
+    QStringList positional;
+    for (qsizetype i = 0; i < args.size(); ++i) {
+        const QString& argument = args[i];
+        if (argument == QLatin1String("--")) {
+            positional += args.mid(i + 1);
+            break;
+        }
+        if (!argument.startsWith(QLatin1String("--")) && argument != QLatin1String("-h")) {
+            positional << argument;
+            continue;
+        }
+        options << argument;
+        const OptionSpec* spec = optionOfArgument(argument);
+        if (!spec || !*spec->valueName || argument.contains(QLatin1Char('=')))
+            continue;
+        // The value may begin with a minus ("--at -2"), but it is not the next option.
+        if (i + 1 >= args.size() || optionOfArgument(args[i + 1])) {
+            problem = QStringLiteral("%1 needs a value (%1 %2)")
+                          .arg(argument, QLatin1String(spec->valueName));
+            return std::nullopt;
+        }
+        options << args[++i];
+    }
+    return options + QStringList{QStringLiteral("--")} + positional;
+}
+
+std::optional<model::AngleUnit> angleByName(const QString& name)
+{
+    if (name == QLatin1String("rad"))
+        return model::AngleUnit::Radians;
+    if (name == QLatin1String("deg"))
+        return model::AngleUnit::Degrees;
+    if (name == QLatin1String("grad"))
+        return model::AngleUnit::Gradians;
+    return std::nullopt;
+}
+
+// A value of --at as the range boxes read it (a decimal point or comma whatever the
+// locale, 2p for 2 pi), else with an exponent, else as the locale writes numbers.
+std::optional<double> readNumber(const QString& text)
+{
+    if (const std::optional<double> value = plot::readRangeNumber(text))
+        return value;
+    bool ok = false;
+    double value = QLocale::c().toDouble(text.trimmed(), &ok);
+    if (!ok)
+        value = QLocale().toDouble(text.trimmed(), &ok);
+    return ok ? std::optional<double>(value) : std::nullopt;
+}
+
+std::optional<QSize> readSize(const QString& text)
+{
+    const QStringList wh = text.split(QLatin1Char('x'));
+    bool okW = false, okH = false;
+    const int w = wh.value(0).toInt(&okW), h = wh.value(1).toInt(&okH);
+    if (wh.size() != 2 || !okW || !okH || w < 1 || h < 1 || w > 20000 || h > 20000)
+        return std::nullopt;
+    return QSize(w, h);
+}
+
+// The one command among the options; Window when none is given.
+std::optional<CliCommand> commandOf(const QCommandLineParser& parser, QString& problem)
+{
+    if (parser.isSet(QStringLiteral("help")))
+        return CliCommand::Help;
+    if (parser.isSet(QStringLiteral("version")))
+        return CliCommand::Version;
+    QStringList given;
+    for (const QString& name : parser.optionNames()) {
+        if (findOption(name)->command != CliCommand::Window)
+            given << QStringLiteral("--") + name;
+    }
+    if (given.size() > 1) {
+        problem = QStringLiteral("one command at a time, not %1 and %2").arg(given[0], given[1]);
+        return std::nullopt;
+    }
+    return given.isEmpty() ? CliCommand::Window : findOption(given[0].mid(2))->command;
+}
+
+QString commandName(CliCommand command)
+{
+    for (const OptionSpec& spec : kCommands) {
+        if (spec.command == command)
+            return QStringLiteral("--") + QLatin1String(spec.name);
+    }
+    return QString();
+}
+
+// Every option given goes with the command.
+bool optionsFit(const QCommandLineParser& parser, CliCommand command, QString& problem)
+{
+    for (const QString& name : parser.optionNames()) {
+        const OptionSpec* spec = findOption(name);
+        if (spec->command != CliCommand::Window || (spec->goesWith & bit(command)))
+            continue;
+        problem = command == CliCommand::Window
+                      ? QStringLiteral("--%1 goes with a command such as --export").arg(name)
+                      : QStringLiteral("--%1 does not go with %2").arg(name, commandName(command));
+        return false;
+    }
+    return true;
+}
+
+// The values of the options that are not commands.
+bool readValues(const QCommandLineParser& parser, CommandLine& line, QString& problem)
+{
+    const auto value = [&](const char* name) { return parser.value(QLatin1String(name)); };
+    const auto isSet = [&](const char* name) { return parser.isSet(QLatin1String(name)); };
+    for (const QString& text : parser.values(QStringLiteral("at"))) {
+        const std::optional<double> x = readNumber(text);
+        if (!x) {
+            problem = QStringLiteral("--at: '%1' is not a number").arg(text);
+            return false;
+        }
+        line.xs.push_back(*x);
+    }
+    if (isSet("label"))
+        line.label = value("label");
+    if (isSet("angle") && !(line.angle = angleByName(value("angle")))) {
+        problem = QStringLiteral("--angle takes rad, deg or grad, not '%1'").arg(value("angle"));
+        return false;
+    }
+    if (isSet("view")) {
+        const QStringList parts = value("view").split(QLatin1Char(','));
+        const QString ticks = QStringLiteral("1");
+        const plot::ViewReading reading =
+            parts.size() != 6
+                ? plot::ViewReading{std::nullopt, QStringLiteral("six values are needed")}
+                : plot::readViewWindow({parts[0], parts[1], parts[2], ticks},
+                                       {parts[3], parts[4], parts[5], ticks});
+        line.view = reading.view;
+        if (!line.view) {
+            problem = QStringLiteral("--view: '%1' is not xmin,xmax,xstep,ymin,ymax,ystep: %2")
+                          .arg(value("view"), reading.problem);
+            return false;
+        }
+    }
+    if (isSet("size")) {
+        const std::optional<QSize> size = readSize(value("size"));
+        if (!size) {
+            problem = QStringLiteral("--size: '%1' is not a size such as 800x600")
+                          .arg(value("size"));
+            return false;
+        }
+        line.size = *size;
+    }
+    if (isSet("colors") && value("colors") != QLatin1String("auto")) {
+        problem = QStringLiteral("--colors takes auto, not '%1'").arg(value("colors"));
+        return false;
+    }
+    line.autoColors = isSet("colors");
+    line.exactTrig = isSet("exact-trig");
+    line.noGrid = isSet("no-grid");
+    line.equalScale = isSet("equal-scale");
+    line.smooth = isSet("smooth");
+    return true;
+}
+
+// The command's own value.
+bool readCommandValue(const QCommandLineParser& parser, CommandLine& line, QString& problem)
+{
+    const QString name = commandName(line.command);
+    const QString value = name.isEmpty() ? QString() : parser.value(name.mid(2));
+    switch (line.command) {
+    case CliCommand::Eval:
+    case CliCommand::Derivative:
+    case CliCommand::Primitive:
+        line.formula = value;
+        if (value.trimmed().isEmpty())
+            problem = QStringLiteral("%1 needs a formula").arg(name);
+        else if (line.command == CliCommand::Eval && line.xs.empty())
+            problem = QStringLiteral("--eval needs at least one --at X");
+        break;
+    case CliCommand::Export: {
+        line.file = value;
+        const QString suffix = QFileInfo(value).suffix().toLower();
+        if (!QStringList{"png", "bmp", "pdf", "svg"}.contains(suffix))
+            problem = QStringLiteral("--export: the file must end in .png, .bmp, .pdf or .svg");
+        break;
+    }
+    case CliCommand::WriteDrawing:
+        line.file = value;
+        if (!isDrawingFileName(value))
+            problem = QStringLiteral("--write-drawing: the file must end in .curvix");
+        break;
+    case CliCommand::Table: {
+        const QStringList parts = value.split(QLatin1Char(','));
+        std::optional<plot::TableRange> range;
+        if (parts.size() != 3)
+            problem = QStringLiteral("three values are needed");
+        else
+            range = plot::readTableRange(parts[0], parts[1], parts[2], &problem);
+        if (range)
+            line.tableRange = *range;
+        else
+            problem = QStringLiteral("--table: '%1' is not FROM,TO,STEP: %2").arg(value, problem);
+        break;
+    }
+    default:
+        break;
+    }
+    return problem.isEmpty();
+}
+
+// The drawing files and formulas: which the command takes, and how many.
+bool readPositional(const QStringList& arguments, CommandLine& line, QString& problem)
+{
+    const CliCommand command = line.command;
+    const bool listsFormulas = command == CliCommand::Points || command == CliCommand::Table;
+    const bool takesFormulas = listsFormulas || (bit(command) & kDrawing);
+    const bool takesDrawing = command == CliCommand::Window || (bit(command) & kDrawing);
+    for (const QString& argument : arguments) {
+        if (takesDrawing && isDrawingFileName(argument)) {
+            if (!line.drawingFile.isEmpty()) {
+                problem = QStringLiteral("one drawing at a time, not %1 and %2")
+                              .arg(line.drawingFile, argument);
+                return false;
+            }
+            line.drawingFile = argument;
+        } else if (takesFormulas) {
+            line.formulas << argument;
+        } else {
+            problem = command == CliCommand::Window
+                          ? QStringLiteral("'%1' is no drawing file (.curvix); formulas go with a "
+                                           "command such as --export")
+                                .arg(argument)
+                          : QStringLiteral("unexpected argument '%1'").arg(argument);
+            return false;
+        }
+    }
+    if (line.formulas.isEmpty() && listsFormulas) {
+        problem = QStringLiteral("%1 needs a formula").arg(commandName(command));
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+CommandLineReading readCommandLine(const QStringList& args)
+{
+    CommandLineReading reading;
+    QString& problem = reading.problem;
+    const std::optional<QStringList> ordered = optionsFirst(args, problem);
+    if (!ordered)
+        return reading;
+    QCommandLineParser parser;
+    forEachOption([&](const OptionSpec& spec) {
+        QStringList names{QLatin1String(spec.name)};
+        if (spec.command == CliCommand::Help)
+            names.prepend(QStringLiteral("h"));
+        parser.addOption(QCommandLineOption(names, QLatin1String(spec.description),
+                                            QLatin1String(spec.valueName)));
+    });
+    if (!parser.parse(*ordered)) {
+        problem = parser.errorText();
+        return reading;
+    }
+    CommandLine line;
+    const std::optional<CliCommand> command = commandOf(parser, problem);
+    if (!command)
+        return reading;
+    line.command = *command;
+    if (line.command == CliCommand::Help || line.command == CliCommand::Version) {
+        reading.commandLine = line;
+        return reading;
+    }
+    if (optionsFit(parser, line.command, problem) && readValues(parser, line, problem) &&
+        readCommandValue(parser, line, problem) &&
+        readPositional(parser.positionalArguments(), line, problem))
+        reading.commandLine = std::move(line);
+    return reading;
+}
+
+QString helpText()
+{
+    QString text = QStringLiteral(
+        "Usage: curvix [DRAWING.curvix]\n"
+        "  or:  curvix --eval FORMULA --at X [--at X]... [--label f(t)] [--angle UNIT]\n"
+        "  or:  curvix --derivative FORMULA [--label f(t)] [--angle UNIT]\n"
+        "  or:  curvix --primitive FORMULA [--label f(t)] [--angle UNIT]\n"
+        "  or:  curvix --export FILE [OPTION]... [DRAWING.curvix] [FORMULA]...\n"
+        "  or:  curvix --write-drawing FILE.curvix [OPTION]... [DRAWING.curvix] [FORMULA]...\n"
+        "  or:  curvix --points [--view V] [--angle UNIT] FORMULA...\n"
+        "  or:  curvix --table FROM,TO,STEP [--angle UNIT] FORMULA...\n"
+        "Draw the graphs of functions for school mathematics. Without a command, open the\n"
+        "main window, with the drawing when one is given. The commands need no display.\n");
+    const auto list = [&text](const char* heading, const OptionSpec* begin, const OptionSpec* end) {
+        text += QLatin1String("\n") + QLatin1String(heading) + QLatin1String(":\n");
+        for (const OptionSpec* spec = begin; spec != end; ++spec) {
+            QString names = spec->command == CliCommand::Help ? QStringLiteral("  -h, --")
+                                                              : QStringLiteral("  --");
+            names += QLatin1String(spec->name);
+            if (*spec->valueName)
+                names += QLatin1Char('=') + QLatin1String(spec->valueName);
+            text += names.leftJustified(25) + QLatin1Char(' ');
+            text += QLatin1String(spec->description) + QLatin1Char('\n');
+        }
+    };
+    list("Commands", std::begin(kCommands), std::end(kCommands));
+    list("Options", std::begin(kOptions), std::end(kOptions));
+    text += QStringLiteral(
+        "\nAn option's value follows it or an equals sign: --at 2 or --at=2. Formulas are\n"
+        "written as in the window's function box; numbers take a decimal point or comma,\n"
+        "and the view, the table's range and --at take 2p for 2 pi.\n"
+        "\n"
+        "--points prints each formula's zeros, minima, maxima and inflection points in the\n"
+        "view, then where each two meet: one line KIND<tab>X<tab>Y each, KIND one of zero,\n"
+        "minimum, maximum, inflection or intersection, numbers to 10 significant digits.\n"
+        "\n"
+        "--table prints a column of values for each formula, tab-separated, and a dash\n"
+        "where the formula is not defined.\n"
+        "\n"
+        "Exit status:\n"
+        "  0  success\n"
+        "  1  a formula does not compile, or a file cannot be read or written\n"
+        "  2  arguments that make no sense\n");
+    return text;
+}
+
+QString versionText()
+{
+    return QStringLiteral("curvix " CURVIX_VERSION "\n");
+}
+
+} // namespace curvix::app

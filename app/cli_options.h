@@ -1,0 +1,64 @@
+#pragma once
+
+#include "model/app_state.h"
+#include "plot/value_table.h"
+
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <vector>
+
+namespace curvix::app {
+
+// What a run of the program does. Window opens the main window; every other command runs
+// without one (and without a display).
+enum class CliCommand {
+    Window,
+    Help,
+    Version,
+    Eval,
+    Derivative,
+    Primitive,
+    Export,
+    WriteDrawing,
+    Points,
+    Table
+};
+
+// The arguments, read and checked. Options left unset keep what a loaded drawing says (or
+// the defaults of a new one).
+struct CommandLine {
+    CliCommand command = CliCommand::Window;
+    QString formula; // of --eval, --derivative and --primitive
+    QString file;    // of --export and --write-drawing
+    std::vector<double> xs;
+    QString label = QStringLiteral("f(x)");
+    std::optional<model::AngleUnit> angle;
+    std::optional<model::ViewWindow> view;
+    plot::TableRange tableRange;
+    QSize size{800, 600};
+    bool exactTrig = false;
+    bool noGrid = false;
+    bool autoColors = false;
+    bool equalScale = false;
+    bool smooth = false;
+    QString drawingFile; // a .curvix drawing to open or to start from
+    QStringList formulas;
+};
+
+struct CommandLineReading {
+    std::optional<CommandLine> commandLine;
+    QString problem; // why the arguments make no sense, when they do not
+};
+
+// Reads the arguments (without the program's name). Nothing here needs a display or an
+// application object, so that bad arguments are told before either is made.
+CommandLineReading readCommandLine(const QStringList& args);
+
+// The text of --help (English, in the form help2man reads) and of --version.
+QString helpText();
+QString versionText();
+
+} // namespace curvix::app
