@@ -1,5 +1,6 @@
 #include "app/window_actions.h"
 
+#include "app/help_topics.h"
 #include "model/strings.h"
 
 #include <QAction>
@@ -125,6 +126,7 @@ WindowActions createWindowActions(QMainWindow* window)
     a.exit->setShortcut(QKeySequence::Quit);
     a.newDrawing->setShortcut(QKeySequence::New);
     a.helpContents->setShortcut(QKeySequence::HelpContents);
+    installContextHelp(); // F1 on a control, here and in the dialogs, opens its topic
     a.zoomIn->setShortcut(QKeySequence::ZoomIn);
     a.zoomOutStep->setShortcut(QKeySequence::ZoomOut);
     return a;
