@@ -262,6 +262,7 @@ void TestAboutHelp::search_data()
     row("phrase", "en", "flood fill", "colours.html");
     row("quoted phrase", "en", "\"flood fill\"", "colours.html");
     row("phrase before more words", "en", "primitive function", "derivative.html");
+    row("phrase before more hits", "en", "fill colour", "classroom.html");
     row("one known, one nonsense", "en", "zoom qxzvolbr", "");
     row("Swedish word", "sv", "derivata", "derivative.html");
     row("typed without accents", "sv", "rutnat", "ranges.html");
