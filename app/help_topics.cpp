@@ -18,7 +18,8 @@ struct TopicEntry {
     const char* topic;
 };
 
-// Controls without an entry take their parent's topic, so a whole dialog needs one entry.
+// Controls without an entry take their parent's topic, so a whole dialog needs one entry. A
+// window whose topic changes with its use names it itself, in the property "helpTopic".
 constexpr TopicEntry kTopics[] = {
     {"frmgraph", "frmgraph", "getting-started.html#main-window"},
     {"frmgraph", "Text5", "typing-functions.html#variable"},
@@ -40,11 +41,7 @@ constexpr TopicEntry kTopics[] = {
     {"frmgraph", "traceControls", "trace.html"},
     {"frmgraph", "demoControls", "demonstration.html"},
     {"frmsettings", "frmsettings", "ranges.html#settings"},
-    {"frmtangent", "frmtangent", "tangents.html"},
-    {"frmtangent", "demoPanel", "demonstration.html"},
-    {"frmtangent", "demoButtons", "demonstration.html"},
     {"frmAbout1", "frmAbout1", "curvix-help.html#about"},
-    {"valueTable", "valueTable", "classroom.html#value-tables"},
 };
 
 // "cmdtoken_16" and "Text4_0" are keys of a pad or boxes of a row: they share the topic.
@@ -93,6 +90,8 @@ QString helpTopicFor(const QWidget* focused)
 {
     const QString window = focused ? focused->window()->objectName() : QString();
     for (const QWidget* w = focused; w; w = w->isWindow() ? nullptr : w->parentWidget()) {
+        if (const QString own = w->property("helpTopic").toString(); !own.isEmpty())
+            return own;
         const QString name = w->objectName();
         if (const char* topic = topicOf(window, name))
             return QLatin1String(topic);

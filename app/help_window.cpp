@@ -34,8 +34,6 @@ constexpr int kUrlRole = Qt::UserRole;
 constexpr int kContentsTab = 0;
 constexpr int kSearchTab = 1;
 
-const QString kFallbackLanguage = QStringLiteral("en");
-
 // A page of a language's folder that the language lacks is read from the English folder.
 // The pages of both share the style sheet and pictures one folder up.
 QUrl withEnglishFallback(const QUrl& url)
@@ -46,7 +44,7 @@ QUrl withEnglishFallback(const QUrl& url)
     // "", "help", language, page
     if (parts.size() != 4 || parts[1] != QLatin1String("help"))
         return url;
-    parts[2] = kFallbackLanguage;
+    parts[2] = QStringLiteral("en");
     QUrl english = url;
     english.setPath(parts.join(QLatin1Char('/')));
     return english;
@@ -115,11 +113,6 @@ QString helpStartPage()
 {
     const QString name = LoadResString(3);
     return name.isEmpty() ? QStringLiteral("curvix-help.html") : name;
-}
-
-QUrl helpPageUrl(const QString& page, const QString& language)
-{
-    return withEnglishFallback(languagePageUrl(page, language));
 }
 
 HelpWindow::HelpWindow(QWidget* parent, const QString& language)
@@ -396,6 +389,10 @@ HelpWindow* showHelp(QWidget* parent, HelpTab tab)
 {
     HelpWindow* window =
         parent ? parent->findChild<HelpWindow*>(QString(), Qt::FindDirectChildrenOnly) : nullptr;
+    if (window && window->language() != currentLanguage()) {
+        delete window;
+        window = nullptr;
+    }
     if (!window) {
         window = new HelpWindow(parent);
         if (!parent)

@@ -67,14 +67,11 @@ private:
     QToolButton* m_home = nullptr;
 };
 
-// Opens the help window on the given tab, or raises the one already open for this parent.
+// Opens the help window on the given tab, or raises the one already open for this parent;
+// one left in another language than the window's is replaced.
 // The window belongs to the parent and closes with it; with no parent each call opens a
 // new window that deletes itself when closed.
 HelpWindow* showHelp(QWidget* parent, HelpTab tab);
-
-// The address of a page of the manual ("page.html#section") in the program's resources, in
-// the language's folder, or in English when the language has no such page.
-QUrl helpPageUrl(const QString& page, const QString& language = currentLanguage());
 
 // The file name of the manual's start page.
 QString helpStartPage();

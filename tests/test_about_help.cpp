@@ -7,6 +7,7 @@
 #include "scripted_prompter.h"
 #include "widget_lookup.h"
 
+#include <QAction>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -271,22 +272,17 @@ void TestAboutHelp::search_data()
 }
 
 // The best page comes first; opening it marks only whole words that begin with a searched
-// word, and leaving the tab removes the marks. The window is the one F1 opens: asked again,
-// the same one turns to the asked tab.
+// word, and leaving the tab removes the marks.
 void TestAboutHelp::search()
 {
     QFETCH(QString, language);
     QFETCH(QString, typed);
     QFETCH(QString, firstPage);
 
-    QWidget mainWindow;
-    app::HelpWindow* window = app::showHelp(&mainWindow, app::HelpTab::Search);
-    QVERIFY(window && window->isVisible());
-    delete window; // the one the test wants is in the row's language
-    window = new app::HelpWindow(&mainWindow, language);
-    window->showTab(app::HelpTab::Search);
-    window->show();
-    HelpWidgets w(window);
+    app::HelpWindow window(nullptr, language);
+    window.showTab(app::HelpTab::Search);
+    window.show();
+    HelpWidgets w(&window);
     QVERIFY(w.tabs->currentWidget()->isAncestorOf(w.search));
     QTest::keyClicks(w.search, typed);
 
@@ -305,10 +301,8 @@ void TestAboutHelp::search()
                      qPrintable(marked));
         }
     }
-    QCOMPARE(app::showHelp(&mainWindow, app::HelpTab::Contents), window);
-    QCOMPARE(w.tabs->currentWidget(), static_cast<QWidget*>(w.contents));
+    window.showTab(app::HelpTab::Contents);
     QVERIFY(w.page->extraSelections().isEmpty());
-    QCOMPARE(mainWindow.findChildren<app::HelpWindow*>().size(), 1);
 }
 
 void TestAboutHelp::closeKeys_data()
@@ -321,6 +315,7 @@ void TestAboutHelp::closeKeys_data()
     QTest::newRow("Ctrl+W in the search") << QKeySequence(QKeySequence::Close) << QStringLiteral("search");
 }
 
+// The key closes the window; asked again, the same one comes back on the asked tab.
 void TestAboutHelp::closeKeys()
 {
     QFETCH(QKeySequence, key);
@@ -333,26 +328,38 @@ void TestAboutHelp::closeKeys()
     target->setFocus();
     QTest::keySequence(target, key);
     QVERIFY(!window->isVisible());
+
+    QCOMPARE(app::showHelp(&mainWindow, app::HelpTab::Contents), window);
+    QVERIFY(window->isVisible());
+    QCOMPARE(HelpWidgets(window).tabs->currentWidget(), static_cast<QWidget*>(HelpWidgets(window).contents));
+    QCOMPARE(mainWindow.findChildren<app::HelpWindow*>().size(), 1);
 }
 
 void TestAboutHelp::contextHelp_data()
 {
+    QTest::addColumn<QString>("command"); // run first, to open the control's window
     QTest::addColumn<QString>("control");
     QTest::addColumn<QString>("topic");
-    QTest::newRow("function box") << QStringLiteral("imgcombfunc") << QStringLiteral("typing-functions.html");
-    QTest::newRow("key of the pad") << QStringLiteral("cmdtoken_16") << QStringLiteral("keypad.html#keys");
-    QTest::newRow("x range box") << QStringLiteral("Text4_0") << QStringLiteral("ranges.html#boxes");
-    QTest::newRow("angle unit") << QStringLiteral("Option1_1") << QStringLiteral("angles.html#units");
-    QTest::newRow("grid") << QStringLiteral("Check2") << QStringLiteral("ranges.html#grid");
-    QTest::newRow("no topic of its own") << QStringLiteral("sideScroll")
-                                         << QStringLiteral("getting-started.html#main-window");
-    QTest::newRow("About dialog") << QStringLiteral("cmdOK") << QStringLiteral("curvix-help.html#about");
+    const auto row = [](const char* name, const char* command, const char* control, const char* topic) {
+        QTest::newRow(name) << QString::fromLatin1(command) << QString::fromLatin1(control)
+                            << QString::fromLatin1(topic);
+    };
+    row("function box", "", "imgcombfunc", "typing-functions.html");
+    row("key of the pad", "", "cmdtoken_16", "keypad.html#keys");
+    row("x range box", "", "Text4_0", "ranges.html#boxes");
+    row("angle unit", "", "Option1_1", "angles.html#units");
+    row("grid", "", "Check2", "ranges.html#grid");
+    row("no topic of its own", "", "sideScroll", "getting-started.html#main-window");
+    row("About dialog", "", "cmdOK", "curvix-help.html#about");
+    row("guide lines window", "mnuvertical", "value", "guide-lines.html");
+    row("same window, demonstration", "mnudemo", "xfrom", "demonstration.html");
 }
 
 // F1 on a control, in the main window or in a dialog, opens the manual at its topic in a help
 // window of that window.
 void TestAboutHelp::contextHelp()
 {
+    QFETCH(QString, command);
     QFETCH(QString, control);
     QFETCH(QString, topic);
 
@@ -363,6 +370,12 @@ void TestAboutHelp::contextHelp()
     app::frmAbout1 about(prompter, &mainWindow);
     mainWindow.show();
     about.show();
+    if (!command.isEmpty()) {
+        auto* box = child<QComboBox>(&mainWindow, QStringLiteral("imgcombfunc"));
+        QTest::keyClicks(box->lineEdit(), QStringLiteral("x^2"));
+        QTest::keyClick(box->lineEdit(), Qt::Key_Return);
+        child<QAction>(&mainWindow, command)->trigger();
+    }
     QWidget* target = mainWindow.findChild<QWidget*>(control);
     QVERIFY(target);
     if (auto* box = qobject_cast<QComboBox*>(target); box && box->lineEdit())
