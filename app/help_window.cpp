@@ -183,8 +183,9 @@ HelpWindow::HelpWindow(QWidget* parent, const QString& language)
     layout->addLayout(navigation);
     layout->addWidget(splitter, 1);
 
-    for (const QKeySequence& key : {QKeySequence(Qt::Key_Escape), QKeySequence(QKeySequence::Close)})
-        connect(new QShortcut(key, this), &QShortcut::activated, this, &QWidget::close);
+    // Every binding the desktop has for Close (Ctrl+W, and Ctrl+F4 where that is usual).
+    connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &QWidget::close);
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
 
     loadTopics();
     connectNavigation();
