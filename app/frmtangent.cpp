@@ -186,6 +186,7 @@ void frmtangent::setUsage(Usage usage)
     m_demoPanel->setVisible(demo);
     m_demoButtons->setVisible(demo);
     m_dialogButtons->setVisible(!demo);
+    setProperty("helpTopic", demo ? "demonstration.html" : "guide-lines.html"); // for F1
     auto* caption = findChild<QLabel*>(QStringLiteral("listCaption"));
     caption->setText(LoadResString(demo ? 4012 : vertical ? 4013 : 4014));
     setWindowTitle(demo ? LoadResString(4026)

@@ -1,6 +1,7 @@
 #include "app/help_window.h"
 
 #include "app/frmabout1.h"
+#include "app/help_search.h"
 #include "model/strings.h"
 
 #include <QFile>
@@ -9,7 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QRegularExpression>
+#include <QShortcut>
 #include <QSignalBlocker>
 #include <QSplitter>
 #include <QStyle>
@@ -33,15 +34,25 @@ constexpr int kUrlRole = Qt::UserRole;
 constexpr int kContentsTab = 0;
 constexpr int kSearchTab = 1;
 
-QString startPage()
+// A page of a language's folder that the language lacks is read from the English folder.
+// The pages of both share the style sheet and pictures one folder up.
+QUrl withEnglishFallback(const QUrl& url)
 {
-    const QString name = LoadResString(3);
-    return name.isEmpty() ? QStringLiteral("curvix-help.html") : name;
+    if (url.scheme() != QLatin1String("qrc") || QFile::exists(QLatin1Char(':') + url.path()))
+        return url;
+    QStringList parts = url.path().split(QLatin1Char('/'));
+    // "", "help", language, page
+    if (parts.size() != 4 || parts[1] != QLatin1String("help"))
+        return url;
+    parts[2] = QStringLiteral("en");
+    QUrl english = url;
+    english.setPath(parts.join(QLatin1Char('/')));
+    return english;
 }
 
 QString readPage(const QUrl& url)
 {
-    QFile file(QLatin1Char(':') + url.path());
+    QFile file(QLatin1Char(':') + withEnglishFallback(url).path());
     if (!file.open(QIODevice::ReadOnly))
         return {};
     return QString::fromUtf8(file.readAll());
@@ -79,14 +90,33 @@ QString anchorOf(const QTextBlock& block)
     return {};
 }
 
-} // namespace
-
-QUrl helpPageUrl(const QString& page)
+// The page's address in the language's folder, whether it is there or not: its links then
+// stay in that language, as far as it goes.
+QUrl languagePageUrl(const QString& page, const QString& language)
 {
-    return QUrl(QStringLiteral("qrc:/help/") + page);
+    return QUrl(QStringLiteral("qrc:/help/%1/").arg(language) + page);
 }
 
-HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window)
+class HelpBrowser : public QTextBrowser {
+public:
+    using QTextBrowser::QTextBrowser;
+
+    QVariant loadResource(int type, const QUrl& name) override
+    {
+        return QTextBrowser::loadResource(type, name.isRelative() ? name : withEnglishFallback(name));
+    }
+};
+
+} // namespace
+
+QString helpStartPage()
+{
+    const QString name = LoadResString(3);
+    return name.isEmpty() ? QStringLiteral("curvix-help.html") : name;
+}
+
+HelpWindow::HelpWindow(QWidget* parent, const QString& language)
+    : QWidget(parent, Qt::Window), m_language(language)
 {
     setObjectName(QStringLiteral("helpWindow"));
     setWindowTitle(LoadResString(3005));
@@ -138,7 +168,7 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window)
     m_tabs->insertTab(kContentsTab, m_contents, LoadResString(3006));
     m_tabs->insertTab(kSearchTab, searchPage, LoadResString(3007));
 
-    m_page = new QTextBrowser;
+    m_page = new HelpBrowser;
     m_page->setObjectName(QStringLiteral("page"));
     m_page->setOpenExternalLinks(true);
 
@@ -153,9 +183,13 @@ HelpWindow::HelpWindow(QWidget* parent) : QWidget(parent, Qt::Window)
     layout->addLayout(navigation);
     layout->addWidget(splitter, 1);
 
+    // Every binding the desktop has for Close (Ctrl+W, and Ctrl+F4 where that is usual).
+    connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &QWidget::close);
+    connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
+
     loadTopics();
     connectNavigation();
-    m_page->setSource(helpPageUrl(startPage()));
+    m_page->setSource(languagePageUrl(helpStartPage(), m_language));
     resize(1020, 700);
 }
 
@@ -187,7 +221,7 @@ void HelpWindow::connectNavigation()
 void HelpWindow::loadTopics()
 {
     // The start page lists the topics; each topic's sections become its sub-entries.
-    const QUrl start = helpPageUrl(startPage());
+    const QUrl start = languagePageUrl(helpStartPage(), m_language);
     QList<QUrl> pages{start};
     QTextDocument startDocument;
     startDocument.setHtml(readPage(start));
@@ -205,7 +239,7 @@ void HelpWindow::loadTopics()
         QString title = document.metaInformation(QTextDocument::DocumentTitle);
         if (title.isEmpty())
             title = page.fileName();
-        m_topics.push_back({title, page, document.toPlainText()});
+        m_topics.push_back({title, page, foldForSearch(document.toPlainText())});
         auto* item = new QTreeWidgetItem(m_contents, {title});
         item->setData(0, kUrlRole, page);
         addSections(item, page, html);
@@ -243,13 +277,12 @@ void HelpWindow::showTab(HelpTab tab)
 
 void HelpWindow::openPage(const QString& page)
 {
-    m_page->setSource(helpPageUrl(page));
+    m_page->setSource(languagePageUrl(page, m_language));
 }
 
 void HelpWindow::search(const QString& text)
 {
-    static const QRegularExpression blanks(QStringLiteral("\\s+"));
-    m_words = text.split(blanks, Qt::SkipEmptyParts);
+    m_words = searchWords(text);
     {
         const QSignalBlocker quiet(m_results);
         m_results->clear();
@@ -259,27 +292,20 @@ void HelpWindow::search(const QString& text)
         highlightHits();
         return;
     }
-    // A topic must hold every word; the one that mentions them most comes first.
+    // Pages where the words stand together come first, then those that hold each word; within
+    // each, the one that mentions them most.
     struct Hit {
         std::size_t topic;
-        qsizetype count;
+        HelpMatch match;
     };
     std::vector<Hit> hits;
     for (std::size_t i = 0; i < m_topics.size(); ++i) {
-        qsizetype count = 0;
-        for (const QString& word : m_words) {
-            const qsizetype n = m_topics[i].text.count(word, Qt::CaseInsensitive);
-            if (n == 0) {
-                count = 0;
-                break;
-            }
-            count += n;
-        }
-        if (count > 0)
-            hits.push_back({i, count});
+        const HelpMatch match = matchText(m_topics[i].text, m_words);
+        if (match.kind != HelpMatchKind::None)
+            hits.push_back({i, match});
     }
     std::stable_sort(hits.begin(), hits.end(),
-                     [](const Hit& a, const Hit& b) { return a.count > b.count; });
+                     [](const Hit& a, const Hit& b) { return answersBetter(a.match, b.match); });
     {
         const QSignalBlocker quiet(m_results);
         for (const Hit& hit : hits) {
@@ -348,13 +374,13 @@ void HelpWindow::highlightHits()
         QTextCharFormat format;
         format.setBackground(QColor(255, 225, 60));
         format.setForeground(Qt::black);
+        // Folding keeps every character in its place, so the spans are the document's.
         QTextDocument* document = m_page->document();
-        for (const QString& word : m_words) {
-            QTextCursor hit = document->find(word);
-            while (!hit.isNull()) {
-                marks.append({hit, format});
-                hit = document->find(word, hit);
-            }
+        for (const TextSpan& span : matchSpans(foldForSearch(document->toPlainText()), m_words)) {
+            QTextCursor hit(document);
+            hit.setPosition(span.start);
+            hit.setPosition(span.start + span.length, QTextCursor::KeepAnchor);
+            marks.append({hit, format});
         }
     }
     m_page->setExtraSelections(marks);
@@ -364,6 +390,10 @@ HelpWindow* showHelp(QWidget* parent, HelpTab tab)
 {
     HelpWindow* window =
         parent ? parent->findChild<HelpWindow*>(QString(), Qt::FindDirectChildrenOnly) : nullptr;
+    if (window && window->language() != currentLanguage()) {
+        delete window;
+        window = nullptr;
+    }
     if (!window) {
         window = new HelpWindow(parent);
         if (!parent)

@@ -1,5 +1,6 @@
 #include "app/window_actions.h"
 
+#include "app/help_topics.h"
 #include "app/language.h"
 #include "model/strings.h"
 
@@ -127,6 +128,7 @@ WindowActions createWindowActions(QMainWindow* window, model::Prompter& prompter
     a.exit->setShortcut(QKeySequence::Quit);
     a.newDrawing->setShortcut(QKeySequence::New);
     a.helpContents->setShortcut(QKeySequence::HelpContents);
+    installContextHelp(); // F1 on a control, here and in the dialogs, opens its topic
     a.zoomIn->setShortcut(QKeySequence::ZoomIn);
     a.zoomOutStep->setShortcut(QKeySequence::ZoomOut);
     return a;

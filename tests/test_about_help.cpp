@@ -1,15 +1,21 @@
 #include "app/frmabout1.h"
+#include "app/frmgraph.h"
+#include "app/help_search.h"
+#include "app/help_topics.h"
 #include "app/help_window.h"
 #include "model/strings.h"
 #include "scripted_prompter.h"
 #include "widget_lookup.h"
 
+#include <QAction>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTabWidget>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextBrowser>
@@ -31,22 +37,22 @@ struct PageFacts {
     QString text;
 };
 
-QUrl pageUrl(const QString& file)
+QUrl pageUrl(const QString& language, const QString& file)
 {
-    return QUrl(QStringLiteral("qrc:/help/") + file);
+    return QUrl(QStringLiteral("qrc:/help/%1/%2").arg(language, file));
 }
 
-PageFacts readPage(const QString& file)
+PageFacts readPage(const QString& language, const QString& file)
 {
     PageFacts facts;
-    QFile source(QStringLiteral(":/help/") + file);
+    QFile source(QStringLiteral(":/help/%1/%2").arg(language, file));
     if (!source.open(QIODevice::ReadOnly))
         return facts;
     QTextDocument document;
     document.setHtml(QString::fromUtf8(source.readAll()));
     facts.title = document.metaInformation(QTextDocument::DocumentTitle);
     facts.text = document.toPlainText();
-    const QUrl base = pageUrl(file);
+    const QUrl base = pageUrl(language, file);
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next())
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextCharFormat format = it.fragment().charFormat();
@@ -59,9 +65,9 @@ PageFacts readPage(const QString& file)
     return facts;
 }
 
-QStringList manualPages()
+QStringList manualPages(const QString& language)
 {
-    return QDir(QStringLiteral(":/help")).entryList({QStringLiteral("*.html")}, QDir::Files);
+    return QDir(QStringLiteral(":/help/") + language).entryList({QStringLiteral("*.html")}, QDir::Files);
 }
 
 struct HelpWidgets {
@@ -81,10 +87,16 @@ class TestAboutHelp : public QObject {
 private slots:
     void sysInfo_data();
     void sysInfo();
+    void manualLinksResolve_data();
     void manualLinksResolve();
+    void contentsListAndOpenEveryPage_data();
     void contentsListAndOpenEveryPage();
     void search_data();
     void search();
+    void closeKeys_data();
+    void closeKeys();
+    void contextHelp_data();
+    void contextHelp();
 };
 
 void TestAboutHelp::sysInfo_data()
@@ -141,23 +153,40 @@ void TestAboutHelp::sysInfo()
     QCOMPARE(prompter.messages.size(), tried.isEmpty() || !startWorks ? 1 : 0);
 }
 
+void TestAboutHelp::manualLinksResolve_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::newRow("English") << QStringLiteral("en");
+    QTest::newRow("Swedish") << QStringLiteral("sv");
+}
+
+// Every link of a language's manual leads to a page of the same language and to a section
+// that exists; the translation has every page and every section of the English one.
 void TestAboutHelp::manualLinksResolve()
 {
-    const QStringList pages = manualPages();
-    QVERIFY(pages.contains(model::LoadResString(3)));
+    QFETCH(QString, language);
+    const QStringList pages = manualPages(language);
+    QCOMPARE(pages, manualPages(QStringLiteral("en")));
     std::map<QString, PageFacts> facts;
     for (const QString& page : pages)
-        facts[page] = readPage(page);
+        facts[page] = readPage(language, page);
 
     int internal = 0;
     for (const QString& page : pages) {
         QVERIFY2(!facts[page].title.isEmpty(), qPrintable(page + " has no title"));
+        QStringList anchors = facts[page].anchors;
+        QStringList english = readPage(QStringLiteral("en"), page).anchors;
+        anchors.sort();
+        english.sort();
+        QCOMPARE(anchors, english);
         for (const QUrl& link : facts[page].links) {
             if (link.scheme() == QLatin1String("http") || link.scheme() == QLatin1String("https"))
                 continue;
             ++internal;
             const QString target = link.fileName();
-            QVERIFY2(link.scheme() == QLatin1String("qrc") && facts.count(target) == 1 &&
+            QVERIFY2(link.scheme() == QLatin1String("qrc") &&
+                         link.adjusted(QUrl::RemoveFilename | QUrl::RemoveFragment) == pageUrl(language, {}) &&
+                         facts.count(target) == 1 &&
                          (!link.hasFragment() || facts[target].anchors.contains(link.fragment())),
                      qPrintable(page + " -> " + link.toString()));
         }
@@ -167,14 +196,30 @@ void TestAboutHelp::manualLinksResolve()
     QVERIFY(internal > pages.size());
 }
 
-// Every topic and section of the contents opens its page at its place; following a link
-// selects the link's topic.
+void TestAboutHelp::contentsListAndOpenEveryPage_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("shown"); // the folder whose pages are shown
+    QTest::addColumn<QString>("startTitle");
+    QTest::newRow("English") << QStringLiteral("en") << QStringLiteral("en") << QStringLiteral("Curvix Help");
+    QTest::newRow("Swedish") << QStringLiteral("sv") << QStringLiteral("sv") << QStringLiteral("Hjälp för Curvix");
+    QTest::newRow("no manual: English") << QStringLiteral("de") << QStringLiteral("en")
+                                        << QStringLiteral("Curvix Help");
+}
+
+// Every topic and section of the contents opens its page at its place, in the window's
+// language; following a link selects the link's topic.
 void TestAboutHelp::contentsListAndOpenEveryPage()
 {
-    app::HelpWindow window;
+    QFETCH(QString, language);
+    QFETCH(QString, shown);
+    QFETCH(QString, startTitle);
+
+    app::HelpWindow window(nullptr, language);
     HelpWidgets w(&window);
     window.show();
     QCOMPARE(w.page->source().fileName(), model::LoadResString(3)); // the start page
+    QCOMPARE(w.page->documentTitle(), startTitle);
     QStringList listed;
     for (int i = 0; i < w.contents->topLevelItemCount(); ++i) {
         QTreeWidgetItem* topic = w.contents->topLevelItem(i);
@@ -182,80 +227,169 @@ void TestAboutHelp::contentsListAndOpenEveryPage()
         w.contents->setCurrentItem(topic);
         QCOMPARE(w.page->source().fileName(), listed.last());
         QCOMPARE(w.page->documentTitle(), topic->text(0));
+        QCOMPARE(topic->text(0), readPage(shown, listed.last()).title);
         for (int k = 0; k < topic->childCount(); ++k) {
             w.contents->setCurrentItem(topic->child(k));
             const QUrl url = topic->child(k)->data(0, Qt::UserRole).toUrl();
             QCOMPARE(w.page->source(), url);
-            QVERIFY2(readPage(url.fileName()).anchors.contains(url.fragment()), qPrintable(url.toString()));
+            QVERIFY2(readPage(shown, url.fileName()).anchors.contains(url.fragment()), qPrintable(url.toString()));
         }
     }
     QCOMPARE(listed.first(), model::LoadResString(3));
     listed.sort();
-    QCOMPARE(listed, manualPages());
+    QCOMPARE(listed, manualPages(shown));
 
-    w.page->setSource(pageUrl(QStringLiteral("zoom.html#wheel")));
+    window.openPage(QStringLiteral("zoom.html#wheel"));
     QTreeWidgetItem* current = w.contents->currentItem();
     QVERIFY(current && current->parent());
-    QCOMPARE(current->data(0, Qt::UserRole).toUrl(), pageUrl(QStringLiteral("zoom.html#wheel")));
+    QCOMPARE(current->data(0, Qt::UserRole).toUrl().fileName(), QStringLiteral("zoom.html"));
+    QCOMPARE(current->data(0, Qt::UserRole).toUrl().fragment(), QStringLiteral("wheel"));
+    QCOMPARE(w.page->documentTitle(), readPage(shown, QStringLiteral("zoom.html")).title);
 }
 
 void TestAboutHelp::search_data()
 {
+    QTest::addColumn<QString>("language");
     QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("firstTopic"); // empty: no topic found
+    QTest::addColumn<QString>("firstPage"); // empty: no topic found
 
-    QTest::newRow("upper case") << QStringLiteral("TANGENT") << QStringLiteral("Tangents");
-    QTest::newRow("two words") << QStringLiteral("wheel  notch") << QStringLiteral("Zooming");
-    QTest::newRow("primitive") << QStringLiteral("primitive") << QStringLiteral("Derivative and primitive function");
-    QTest::newRow("one known, one nonsense") << QStringLiteral("zoom qxzvolbr") << QString();
+    const auto row = [](const char* name, const char* language, const char* typed, const char* page) {
+        QTest::newRow(name) << QString::fromLatin1(language) << QString::fromUtf8(typed) << QString::fromLatin1(page);
+    };
+    row("upper case", "en", "TANGENT", "tangents.html");
+    row("word beginning", "en", "deriv", "derivative.html");
+    row("not inside a word", "en", "ngent", "");
+    row("two words", "en", "wheel  notch", "zoom.html");
+    row("phrase", "en", "flood fill", "colours.html");
+    row("quoted phrase", "en", "\"flood fill\"", "colours.html");
+    row("phrase before more words", "en", "primitive function", "derivative.html");
+    row("phrase before more hits", "en", "fill colour", "classroom.html");
+    row("one known, one nonsense", "en", "zoom qxzvolbr", "");
+    row("Swedish word", "sv", "derivata", "derivative.html");
+    row("typed without accents", "sv", "rutnat", "ranges.html");
+    row("accents and capitals", "sv", "RUTNÄT", "ranges.html");
+    row("Swedish phrase", "sv", "primitiv funktion", "derivative.html");
 }
 
-// Exactly the pages that hold every word, whatever their case, the one that mentions them
-// most first; opening it marks every place of the words, and leaving the tab removes the marks.
-// The window is the one F1 opens: asked again, the same one turns to the asked tab.
+// The best page comes first; opening it marks only whole words that begin with a searched
+// word, and leaving the tab removes the marks.
 void TestAboutHelp::search()
 {
+    QFETCH(QString, language);
     QFETCH(QString, typed);
-    QFETCH(QString, firstTopic);
+    QFETCH(QString, firstPage);
 
-    QWidget mainWindow;
-    app::HelpWindow* window = app::showHelp(&mainWindow, app::HelpTab::Search);
-    QVERIFY(window && window->isVisible());
-    HelpWidgets w(window);
+    app::HelpWindow window(nullptr, language);
+    window.showTab(app::HelpTab::Search);
+    window.show();
+    HelpWidgets w(&window);
     QVERIFY(w.tabs->currentWidget()->isAncestorOf(w.search));
     QTest::keyClicks(w.search, typed);
 
-    const QStringList words = typed.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    QStringList expected;
-    for (const QString& page : manualPages()) {
-        const PageFacts facts = readPage(page);
-        if (std::all_of(words.begin(), words.end(),
-                        [&](const QString& word) { return facts.text.contains(word, Qt::CaseInsensitive); }))
-            expected << facts.title;
-    }
-    QStringList found;
-    for (int i = 0; i < w.results->count(); ++i)
-        found << w.results->item(i)->text();
-    QCOMPARE(found.value(0), firstTopic);
-    found.sort();
-    expected.sort();
-    QCOMPARE(found, expected);
-
-    if (!found.isEmpty()) {
+    QCOMPARE(w.results->count() > 0, !firstPage.isEmpty());
+    if (!firstPage.isEmpty()) {
+        QCOMPARE(w.results->item(0)->text(), readPage(language, firstPage).title);
         QTest::keyClick(w.search, Qt::Key_Return);
-        QCOMPARE(w.page->documentTitle(), firstTopic);
-        qsizetype places = 0;
-        for (const QString& word : words)
-            places += w.page->toPlainText().count(word, Qt::CaseInsensitive);
+        QCOMPARE(w.page->source().fileName(), firstPage);
+        const QStringList words = app::searchWords(typed);
         const QList<QTextEdit::ExtraSelection> marks = w.page->extraSelections();
-        QCOMPARE(marks.size(), places);
-        for (const QTextEdit::ExtraSelection& mark : marks)
-            QVERIFY(words.contains(mark.cursor.selectedText(), Qt::CaseInsensitive));
+        QVERIFY(!marks.isEmpty());
+        for (const QTextEdit::ExtraSelection& mark : marks) {
+            const QString marked = app::foldForSearch(mark.cursor.selectedText());
+            QVERIFY2(std::any_of(words.begin(), words.end(),
+                                 [&](const QString& word) { return marked.startsWith(word); }),
+                     qPrintable(marked));
+        }
     }
-    QCOMPARE(app::showHelp(&mainWindow, app::HelpTab::Contents), window);
-    QCOMPARE(w.tabs->currentWidget(), static_cast<QWidget*>(w.contents));
+    window.showTab(app::HelpTab::Contents);
     QVERIFY(w.page->extraSelections().isEmpty());
+}
+
+void TestAboutHelp::closeKeys_data()
+{
+    QTest::addColumn<QKeySequence>("key");
+    QTest::addColumn<QString>("focus");
+    QTest::newRow("Esc in the search") << QKeySequence(Qt::Key_Escape) << QStringLiteral("search");
+    QTest::newRow("Esc in the page") << QKeySequence(Qt::Key_Escape) << QStringLiteral("page");
+    QTest::newRow("Ctrl+W in the contents") << QKeySequence(Qt::CTRL | Qt::Key_W) << QStringLiteral("contents");
+    QTest::newRow("Ctrl+W in the search") << QKeySequence(Qt::CTRL | Qt::Key_W) << QStringLiteral("search");
+}
+
+// The key closes the window; asked again, the same one comes back on the asked tab.
+void TestAboutHelp::closeKeys()
+{
+    QFETCH(QKeySequence, key);
+    QFETCH(QString, focus);
+
+    QWidget mainWindow;
+    app::HelpWindow* window = app::showHelp(&mainWindow, app::HelpTab::Search);
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    QWidget* target = child<QWidget>(window, focus);
+    target->setFocus();
+    QTest::keySequence(target, key);
+    QVERIFY(!window->isVisible());
+
+    QCOMPARE(app::showHelp(&mainWindow, app::HelpTab::Contents), window);
+    QVERIFY(window->isVisible());
+    QCOMPARE(HelpWidgets(window).tabs->currentWidget(), static_cast<QWidget*>(HelpWidgets(window).contents));
     QCOMPARE(mainWindow.findChildren<app::HelpWindow*>().size(), 1);
+}
+
+void TestAboutHelp::contextHelp_data()
+{
+    QTest::addColumn<QString>("command"); // run first, to open the control's window
+    QTest::addColumn<QString>("control");
+    QTest::addColumn<QString>("topic");
+    const auto row = [](const char* name, const char* command, const char* control, const char* topic) {
+        QTest::newRow(name) << QString::fromLatin1(command) << QString::fromLatin1(control)
+                            << QString::fromLatin1(topic);
+    };
+    row("function box", "", "imgcombfunc", "typing-functions.html");
+    row("key of the pad", "", "cmdtoken_16", "keypad.html#keys");
+    row("x range box", "", "Text4_0", "ranges.html#boxes");
+    row("angle unit", "", "Option1_1", "angles.html#units");
+    row("grid", "", "Check2", "ranges.html#grid");
+    row("no topic of its own", "", "sideScroll", "getting-started.html#main-window");
+    row("About dialog", "", "cmdOK", "curvix-help.html#about");
+    row("guide lines window", "mnuvertical", "value", "guide-lines.html");
+    row("same window, demonstration", "mnudemo", "xfrom", "demonstration.html");
+}
+
+// F1 on a control, in the main window or in a dialog, opens the manual at its topic in a help
+// window of that window.
+void TestAboutHelp::contextHelp()
+{
+    QFETCH(QString, command);
+    QFETCH(QString, control);
+    QFETCH(QString, topic);
+
+    QTemporaryDir home;
+    QVERIFY(useHomeOfItsOwn(home));
+    ScriptedPrompter prompter;
+    app::frmgraph mainWindow(prompter);
+    app::frmAbout1 about(prompter, &mainWindow);
+    mainWindow.show();
+    about.show();
+    if (!command.isEmpty()) {
+        auto* box = child<QComboBox>(&mainWindow, QStringLiteral("imgcombfunc"));
+        QTest::keyClicks(box->lineEdit(), QStringLiteral("x^2"));
+        QTest::keyClick(box->lineEdit(), Qt::Key_Return);
+        child<QAction>(&mainWindow, command)->trigger();
+    }
+    QWidget* target = mainWindow.findChild<QWidget*>(control);
+    QVERIFY(target);
+    if (auto* box = qobject_cast<QComboBox*>(target); box && box->lineEdit())
+        target = box->lineEdit(); // where the focus really is
+
+    QCOMPARE(app::helpTopicFor(target), topic);
+    QTest::keyClick(target, Qt::Key_F1);
+    auto* help = target->window()->findChild<app::HelpWindow*>(QString(), Qt::FindDirectChildrenOnly);
+    QVERIFY(help && help->isVisible());
+    const QUrl shown = child<QTextBrowser>(help, QStringLiteral("page"))->source();
+    QCOMPARE(shown.fileName() + (shown.hasFragment() ? QLatin1Char('#') + shown.fragment() : QString()), topic);
+    QVERIFY(!help->isAncestorOf(target)); // F1 inside the manual opens no second one
+    QTest::keyClick(child<QWidget>(help, QStringLiteral("search")), Qt::Key_F1);
+    QCOMPARE(target->window()->findChildren<app::HelpWindow*>().size(), 1);
 }
 
 QTEST_MAIN(TestAboutHelp)
