@@ -5,6 +5,7 @@
 #include "eval/symbolic_cas.h"
 #include "eval/symbolic_request.h"
 
+#include <QCoreApplication>
 #include <QByteArray>
 #include <QLocale>
 #include <QStringList>
@@ -21,6 +22,13 @@
 #include <optional>
 
 namespace curvix::eval {
+
+namespace {
+// Messages a user reads; the command line shows them untranslated.
+struct SymbolicText {
+    Q_DECLARE_TR_FUNCTIONS(SymbolicText)
+};
+} // namespace
 
 namespace {
 
@@ -329,7 +337,7 @@ QString SymbolicDerivative(const QString& formula, const QString& variable, qint
     case Outcome::Cancelled: return {};
     case Outcome::Failed: break;
     }
-    show(report, QStringLiteral("Error in derivative calculation"));
+    show(report, SymbolicText::tr("Error in derivative calculation"));
     return {};
 }
 
@@ -350,8 +358,8 @@ QString SymbolicPrimitive(const QString& formula, const QString& variable, const
     case Outcome::Failed: break;
     }
     // Two boxes for one failure, deliberately.
-    show(report, QStringLiteral("Error in calculation of primitive function"));
-    show(report, QStringLiteral("Error in primitive calculation"));
+    show(report, SymbolicText::tr("Error in calculation of primitive function"));
+    show(report, SymbolicText::tr("Error in primitive calculation"));
     return {};
 }
 

@@ -3,9 +3,18 @@
 #include "model/graph_list.h"
 #include "model/prompter.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 namespace curvix::model {
+
+namespace {
+// Messages a user reads; the command line shows them untranslated.
+struct DrawingText {
+    Q_DECLARE_TR_FUNCTIONS(DrawingText)
+};
+} // namespace
 
 namespace {
 
@@ -37,10 +46,10 @@ bool buildGraphs(AppState& scratch, const Drawing& drawing, QString* error)
         last.clear();
         const AddResult result = addFunction(scratch, prompter, links, f.text, label);
         if (result != AddResult::Added) {
-            QString why = last.isEmpty() ? QStringLiteral("it is empty") : last;
+            QString why = last.isEmpty() ? DrawingText::tr("it is empty") : last;
             if (result == AddResult::Duplicate)
-                why = QStringLiteral("it is listed twice");
-            return refuse(error, QStringLiteral("function %1 '%2' cannot be drawn: %3")
+                why = DrawingText::tr("it is listed twice");
+            return refuse(error, DrawingText::tr("function %1 '%2' cannot be drawn: %3")
                                      .arg(i + 1)
                                      .arg(f.text, why));
         }
@@ -58,7 +67,7 @@ bool buildGraphs(AppState& scratch, const Drawing& drawing, QString* error)
     // A file that names no list variable takes the functions' own.
     if (!drawing.variable.isEmpty() && !drawing.functions.empty() &&
         scratch.listVariable != drawing.variable)
-        return refuse(error, QStringLiteral("the functions are not all in the variable '%1'")
+        return refuse(error, DrawingText::tr("the functions are not all in the variable '%1'")
                                  .arg(drawing.variable));
     return true;
 }

@@ -2,6 +2,7 @@
 
 #include "model/drawing_keys.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QJsonArray>
@@ -10,6 +11,13 @@
 #include <QSaveFile>
 
 namespace curvix::model {
+
+namespace {
+// Messages a user reads; the command line shows them untranslated.
+struct DrawingText {
+    Q_DECLARE_TR_FUNCTIONS(DrawingText)
+};
+} // namespace
 
 namespace {
 
@@ -134,7 +142,7 @@ bool saveDrawingFile(const QString& path, const Drawing& drawing, QString* error
     if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
         return true;
     if (error) {
-        *error = QStringLiteral("Could not save the drawing %1: %2")
+        *error = DrawingText::tr("Could not save the drawing %1: %2")
                      .arg(QDir::toNativeSeparators(path), file.errorString());
     }
     return false;
@@ -145,7 +153,7 @@ std::optional<Drawing> openDrawingFile(const QString& path, QString* error)
     const QString name = QDir::toNativeSeparators(path);
     auto fail = [&](const QString& why) -> std::optional<Drawing> {
         if (error)
-            *error = QStringLiteral("Could not open the drawing %1: %2").arg(name, why);
+            *error = DrawingText::tr("Could not open the drawing %1: %2").arg(name, why);
         return std::nullopt;
     };
     QFile file(path);

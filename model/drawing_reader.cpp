@@ -2,6 +2,7 @@
 
 #include "model/drawing_keys.h"
 
+#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -11,6 +12,13 @@
 #include <limits>
 
 namespace curvix::model {
+
+namespace {
+// Messages a user reads; the command line shows them untranslated.
+struct DrawingText {
+    Q_DECLARE_TR_FUNCTIONS(DrawingText)
+};
+} // namespace
 
 namespace {
 
@@ -30,7 +38,7 @@ struct Refusal {
 
 [[noreturn]] void badField(const QString& path, const QString& what)
 {
-    refuse(QStringLiteral("field '%1' %2").arg(path, what));
+    refuse(DrawingText::tr("field '%1' %2").arg(path, what));
 }
 
 QString join(const QString& path, const char* key)
@@ -46,10 +54,10 @@ QString element(const QString& path, qsizetype i)
 double toNumber(const QJsonValue& v, const QString& path, double limit = kMaxCoordinate)
 {
     if (!v.isDouble())
-        badField(path, QStringLiteral("is not a number"));
+        badField(path, DrawingText::tr("is not a number"));
     const double d = v.toDouble();
     if (!std::isfinite(d) || std::abs(d) > limit)
-        badField(path, QStringLiteral("is out of range (at most %1 either way)").arg(limit));
+        badField(path, DrawingText::tr("is out of range (at most %1 either way)").arg(limit));
     return d;
 }
 
@@ -57,24 +65,24 @@ qint64 toInteger(const QJsonValue& v, const QString& path, qint64 low, qint64 hi
 {
     const double d = toNumber(v, path, std::numeric_limits<double>::max());
     if (d != std::floor(d) || d < double(low) || d > double(high))
-        badField(path, QStringLiteral("is not a whole number from %1 to %2").arg(low).arg(high));
+        badField(path, DrawingText::tr("is not a whole number from %1 to %2").arg(low).arg(high));
     return qint64(d);
 }
 
 bool toFlag(const QJsonValue& v, const QString& path)
 {
     if (!v.isBool())
-        badField(path, QStringLiteral("is not true or false"));
+        badField(path, DrawingText::tr("is not true or false"));
     return v.toBool();
 }
 
 QString toText(const QJsonValue& v, const QString& path)
 {
     if (!v.isString())
-        badField(path, QStringLiteral("is not a text"));
+        badField(path, DrawingText::tr("is not a text"));
     QString text = v.toString();
     if (text.size() > kMaxTextLength)
-        badField(path, QStringLiteral("is too long (at most %1 characters)").arg(kMaxTextLength));
+        badField(path, DrawingText::tr("is too long (at most %1 characters)").arg(kMaxTextLength));
     return text;
 }
 
@@ -86,17 +94,17 @@ quint32 toColor(const QJsonValue& v, const QString& path)
 QJsonObject toObject(const QJsonValue& v, const QString& path)
 {
     if (!v.isObject())
-        badField(path, QStringLiteral("is not an object"));
+        badField(path, DrawingText::tr("is not an object"));
     return v.toObject();
 }
 
 QJsonArray toList(const QJsonValue& v, const QString& path, qsizetype most)
 {
     if (!v.isArray())
-        badField(path, QStringLiteral("is not a list"));
+        badField(path, DrawingText::tr("is not a list"));
     QJsonArray list = v.toArray();
     if (list.size() > most)
-        badField(path, QStringLiteral("has too many entries (%1; at most %2)")
+        badField(path, DrawingText::tr("has too many entries (%1; at most %2)")
                            .arg(list.size())
                            .arg(most));
     return list;
@@ -111,7 +119,7 @@ struct Fields {
     {
         QJsonValue v = object.value(Key(key));
         if (v.isUndefined())
-            badField(join(path, key), QStringLiteral("is missing"));
+            badField(join(path, key), DrawingText::tr("is missing"));
         return v;
     }
     // Reads key with read(value, path) when it is there; keeps the default when not.
@@ -177,10 +185,10 @@ ViewWindow toView(const Fields& f)
           std::array{view.YMin, view.YMax, view.YStep, view.YTicks}}) {
         if (!(min < max) || !std::isfinite(max - min) ||
             std::max(std::abs(min), std::abs(max)) > 1e12 * (max - min))
-            badField(f.path, QStringLiteral("is not a usable range: each minimum must lie "
-                                            "below its maximum"));
+            badField(f.path, DrawingText::tr("is not a usable range: each minimum must lie "
+                                                                        "below its maximum"));
         if (step < 0 || (ticks > 0 && !(step > 0)))
-            badField(f.path, QStringLiteral("is not a usable range: a step is negative or 0"));
+            badField(f.path, DrawingText::tr("is not a usable range: a step is negative or 0"));
     }
     return view;
 }
@@ -245,7 +253,7 @@ void readLook(const Fields& root, Drawing& d)
         for (std::size_t i = 0; i < kAngleNames.size(); ++i)
             if (name == QLatin1String(kAngleNames[i]))
                 return AngleUnit(int(i) + 1);
-        badField(p, QStringLiteral("is not radians, degrees or gradians"));
+        badField(p, DrawingText::tr("is not radians, degrees or gradians"));
     });
     const Fields display = root.sub("display");
     DrawingDisplay& s = d.display;
@@ -275,12 +283,12 @@ void readLook(const Fields& root, Drawing& d)
 void checkHeader(const QJsonObject& root)
 {
     if (root.value(Key("format")).toString() != QLatin1String(kDrawingFormatName))
-        refuse(QStringLiteral("not a Curvix drawing"));
+        refuse(DrawingText::tr("not a Curvix drawing"));
     const qint64 version =
         toInteger(Fields{root, {}}.required("version"), QStringLiteral("version"), 1, 1 << 30);
     if (version > kDrawingFormatVersion)
-        refuse(QStringLiteral("made by a newer Curvix (format version %1); "
-                              "this one reads version %2")
+        refuse(DrawingText::tr("made by a newer Curvix (format version %1); "
+                                                          "this one reads version %2")
                    .arg(version)
                    .arg(kDrawingFormatVersion));
 }
@@ -292,7 +300,7 @@ Drawing toDrawing(const QJsonObject& object)
     Drawing d;
     root.text("variable", d.variable);
     if (d.variable.size() > 1)
-        badField(QStringLiteral("variable"), QStringLiteral("is not a single letter"));
+        badField(QStringLiteral("variable"), DrawingText::tr("is not a single letter"));
     const QJsonArray functions =
         toList(root.required("functions"), QStringLiteral("functions"), kMaxFunctions);
     for (qsizetype i = 0; i < functions.size(); ++i) {
@@ -322,20 +330,20 @@ std::optional<Drawing> readDrawing(const QByteArray& bytes, QString* error)
 {
     try {
         if (bytes.size() > kMaxDrawingFileBytes)
-            refuse(QStringLiteral("the file is too large for a drawing (at most %1 bytes)")
+            refuse(DrawingText::tr("the file is too large for a drawing (at most %1 bytes)")
                        .arg(kMaxDrawingFileBytes));
         QJsonParseError parse;
         const QJsonDocument document = QJsonDocument::fromJson(bytes, &parse);
         if (parse.error != QJsonParseError::NoError) {
             // Text that does not even start like JSON is some other kind of file.
             if (!bytes.trimmed().startsWith('{'))
-                refuse(QStringLiteral("not a Curvix drawing"));
-            refuse(QStringLiteral("the file is damaged: %1 at byte %2")
+                refuse(DrawingText::tr("not a Curvix drawing"));
+            refuse(DrawingText::tr("the file is damaged: %1 at byte %2")
                        .arg(parse.errorString())
                        .arg(parse.offset));
         }
         if (!document.isObject())
-            refuse(QStringLiteral("not a Curvix drawing"));
+            refuse(DrawingText::tr("not a Curvix drawing"));
         return toDrawing(document.object());
     } catch (const Refusal& refusal) {
         if (error)

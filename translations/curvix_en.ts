@@ -2,6 +2,109 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en">
 <context>
+    <name>DrawingText</name>
+    <message>
+        <source>it is empty</source>
+        <translation>it is empty</translation>
+    </message>
+    <message>
+        <source>it is listed twice</source>
+        <translation>it is listed twice</translation>
+    </message>
+    <message>
+        <source>function %1 &apos;%2&apos; cannot be drawn: %3</source>
+        <translation>function %1 &apos;%2&apos; cannot be drawn: %3</translation>
+    </message>
+    <message>
+        <source>the functions are not all in the variable &apos;%1&apos;</source>
+        <translation>the functions are not all in the variable &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>Could not save the drawing %1: %2</source>
+        <translation>Could not save the drawing %1: %2</translation>
+    </message>
+    <message>
+        <source>Could not open the drawing %1: %2</source>
+        <translation>Could not open the drawing %1: %2</translation>
+    </message>
+    <message>
+        <source>field &apos;%1&apos; %2</source>
+        <translation>field &apos;%1&apos; %2</translation>
+    </message>
+    <message>
+        <source>is not a number</source>
+        <translation>is not a number</translation>
+    </message>
+    <message>
+        <source>is out of range (at most %1 either way)</source>
+        <translation>is out of range (at most %1 either way)</translation>
+    </message>
+    <message>
+        <source>is not a whole number from %1 to %2</source>
+        <translation>is not a whole number from %1 to %2</translation>
+    </message>
+    <message>
+        <source>is not true or false</source>
+        <translation>is not true or false</translation>
+    </message>
+    <message>
+        <source>is not a text</source>
+        <translation>is not a text</translation>
+    </message>
+    <message>
+        <source>is too long (at most %1 characters)</source>
+        <translation>is too long (at most %1 characters)</translation>
+    </message>
+    <message>
+        <source>is not an object</source>
+        <translation>is not an object</translation>
+    </message>
+    <message>
+        <source>is not a list</source>
+        <translation>is not a list</translation>
+    </message>
+    <message>
+        <source>has too many entries (%1; at most %2)</source>
+        <translation>has too many entries (%1; at most %2)</translation>
+    </message>
+    <message>
+        <source>is missing</source>
+        <translation>is missing</translation>
+    </message>
+    <message>
+        <source>is not a usable range: each minimum must lie below its maximum</source>
+        <translation>is not a usable range: each minimum must lie below its maximum</translation>
+    </message>
+    <message>
+        <source>is not a usable range: a step is negative or 0</source>
+        <translation>is not a usable range: a step is negative or 0</translation>
+    </message>
+    <message>
+        <source>is not radians, degrees or gradians</source>
+        <translation>is not radians, degrees or gradians</translation>
+    </message>
+    <message>
+        <source>not a Curvix drawing</source>
+        <translation>not a Curvix drawing</translation>
+    </message>
+    <message>
+        <source>made by a newer Curvix (format version %1); this one reads version %2</source>
+        <translation>made by a newer Curvix (format version %1); this one reads version %2</translation>
+    </message>
+    <message>
+        <source>is not a single letter</source>
+        <translation>is not a single letter</translation>
+    </message>
+    <message>
+        <source>the file is too large for a drawing (at most %1 bytes)</source>
+        <translation>the file is too large for a drawing (at most %1 bytes)</translation>
+    </message>
+    <message>
+        <source>the file is damaged: %1 at byte %2</source>
+        <translation>the file is damaged: %1 at byte %2</translation>
+    </message>
+</context>
+<context>
     <name>Formula</name>
     <message>
         <source>Unexpected end of formula</source>
@@ -1431,6 +1534,21 @@ Curvix comes with ABSOLUTELY NO WARRANTY, to the extent permitted by law.</trans
         <source>x = %1 is outside the view</source>
         <comment>5186</comment>
         <translation>x = %1 is outside the view</translation>
+    </message>
+</context>
+<context>
+    <name>SymbolicText</name>
+    <message>
+        <source>Error in derivative calculation</source>
+        <translation>Error in derivative calculation</translation>
+    </message>
+    <message>
+        <source>Error in calculation of primitive function</source>
+        <translation>Error in calculation of primitive function</translation>
+    </message>
+    <message>
+        <source>Error in primitive calculation</source>
+        <translation>Error in primitive calculation</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,109 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="sv">
 <context>
+    <name>DrawingText</name>
+    <message>
+        <source>it is empty</source>
+        <translation>den är tom</translation>
+    </message>
+    <message>
+        <source>it is listed twice</source>
+        <translation>den finns två gånger i listan</translation>
+    </message>
+    <message>
+        <source>function %1 &apos;%2&apos; cannot be drawn: %3</source>
+        <translation>funktion %1 &apos;%2&apos; kan inte ritas: %3</translation>
+    </message>
+    <message>
+        <source>the functions are not all in the variable &apos;%1&apos;</source>
+        <translation>alla funktioner använder inte variabeln &apos;%1&apos;</translation>
+    </message>
+    <message>
+        <source>Could not save the drawing %1: %2</source>
+        <translation>Det gick inte att spara ritningen %1: %2</translation>
+    </message>
+    <message>
+        <source>Could not open the drawing %1: %2</source>
+        <translation>Det gick inte att öppna ritningen %1: %2</translation>
+    </message>
+    <message>
+        <source>field &apos;%1&apos; %2</source>
+        <translation>fältet &apos;%1&apos; %2</translation>
+    </message>
+    <message>
+        <source>is not a number</source>
+        <translation>är inget tal</translation>
+    </message>
+    <message>
+        <source>is out of range (at most %1 either way)</source>
+        <translation>ligger utanför gränserna (högst %1 åt vardera hållet)</translation>
+    </message>
+    <message>
+        <source>is not a whole number from %1 to %2</source>
+        <translation>är inget heltal från %1 till %2</translation>
+    </message>
+    <message>
+        <source>is not true or false</source>
+        <translation>är varken sant eller falskt</translation>
+    </message>
+    <message>
+        <source>is not a text</source>
+        <translation>är ingen text</translation>
+    </message>
+    <message>
+        <source>is too long (at most %1 characters)</source>
+        <translation>är för långt (högst %1 tecken)</translation>
+    </message>
+    <message>
+        <source>is not an object</source>
+        <translation>är inget objekt</translation>
+    </message>
+    <message>
+        <source>is not a list</source>
+        <translation>är ingen lista</translation>
+    </message>
+    <message>
+        <source>has too many entries (%1; at most %2)</source>
+        <translation>har för många poster (%1; högst %2)</translation>
+    </message>
+    <message>
+        <source>is missing</source>
+        <translation>saknas</translation>
+    </message>
+    <message>
+        <source>is not a usable range: each minimum must lie below its maximum</source>
+        <translation>är inget användbart intervall: varje minsta värde måste ligga under sitt största</translation>
+    </message>
+    <message>
+        <source>is not a usable range: a step is negative or 0</source>
+        <translation>är inget användbart intervall: ett steg är negativt eller 0</translation>
+    </message>
+    <message>
+        <source>is not radians, degrees or gradians</source>
+        <translation>är varken radianer, grader eller gon</translation>
+    </message>
+    <message>
+        <source>not a Curvix drawing</source>
+        <translation>ingen Curvix-ritning</translation>
+    </message>
+    <message>
+        <source>made by a newer Curvix (format version %1); this one reads version %2</source>
+        <translation>gjord av en nyare Curvix (formatversion %1); den här läser version %2</translation>
+    </message>
+    <message>
+        <source>is not a single letter</source>
+        <translation>är inte en enda bokstav</translation>
+    </message>
+    <message>
+        <source>the file is too large for a drawing (at most %1 bytes)</source>
+        <translation>filen är för stor för en ritning (högst %1 byte)</translation>
+    </message>
+    <message>
+        <source>the file is damaged: %1 at byte %2</source>
+        <translation>filen är skadad: %1 vid byte %2</translation>
+    </message>
+</context>
+<context>
     <name>Formula</name>
     <message>
         <source>Unexpected end of formula</source>
@@ -1431,6 +1534,21 @@ Curvix levereras HELT UTAN GARANTI, i den utsträckning lagen tillåter.</transl
         <source>x = %1 is outside the view</source>
         <comment>5186</comment>
         <translation>x = %1 ligger utanför vyn</translation>
+    </message>
+</context>
+<context>
+    <name>SymbolicText</name>
+    <message>
+        <source>Error in derivative calculation</source>
+        <translation>Fel vid beräkning av derivatan</translation>
+    </message>
+    <message>
+        <source>Error in calculation of primitive function</source>
+        <translation>Fel vid beräkning av primitiv funktion</translation>
+    </message>
+    <message>
+        <source>Error in primitive calculation</source>
+        <translation>Fel i den primitiva beräkningen</translation>
     </message>
 </context>
 <context>
