@@ -323,7 +323,7 @@ bool readPositional(const QStringList& arguments, CommandLine& line, QString& pr
             line.formulas << argument;
         } else {
             problem = command == CliCommand::Window
-                          ? QStringLiteral("'%1' is no drawing file (.curvix); formulas go with a "
+                          ? QStringLiteral("'%1' is not a drawing file (.curvix); formulas go with a "
                                            "command such as --export")
                                 .arg(argument)
                           : QStringLiteral("unexpected argument '%1'").arg(argument);

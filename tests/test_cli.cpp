@@ -167,7 +167,7 @@ void refusalRows()
     row("an option without a command", {"--size", "3x3"}, 2, none, usage("--size goes with a command"));
     row("an option of another command", {"--eval", "x", "--at", "1", "--size", "3x3"}, 2, none,
         usage("--size does not go with --eval"));
-    row("a formula for the window", {"sin(x)"}, 2, none, usage("'sin(x)' is no drawing file"));
+    row("a formula for the window", {"sin(x)"}, 2, none, usage("'sin(x)' is not a drawing file"));
     row("a formula for --eval", {"--eval", "x", "--at", "1", "x^2"}, 2, none, usage("'x^2'"));
     row("two drawings", {"a.curvix", "b.curvix"}, 2, none, usage("one drawing at a time"));
     row("no formula", {"--primitive"}, 2, none, usage("--primitive needs a value"));
