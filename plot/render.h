@@ -23,7 +23,8 @@ struct RedrawOptions {
     bool exactTrig = false;   // x ticks as multiples of pi
     bool fractionForm = false; // ... written as stacked fractions
     QFont font;               // the plot area's font, for the tick labels
-    QColor background = Qt::white;
+    QColor background = Qt::white; // Qt::transparent for a picture without a background
+    double lineWidth = 1.0;   // factor on the width of curves and axes, for pictures to print
 };
 
 // The switches a drawing file keeps, as redraw options on the given font (its point size
