@@ -35,6 +35,7 @@ packages=(
 dev_packages=(
   xvfb xauth imagemagick xdotool locales
   dpkg-dev appstream desktop-file-utils shared-mime-info libxml2-utils lintian
+  poppler-utils
   clang libclang-rt-14-dev clang-format clang-tidy
   libbenchmark-dev libmuparser-dev
 )
