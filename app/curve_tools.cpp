@@ -107,6 +107,7 @@ bool CurveTools::startTrace(int entry)
         return false;
     }
     m_controls->show();
+    m_status.setReadoutSource(StatusPanels::ReadoutSource::Trace);
     askSlopeFormula(m_state.trace.entry);
     // The arrow keys step the trace at once, without a click on the plot first.
     m_view.plot()->setFocus(Qt::OtherFocusReason);

@@ -155,6 +155,7 @@ void Demonstration::start(const QString& function, const std::vector<double>& xs
         askDerivative();
     emit started();
     m_status.clearReadouts();
+    m_status.setReadoutSource(StatusPanels::ReadoutSource::Demonstration);
     m_status.setReadout(2, QStringLiteral("Derivata/tangent"));
     m_controls->show();
     step();

@@ -87,7 +87,9 @@ QWidget* frmtangent::createRangePanel()
     const int captions[3] = {4001, 4002, 4003};
     QLineEdit* fields[3] = {m_from, m_to, m_step};
     for (int i = 0; i < 3; ++i) {
-        range->addWidget(new QLabel(LoadResString(captions[i])), 0, i);
+        auto* caption = new QLabel(LoadResString(captions[i]));
+        caption->setBuddy(fields[i]); // names the box for a screen reader
+        range->addWidget(caption, 0, i);
         fields[i]->setToolTip(LoadResString(2040));
         range->addWidget(fields[i], 1, i);
     }
@@ -188,6 +190,7 @@ void frmtangent::setUsage(Usage usage)
     m_dialogButtons->setVisible(!demo);
     auto* caption = findChild<QLabel*>(QStringLiteral("listCaption"));
     caption->setText(LoadResString(demo ? 4012 : vertical ? 4013 : 4014));
+    m_entry->setAccessibleName(caption->text());
     setWindowTitle(demo ? LoadResString(4026)
                         : LoadResString(vertical ? 478 : 480).remove(QLatin1Char('&')));
 }

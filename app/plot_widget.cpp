@@ -3,6 +3,7 @@
 #include "plot/colors.h"
 
 #include <QPainter>
+#include <QStyleOptionFocusRect>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMimeData>
@@ -17,6 +18,9 @@ PlotWidget::PlotWidget(QWidget* parent) : QWidget(parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setMinimumSize(120, 90);
+    // Tab reaches the plot (its keys pan, zoom and step the trace); a click leaves the focus
+    // where the user was typing.
+    setFocusPolicy(Qt::TabFocus);
     setAcceptDrops(true);
     setMouseTracking(true);
     // Labels and marks placed on the plot stand on its white paper, not on the theme.
@@ -35,6 +39,19 @@ void PlotWidget::paintEvent(QPaintEvent*)
         painter.fillRect(rect(), Qt::white);
     else
         painter.drawImage(QPointF(0, 0), m_image);
+    if (hasFocus()) {
+        QStyleOptionFocusRect option;
+        option.initFrom(this);
+        option.rect = rect().adjusted(1, 1, -1, -1);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
+    }
+}
+
+void PlotWidget::contextMenuEvent(QContextMenuEvent* event)
+{
+    // A mouse's right button is handled on its release.
+    if (event->reason() != QContextMenuEvent::Mouse)
+        emit rightButtonReleased(QRectF(rect()).center());
 }
 
 void PlotWidget::wheelEvent(QWheelEvent* event)

@@ -43,6 +43,8 @@ signals:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    // The menu key (or Shift+F10) opens the plot's menu as a right click in its middle does.
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;

@@ -127,6 +127,7 @@ WindowActions createWindowActions(QMainWindow* window)
     a.helpContents->setShortcut(QKeySequence::HelpContents);
     a.zoomIn->setShortcut(QKeySequence::ZoomIn);
     a.zoomOutStep->setShortcut(QKeySequence::ZoomOut);
+    a.zoomToStart->setShortcut(Qt::CTRL | Qt::Key_0);
     return a;
 }
 
