@@ -55,7 +55,7 @@ CurveTools::CurveTools(model::AppState& state, PlotView& view, StatusPanels& sta
         button->setAutoRaise(true);
         button->setToolTip(LoadResString(2061 + i));
         button->setAccessibleName(button->toolTip());
-        button->setFocusPolicy(Qt::NoFocus);
+        button->setFocusPolicy(Qt::TabFocus); // Tab reaches them; a click leaves the focus
         row->addWidget(button);
         connect(button, &QToolButton::clicked, this, [this, i] {
             if (i == 2)

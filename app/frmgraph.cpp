@@ -192,6 +192,7 @@ void frmgraph::connectParts()
     connect(m_plotView, &PlotView::leftPressed, this, &frmgraph::onPlotLeftPressed);
     connect(m_plotView, &PlotView::rightReleased, this, &frmgraph::onPlotRightReleased);
     connect(m_plotView, &PlotView::doubleClicked, this, &frmgraph::onPlotDoubleClicked);
+    connect(plotArea(), &PlotWidget::keyActivated, this, &frmgraph::onPlotKeyActivated);
     // A dropped label shows π where its text has the character that stands for it.
     connect(plotArea(), &PlotWidget::textDropped, this, [this](const QString& text, QPointF at) {
         m_plotView->labels().addText(QString(text).replace(eval::kPiChar, QChar(0x03C0)), at);
@@ -358,6 +359,10 @@ void frmgraph::redraw()
     m_ranges->setSettingUp(false);
     ++m_redraws;
     m_curveTools->afterRedraw();
+    const model::AppState::Trace& trace = m_state.trace;
+    plotArea()->setKeyboardPoint(trace.on && trace.found
+                                     ? std::optional(m_plotView->scale().toPixel(trace.x, trace.y))
+                                     : std::nullopt);
     m_document->checkpoint(m_dragContinues);
 }
 

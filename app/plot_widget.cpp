@@ -3,9 +3,9 @@
 #include "plot/colors.h"
 
 #include <QPainter>
-#include <QStyleOptionFocusRect>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QResizeEvent>
@@ -32,6 +32,30 @@ QSize PlotWidget::devicePixelSize() const
     return size() * devicePixelRatioF();
 }
 
+void paintFocusFrame(QPainter& painter, const QWidget& widget)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(widget.palette().color(QPalette::Highlight), 2));
+    painter.drawRect(QRectF(widget.rect()).adjusted(1, 1, -1, -1));
+    painter.restore();
+}
+
+QPointF PlotWidget::keyboardPoint() const
+{
+    return m_keyboardPoint.value_or(QRectF(rect()).center());
+}
+
+void PlotWidget::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        emit keyActivated(keyboardPoint());
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
 void PlotWidget::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
@@ -39,19 +63,15 @@ void PlotWidget::paintEvent(QPaintEvent*)
         painter.fillRect(rect(), Qt::white);
     else
         painter.drawImage(QPointF(0, 0), m_image);
-    if (hasFocus()) {
-        QStyleOptionFocusRect option;
-        option.initFrom(this);
-        option.rect = rect().adjusted(1, 1, -1, -1);
-        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
-    }
+    if (hasFocus())
+        paintFocusFrame(painter, *this);
 }
 
 void PlotWidget::contextMenuEvent(QContextMenuEvent* event)
 {
     // A mouse's right button is handled on its release.
     if (event->reason() != QContextMenuEvent::Mouse)
-        emit rightButtonReleased(QRectF(rect()).center());
+        emit rightButtonReleased(keyboardPoint());
 }
 
 void PlotWidget::wheelEvent(QWheelEvent* event)

@@ -1,12 +1,11 @@
 #include "app/zoom_box.h"
 
+#include "app/plot_widget.h"
 #include "model/strings.h"
 
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
-#include <QStyleOptionFocusRect>
-#include <QStylePainter>
 #include <QVBoxLayout>
 
 namespace curvix::app {
@@ -85,11 +84,8 @@ void ZoomBoxWidget::paintEvent(QPaintEvent* event)
     QFrame::paintEvent(event);
     if (!hasFocus())
         return;
-    QStylePainter painter(this);
-    QStyleOptionFocusRect option;
-    option.initFrom(this);
-    option.rect = rect().adjusted(2, 2, -2, -2);
-    painter.drawPrimitive(QStyle::PE_FrameFocusRect, option);
+    QPainter painter(this);
+    paintFocusFrame(painter, *this);
 }
 
 void ZoomBoxWidget::stepBy(int dx, int dy, bool resize)

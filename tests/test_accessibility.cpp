@@ -3,6 +3,8 @@
 // actions, and the first window at the usual scale factors.
 #include "app/frmabout1.h"
 #include "app/frmgraph.h"
+#include "app/plot_labels.h"
+#include "app/plot_view.h"
 #include "app/plot_widget.h"
 #include "scripted_prompter.h"
 #include "widget_lookup.h"
@@ -323,6 +325,61 @@ private slots:
         QVERIFY(s.view() == start);
     }
 
+    void enterActsAtTheTrace_data()
+    {
+        QTest::addColumn<bool>("tangentMode");
+        QTest::newRow("a point label") << false;
+        QTest::newRow("a tangent in tangent mode") << true;
+    }
+
+    // Enter on the plot does what a click or a double-click does, where the trace stands.
+    void enterActsAtTheTrace()
+    {
+        QFETCH(bool, tangentMode);
+        ShownWindow s;
+        s.draw(QStringLiteral("x^2"));
+        s.trigger("mnutrace");
+        QWidget* plot = s.window.plotArea();
+        for (int i = 0; i < 15; ++i)
+            QTest::keyClick(plot, Qt::Key_Right);
+        if (tangentMode)
+            s.trigger("mnutangent");
+        const auto labels = [plot] { return plot->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly).size(); };
+        const qsizetype labelsBefore = labels();
+        QTest::keyClick(plot, Qt::Key_Return);
+        const model::GraphEntry& entry = s.window.state().graphs.at(0);
+        QCOMPARE(entry.marks.size(), std::size_t(tangentMode ? 1 : 0));
+        if (tangentMode)
+            QVERIFY(std::abs(entry.marks[0].x - s.window.state().trace.x) < 0.05);
+        QCOMPARE(labels(), labelsBefore + (tangentMode ? 0 : 1));
+    }
+
+    void labelsMoveByKeys_data()
+    {
+        QTest::addColumn<QKeyCombination>("key");
+        QTest::addColumn<QPoint>("moved");
+        QTest::newRow("Right") << (Qt::NoModifier | Qt::Key_Right) << QPoint(1, 0);
+        QTest::newRow("Shift+Up, a longer step") << (Qt::ShiftModifier | Qt::Key_Up) << QPoint(0, -10);
+    }
+
+    // A focused label takes the arrow keys from the window's shortcuts (trace, plot size),
+    // and keeps its new place when the plot is drawn again.
+    void labelsMoveByKeys()
+    {
+        QFETCH(QKeyCombination, key);
+        QFETCH(QPoint, moved);
+        ShownWindow s;
+        QLabel* label = s.window.plotView().labels().addText(QStringLiteral("Vertex"), QPoint(60, 60));
+        label->setFocus();
+        QTRY_VERIFY(label->hasFocus());
+        const QPoint before = label->pos();
+        const QSize plotSize = s.window.plotArea()->size();
+        QTest::keyClick(label, key.key(), key.keyboardModifiers());
+        s.window.redraw();
+        QCOMPARE(label->pos() - before, moved);
+        QCOMPARE(s.window.plotArea()->size(), plotSize);
+    }
+
     void firstWindowFits_data()
     {
         QTest::addColumn<double>("scale");
@@ -402,6 +459,10 @@ static int measureFirstWindow(int argc, char** argv)
     }
     if (window.plotArea()->width() < 100 || window.plotArea()->height() < 60)
         out << "plot " << window.plotArea()->width() << 'x' << window.plotArea()->height() << '\n';
+    // A desktop's panel and the window's title bar take about 64 pixels more.
+    const QSize least = window.minimumSizeHint();
+    if (least.width() > screen.width() || least.height() + 64 > screen.height())
+        out << "smallest window " << least.width() << 'x' << least.height() << '\n';
     out << "shown\n";
     return 0;
 }
