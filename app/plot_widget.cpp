@@ -49,11 +49,14 @@ QPointF PlotWidget::keyboardPoint() const
 
 void PlotWidget::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        emit keyActivated(keyboardPoint());
-        return;
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter: emit keyActivated(keyboardPoint()); return;
+    // Page Up and Page Down turn the wheel by one step, at the keyboard point.
+    case Qt::Key_PageUp: emit wheelTurned(1, keyboardPoint()); return;
+    case Qt::Key_PageDown: emit wheelTurned(-1, keyboardPoint()); return;
+    default: QWidget::keyPressEvent(event);
     }
-    QWidget::keyPressEvent(event);
 }
 
 void PlotWidget::paintEvent(QPaintEvent*)

@@ -41,7 +41,8 @@ signals:
     void leftDragged(QPointF at);
     void leftButtonReleased(QPointF at);
     void doubleClicked(QPointF at);
-    // Enter or Return with the focus on the plot, at the keyboard point.
+    // Enter or Return with the focus on the plot, at the keyboard point (Page Up and Page
+    // Down are a turn of the wheel there).
     void keyActivated(QPointF at);
     // The pointer over the plot, with or without a button held.
     void pointerMoved(QPointF at);

@@ -279,6 +279,8 @@ private slots:
         QTest::addColumn<int>("width");
         QTest::newRow("Enter confirms the zoom box") << (Qt::NoModifier | Qt::Key_Return) << true << 1 << 1 << -1;
         QTest::newRow("Enter on the keypad too") << (Qt::KeypadModifier | Qt::Key_Enter) << true << 1 << 1 << -1;
+        QTest::newRow("Page Up zooms in as the wheel") << (Qt::NoModifier | Qt::Key_PageUp) << false << 1 << 1 << -1;
+        QTest::newRow("Page Down zooms out") << (Qt::NoModifier | Qt::Key_PageDown) << false << -1 << -1 << 1;
         QTest::newRow("Ctrl+Right pans right") << (Qt::ControlModifier | Qt::Key_Right) << false << 1 << 0 << 0;
         QTest::newRow("Ctrl+Left pans left") << (Qt::ControlModifier | Qt::Key_Left) << false << -1 << 0 << 0;
         QTest::newRow("Ctrl+Up pans up") << (Qt::ControlModifier | Qt::Key_Up) << false << 0 << 1 << 0;
