@@ -311,8 +311,8 @@ void frmgraph::createKeyboardShortcuts()
     // Ctrl with the arrow keys pans a tenth of the view, as a drag with the middle button.
     const std::pair<Qt::Key, QPoint> pans[4] = {{Qt::Key_Left, {-1, 0}}, {Qt::Key_Right, {1, 0}},
                                                 {Qt::Key_Up, {0, 1}}, {Qt::Key_Down, {0, -1}}};
-    for (const auto& [key, direction] : pans)
-        shortcut(Qt::CTRL | key, [this, direction] {
+    for (const auto& pan : pans)
+        shortcut(Qt::CTRL | pan.first, [this, direction = pan.second] {
             const model::ViewWindow& v = m_state.view;
             dragView(plot::shiftedView(v, direction.x() * (v.XMax - v.XMin) / 10,
                                        direction.y() * (v.YMax - v.YMin) / 10),
