@@ -110,7 +110,8 @@ QString FractionInput::writtenText() const
 
 void FractionInput::nameFields(const QString& valueName)
 {
-    const QString parts[3] = {tr("%1, whole multiple of π"), tr("%1, numerator"), tr("%1, denominator")};
+    const QString parts[3] = {tr("%1, whole multiple of π"), tr("%1, numerator"),
+                              tr("%1, denominator")};
     for (int i = 0; i < 3; ++i) {
         m_boxes[i]->setAccessibleName(parts[i].arg(valueName));
         m_edits[i]->setAccessibleName(parts[i].arg(valueName));

@@ -68,7 +68,9 @@ bool PlotLabel::event(QEvent* event)
     // The arrow keys move the focused label, before the window's shortcuts take them.
     if (event->type() == QEvent::ShortcutOverride) {
         auto* key = static_cast<QKeyEvent*>(event);
-        if (!arrowStep(key).isNull() && !(key->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier))) {
+        const Qt::KeyboardModifiers others =
+            key->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+        if (!arrowStep(key).isNull() && !others) {
             event->accept();
             return true;
         }

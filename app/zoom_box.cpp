@@ -19,8 +19,8 @@ ZoomBoxWidget::ZoomBoxWidget(QWidget* plot) : QFrame(plot)
     setCursor(Qt::SizeAllCursor);
     setToolTip(model::LoadResString(493));
     setAccessibleName(tr("Zoom box"));
-    setAccessibleDescription(
-        tr("Arrow keys move it, Shift with the arrow keys resizes it, Enter zooms in, Esc closes it"));
+    setAccessibleDescription(tr("Arrow keys move it, Shift with the arrow keys resizes it, "
+                                "Enter zooms in, Esc closes it"));
     // The plot stays visible through the box.
     setAutoFillBackground(true);
     QPalette shade = palette();
