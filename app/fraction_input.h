@@ -30,7 +30,7 @@ public:
     // The three fields as the user reads them, for messages: "-π π/2".
     QString writtenText() const;
     // Names the three fields for a screen reader after the value they make: "x minimum,
-    // whole part", "x minimum, numerator", "x minimum, denominator".
+    // whole multiple of π", "x minimum, numerator", "x minimum, denominator".
     void nameFields(const QString& valueName);
     // The value in world units; nothing for an incomplete fraction.
     std::optional<double> value() const;

@@ -55,6 +55,13 @@ void PlotWidget::keyPressEvent(QKeyEvent* event)
     // Page Up and Page Down turn the wheel by one step, at the keyboard point.
     case Qt::Key_PageUp: emit wheelTurned(1, keyboardPoint()); return;
     case Qt::Key_PageDown: emit wheelTurned(-1, keyboardPoint()); return;
+    // The other usual key for a context menu.
+    case Qt::Key_F10:
+        if (event->modifiers() == Qt::ShiftModifier) {
+            emit rightButtonReleased(keyboardPoint());
+            return;
+        }
+        [[fallthrough]];
     default: QWidget::keyPressEvent(event);
     }
 }

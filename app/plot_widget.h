@@ -56,7 +56,7 @@ signals:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    // The menu key (or Shift+F10) opens the plot's menu as a right click in its middle does.
+    // The menu key opens the plot's menu as a right click at the keyboard point does.
     void contextMenuEvent(QContextMenuEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;

@@ -357,6 +357,19 @@ private slots:
         QCOMPARE(labels(), labelsBefore + (tangentMode ? 0 : 1));
     }
 
+    // Shift+F10 on the plot opens the tools, as a right click does, and sets where Fill fills.
+    void shiftF10OpensThePlotsMenu()
+    {
+        ShownWindow s;
+        auto* fill = child<QAction>(&s.window, QStringLiteral("mnufill"));
+        fill->setEnabled(false);
+        QTest::keyClick(s.window.plotArea(), Qt::Key_F10, Qt::ShiftModifier);
+        auto* tools = child<QMenu>(&s.window, QStringLiteral("mnutool"));
+        QTRY_VERIFY(tools->isVisible());
+        QVERIFY(fill->isEnabled());
+        tools->close();
+    }
+
     void labelsMoveByKeys_data()
     {
         QTest::addColumn<QKeyCombination>("key");
