@@ -11,17 +11,48 @@ namespace curvix::app {
 namespace {
 
 // A status panel as a screen reader sees it: its name says what it is, its value is the
-// text it shows (a plain label would offer one or the other).
-class ReadoutAccessible : public QAccessibleWidget {
+// text it shows (a plain label would offer one or the other). The text is also offered as
+// read-only text, which is how the Linux bridge hands a label's words to a screen reader.
+class ReadoutAccessible : public QAccessibleWidget, public QAccessibleTextInterface {
 public:
     explicit ReadoutAccessible(QWidget* w) : QAccessibleWidget(w, QAccessible::StaticText) {}
 
     QString text(QAccessible::Text t) const override
     {
         if (t == QAccessible::Value)
-            return static_cast<const QLabel*>(widget())->text();
+            return shown();
         return QAccessibleWidget::text(t);
     }
+
+    void* interface_cast(QAccessible::InterfaceType type) override
+    {
+        if (type == QAccessible::TextInterface)
+            return static_cast<QAccessibleTextInterface*>(this);
+        return QAccessibleWidget::interface_cast(type);
+    }
+
+    QString text(int start, int end) const override { return shown().mid(start, end - start); }
+    int characterCount() const override { return int(shown().size()); }
+    // Nothing to select or place a caret in, and no character geometry worth telling.
+    void selection(int, int* start, int* end) const override { *start = *end = 0; }
+    int selectionCount() const override { return 0; }
+    void addSelection(int, int) override {}
+    void removeSelection(int) override {}
+    void setSelection(int, int, int) override {}
+    int cursorPosition() const override { return 0; }
+    void setCursorPosition(int) override {}
+    QRect characterRect(int) const override { return {}; }
+    int offsetAtPoint(const QPoint&) const override { return -1; }
+    void scrollToSubstring(int, int) override {}
+    QString attributes(int, int* start, int* end) const override
+    {
+        *start = 0;
+        *end = characterCount();
+        return {};
+    }
+
+private:
+    QString shown() const { return static_cast<const QLabel*>(widget())->text(); }
 };
 
 QAccessibleInterface* readoutFactory(const QString&, QObject* object)
@@ -35,11 +66,14 @@ QAccessibleInterface* readoutFactory(const QString&, QObject* object)
 
 void StatusReadout::setReadout(const QString& text)
 {
-    if (text == this->text())
+    const QString old = this->text();
+    if (text == old)
         return;
     setText(text);
-    QAccessibleValueChangeEvent event(this, text);
-    QAccessible::updateAccessibility(&event);
+    QAccessibleTextUpdateEvent textEvent(this, 0, old, text);
+    QAccessible::updateAccessibility(&textEvent);
+    QAccessibleValueChangeEvent valueEvent(this, text);
+    QAccessible::updateAccessibility(&valueEvent);
 }
 
 StatusPanels::StatusPanels(QStatusBar* bar) : QObject(bar)

@@ -259,6 +259,8 @@ private slots:
         act(s);
         QTRY_VERIFY(!label->text().isEmpty());
         QCOMPARE(iface->text(QAccessible::Value), label->text());
+        QVERIFY(iface->textInterface());
+        QCOMPARE(iface->textInterface()->text(0, iface->textInterface()->characterCount()), label->text());
         QVERIFY(!iface->text(QAccessible::Name).isEmpty());
         QVERIFY(!iface->text(QAccessible::Name).contains(label->text()));
         if (panel == 5)
