@@ -55,7 +55,7 @@ CurveTools::CurveTools(model::AppState& state, PlotView& view, StatusPanels& sta
         button->setAutoRaise(true);
         button->setToolTip(LoadResString(2061 + i));
         button->setAccessibleName(button->toolTip());
-        button->setFocusPolicy(Qt::NoFocus);
+        button->setFocusPolicy(Qt::TabFocus); // Tab reaches them; a click leaves the focus
         row->addWidget(button);
         connect(button, &QToolButton::clicked, this, [this, i] {
             if (i == 2)
@@ -107,6 +107,7 @@ bool CurveTools::startTrace(int entry)
         return false;
     }
     m_controls->show();
+    m_status.setReadoutSource(StatusPanels::ReadoutSource::Trace);
     askSlopeFormula(m_state.trace.entry);
     // The arrow keys step the trace at once, without a click on the plot first.
     m_view.plot()->setFocus(Qt::OtherFocusReason);

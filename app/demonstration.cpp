@@ -41,7 +41,7 @@ Demonstration::Demonstration(model::AppState& state, model::Prompter& prompter,
         setThemedIcon(button, [i](const QColor& ink) { return demoIcon(i, ink); });
         button->setToolTip(LoadResString(4005 + i).remove(QLatin1Char('&')));
         button->setAccessibleName(button->toolTip());
-        button->setFocusPolicy(Qt::NoFocus);
+        button->setFocusPolicy(Qt::TabFocus);
         button->setAutoRaise(true);
         // No taller than the trace's buttons: the status bar keeps its height.
         button->setIconSize(QSize(14, 14));
@@ -155,6 +155,7 @@ void Demonstration::start(const QString& function, const std::vector<double>& xs
         askDerivative();
     emit started();
     m_status.clearReadouts();
+    m_status.setReadoutSource(StatusPanels::ReadoutSource::Demonstration);
     m_status.setReadout(2, tr("Derivata/tangent"));
     m_controls->show();
     step();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QComboBox>
+#include <QLineEdit>
 #include <QString>
 #include <QWidget>
 
@@ -50,6 +52,9 @@ W* named(W* widget, const QString& name)
 inline void describe(QWidget* widget, const QString& name, const QString& tip = QString())
 {
     widget->setAccessibleName(name);
+    // The edit of an editable box is what holds the focus: a screen reader reads its name.
+    if (auto* box = qobject_cast<QComboBox*>(widget); box && box->lineEdit())
+        box->lineEdit()->setAccessibleName(name);
     if (!tip.isEmpty())
         widget->setToolTip(tip);
 }

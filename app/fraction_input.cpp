@@ -108,6 +108,16 @@ QString FractionInput::writtenText() const
                    text(Denominator));
 }
 
+void FractionInput::nameFields(const QString& valueName)
+{
+    const QString parts[3] = {tr("%1, whole multiple of π"), tr("%1, numerator"),
+                              tr("%1, denominator")};
+    for (int i = 0; i < 3; ++i) {
+        m_boxes[i]->setAccessibleName(parts[i].arg(valueName));
+        m_edits[i]->setAccessibleName(parts[i].arg(valueName));
+    }
+}
+
 std::optional<double> FractionInput::value() const
 {
     QString whole = text(Whole);

@@ -29,6 +29,9 @@ public:
                           const QStringList& denominators);
     // The three fields as the user reads them, for messages: "-π π/2".
     QString writtenText() const;
+    // Names the three fields for a screen reader after the value they make: "x minimum,
+    // whole multiple of π", "x minimum, numerator", "x minimum, denominator".
+    void nameFields(const QString& valueName);
     // The value in world units; nothing for an incomplete fraction.
     std::optional<double> value() const;
 

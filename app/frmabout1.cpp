@@ -1,5 +1,6 @@
 #include "app/frmabout1.h"
 
+#include "app/tool_icons.h"
 #include "model/strings.h"
 
 #include <QFileInfo>
@@ -116,16 +117,7 @@ void paintCurvixIcon(QPainter& p, int side)
 
 QIcon curvixIcon()
 {
-    QIcon icon;
-    for (const int side : {16, 32, 48, 64, 128}) {
-        QPixmap pixmap(side, side);
-        pixmap.fill(Qt::transparent);
-        QPainter p(&pixmap);
-        paintCurvixIcon(p, side);
-        p.end();
-        icon.addPixmap(pixmap);
-    }
-    return icon;
+    return paintedIcon(64, [](QPainter& p) { paintCurvixIcon(p, 64); });
 }
 
 QString curvixVersion()
@@ -146,7 +138,7 @@ frmAbout1::frmAbout1(model::Prompter& prompter, QWidget* parent)
 
     picIcon = new QLabel;
     picIcon->setObjectName(QStringLiteral("picIcon"));
-    picIcon->setPixmap(curvixIcon().pixmap(64, 64));
+    picIcon->setPixmap(curvixIcon().pixmap(QSize(64, 64), devicePixelRatioF()));
     picIcon->setAlignment(Qt::AlignTop | Qt::AlignHCenter);
 
     lblTitle = new QLabel(LoadResString(1));

@@ -131,6 +131,7 @@ void frmgraph::createLayout()
     // The tab order follows the layout: the entry row, the range panel, the label text and
     // the keypad.
     std::vector<QWidget*> chain = m_entry->entryTabOrder();
+    chain.push_back(plotArea());
     for (const std::vector<QWidget*>& part : {m_ranges->tabOrder(), m_entry->sideTabOrder()})
         chain.insert(chain.end(), part.begin(), part.end());
     for (std::size_t i = 1; i < chain.size(); ++i)
@@ -191,6 +192,7 @@ void frmgraph::connectParts()
     connect(m_plotView, &PlotView::leftPressed, this, &frmgraph::onPlotLeftPressed);
     connect(m_plotView, &PlotView::rightReleased, this, &frmgraph::onPlotRightReleased);
     connect(m_plotView, &PlotView::doubleClicked, this, &frmgraph::onPlotDoubleClicked);
+    connect(plotArea(), &PlotWidget::keyActivated, this, &frmgraph::onPlotKeyActivated);
     // A dropped label shows π where its text has the character that stands for it.
     connect(plotArea(), &PlotWidget::textDropped, this, [this](const QString& text, QPointF at) {
         m_plotView->labels().addText(QString(text).replace(eval::kPiChar, QChar(0x03C0)), at);
@@ -306,6 +308,16 @@ void frmgraph::createKeyboardShortcuts()
     shortcut(Qt::SHIFT | Qt::Key_Right, [this] { m_plotView->resizePlotBy(step, 0); });
     shortcut(Qt::SHIFT | Qt::Key_Up, [this] { m_plotView->resizePlotBy(0, -step); });
     shortcut(Qt::SHIFT | Qt::Key_Down, [this] { m_plotView->resizePlotBy(0, step); });
+    // Ctrl with the arrow keys pans a tenth of the view, as a drag with the middle button.
+    const std::pair<Qt::Key, QPoint> pans[4] = {{Qt::Key_Left, {-1, 0}}, {Qt::Key_Right, {1, 0}},
+                                                {Qt::Key_Up, {0, 1}}, {Qt::Key_Down, {0, -1}}};
+    for (const auto& pan : pans)
+        shortcut(Qt::CTRL | pan.first, [this, direction = pan.second] {
+            const model::ViewWindow& v = m_state.view;
+            dragView(plot::shiftedView(v, direction.x() * (v.XMax - v.XMin) / 10,
+                                       direction.y() * (v.YMax - v.YMin) / 10),
+                     true);
+        });
 }
 
 void frmgraph::showEvent(QShowEvent* event)
@@ -347,6 +359,10 @@ void frmgraph::redraw()
     m_ranges->setSettingUp(false);
     ++m_redraws;
     m_curveTools->afterRedraw();
+    const model::AppState::Trace& trace = m_state.trace;
+    plotArea()->setKeyboardPoint(trace.on && trace.found
+                                     ? std::optional(m_plotView->scale().toPixel(trace.x, trace.y))
+                                     : std::nullopt);
     m_document->checkpoint(m_dragContinues);
 }
 

@@ -97,6 +97,8 @@ private:
     void onPlotLeftPressed(QPointF at);
     void onPlotRightReleased(QPointF at);
     void onPlotDoubleClicked(QPointF at);
+    // Enter on the plot: a tangent in tangent mode, else a point label, where the trace is.
+    void onPlotKeyActivated(QPointF at);
     void editFormulaPicture();
     frmtangent* tangentWindow();
     void openGuideLines(frmtangent::Usage usage);

@@ -112,6 +112,14 @@ void frmgraph::onPlotDoubleClicked(QPointF at)
         m_plotView->labels().addPointLabel(curve, at);
 }
 
+void frmgraph::onPlotKeyActivated(QPointF at)
+{
+    if (m_actions->tangentMode->isChecked())
+        m_curveTools->addTangentAt(at, selectedEntry());
+    else
+        onPlotDoubleClicked(at);
+}
+
 void frmgraph::editFormulaPicture()
 {
     const std::optional<QString> forBox =

@@ -30,6 +30,7 @@ frmsettings::frmsettings(model::AppState& state, QWidget* owner)
         m_separatorBox->addItem(LoadResString(number));
     m_separatorBox->setPlaceholderText(LoadResString(1006));
     m_separatorBox->setCurrentIndex(-1);
+    m_separatorBox->setAccessibleName(LoadResString(1006));
     layout->addWidget(new QLabel(LoadResString(1006)));
     layout->addWidget(m_separatorBox);
 

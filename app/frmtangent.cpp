@@ -15,7 +15,6 @@
 #include <QListWidget>
 #include <QPainter>
 #include <QPainterPath>
-#include <QPixmap>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -39,42 +38,38 @@ W* named(W* widget, const char* name)
 
 QIcon demoIcon(int button, const QColor& ink)
 {
-    constexpr int side = 32;
-    QPixmap pixmap(side, side);
-    pixmap.fill(Qt::transparent);
-    QPainter p(&pixmap);
-    p.setRenderHint(QPainter::Antialiasing);
-    p.setPen(Qt::NoPen);
-    p.setBrush(ink);
-    switch (button) {
-    case DemoStart: {
-        QPainterPath triangle;
-        triangle.moveTo(9, 6);
-        triangle.lineTo(26, 16);
-        triangle.lineTo(9, 26);
-        triangle.closeSubpath();
-        p.drawPath(triangle);
-        break;
-    }
-    case DemoPause:
-        p.drawRect(QRectF(8, 6, 6, 20));
-        p.drawRect(QRectF(18, 6, 6, 20));
-        break;
-    case DemoStep: {
-        QPainterPath triangle;
-        triangle.moveTo(6, 6);
-        triangle.lineTo(20, 16);
-        triangle.lineTo(6, 26);
-        triangle.closeSubpath();
-        p.drawPath(triangle);
-        p.drawRect(QRectF(21, 6, 5, 20));
-        break;
-    }
-    default:
-        p.drawRect(QRectF(7, 7, 18, 18));
-        break;
-    }
-    return QIcon(pixmap);
+    return paintedIcon(32, [button, ink](QPainter& p) {
+        p.setPen(Qt::NoPen);
+        p.setBrush(ink);
+        switch (button) {
+        case DemoStart: {
+            QPainterPath triangle;
+            triangle.moveTo(9, 6);
+            triangle.lineTo(26, 16);
+            triangle.lineTo(9, 26);
+            triangle.closeSubpath();
+            p.drawPath(triangle);
+            break;
+        }
+        case DemoPause:
+            p.drawRect(QRectF(8, 6, 6, 20));
+            p.drawRect(QRectF(18, 6, 6, 20));
+            break;
+        case DemoStep: {
+            QPainterPath triangle;
+            triangle.moveTo(6, 6);
+            triangle.lineTo(20, 16);
+            triangle.lineTo(6, 26);
+            triangle.closeSubpath();
+            p.drawPath(triangle);
+            p.drawRect(QRectF(21, 6, 5, 20));
+            break;
+        }
+        default:
+            p.drawRect(QRectF(7, 7, 18, 18));
+            break;
+        }
+    });
 }
 
 QWidget* frmtangent::createRangePanel()
@@ -87,7 +82,9 @@ QWidget* frmtangent::createRangePanel()
     const int captions[3] = {4001, 4002, 4003};
     QLineEdit* fields[3] = {m_from, m_to, m_step};
     for (int i = 0; i < 3; ++i) {
-        range->addWidget(new QLabel(LoadResString(captions[i])), 0, i);
+        auto* caption = new QLabel(LoadResString(captions[i]));
+        caption->setBuddy(fields[i]); // names the box for a screen reader
+        range->addWidget(caption, 0, i);
         fields[i]->setToolTip(LoadResString(2040));
         range->addWidget(fields[i], 1, i);
     }
@@ -189,6 +186,7 @@ void frmtangent::setUsage(Usage usage)
     setProperty("helpTopic", demo ? "demonstration.html" : "guide-lines.html"); // for F1
     auto* caption = findChild<QLabel*>(QStringLiteral("listCaption"));
     caption->setText(LoadResString(demo ? 4012 : vertical ? 4013 : 4014));
+    m_entry->setAccessibleName(caption->text());
     setWindowTitle(demo ? LoadResString(4026)
                         : LoadResString(vertical ? 478 : 480).remove(QLatin1Char('&')));
 }

@@ -1,5 +1,6 @@
 #include "app/plot_label.h"
 
+#include "app/plot_widget.h"
 #include "model/strings.h"
 
 #include <QContextMenuEvent>
@@ -12,7 +13,7 @@ namespace curvix::app {
 PlotLabel::PlotLabel(double worldX, double worldY, QWidget* plot)
     : QLabel(plot), m_x(worldX), m_y(worldY)
 {
-    setFocusPolicy(Qt::ClickFocus);
+    setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::OpenHandCursor);
     setAttribute(Qt::WA_DeleteOnClose);
 }
@@ -46,13 +47,58 @@ void PlotLabel::mouseReleaseEvent(QMouseEvent* event)
     }
 }
 
+namespace {
+
+QPoint arrowStep(const QKeyEvent* event)
+{
+    const int step = event->modifiers() & Qt::ShiftModifier ? 10 : 1;
+    switch (event->key()) {
+    case Qt::Key_Left: return {-step, 0};
+    case Qt::Key_Right: return {step, 0};
+    case Qt::Key_Up: return {0, -step};
+    case Qt::Key_Down: return {0, step};
+    default: return {};
+    }
+}
+
+} // namespace
+
+bool PlotLabel::event(QEvent* event)
+{
+    // The arrow keys move the focused label, before the window's shortcuts take them.
+    if (event->type() == QEvent::ShortcutOverride) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        const Qt::KeyboardModifiers others =
+            key->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier);
+        if (!arrowStep(key).isNull() && !others) {
+            event->accept();
+            return true;
+        }
+    }
+    return QLabel::event(event);
+}
+
 void PlotLabel::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace) {
         close();
         return;
     }
+    if (const QPoint step = arrowStep(event); !step.isNull()) {
+        move(pos() + step);
+        emit moved(pos());
+        return;
+    }
     QLabel::keyPressEvent(event);
+}
+
+void PlotLabel::paintEvent(QPaintEvent* event)
+{
+    QLabel::paintEvent(event);
+    if (!hasFocus())
+        return;
+    QPainter painter(this);
+    paintFocusFrame(painter, *this);
 }
 
 void PlotLabel::contextMenuEvent(QContextMenuEvent* event)

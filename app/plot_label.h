@@ -5,7 +5,8 @@
 namespace curvix::app {
 
 // A text or formula picture lying over the plot at a world position. It is moved by
-// dragging and removed from its context menu or with the Delete key.
+// dragging or with the arrow keys (Shift for longer steps) and removed from its context menu
+// or with the Delete key.
 class PlotLabel : public QLabel {
     Q_OBJECT
 public:
@@ -25,6 +26,8 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:

@@ -43,6 +43,10 @@ PlotView::PlotView(model::AppState& state, model::Prompter& prompter, QWidget* w
 
     m_plot->setAccessibleName(LoadResString(5063));
     m_plot->setToolTip(LoadResString(5064));
+    m_plot->setAccessibleDescription(
+        tr("Ctrl with the arrow keys pans, Page Up and Page Down zoom, the menu key opens the "
+           "tools; with the trace on, the arrow keys move it and Enter puts a point label, or "
+           "a tangent in tangent mode, where it stands"));
     m_grip->setAccessibleName(LoadResString(5065));
     m_grip->setToolTip(LoadResString(5065));
 

@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QResizeEvent>
@@ -17,6 +18,9 @@ PlotWidget::PlotWidget(QWidget* parent) : QWidget(parent)
     setAttribute(Qt::WA_OpaquePaintEvent);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setMinimumSize(120, 90);
+    // Tab reaches the plot (its keys pan, zoom and step the trace); a click leaves the focus
+    // where the user was typing.
+    setFocusPolicy(Qt::TabFocus);
     setAcceptDrops(true);
     setMouseTracking(true);
     // Labels and marks placed on the plot stand on its white paper, not on the theme.
@@ -28,6 +32,40 @@ QSize PlotWidget::devicePixelSize() const
     return size() * devicePixelRatioF();
 }
 
+void paintFocusFrame(QPainter& painter, const QWidget& widget)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(widget.palette().color(QPalette::Highlight), 2));
+    painter.drawRect(QRectF(widget.rect()).adjusted(1, 1, -1, -1));
+    painter.restore();
+}
+
+QPointF PlotWidget::keyboardPoint() const
+{
+    return m_keyboardPoint.value_or(QRectF(rect()).center());
+}
+
+void PlotWidget::keyPressEvent(QKeyEvent* event)
+{
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter: emit keyActivated(keyboardPoint()); return;
+    // Page Up and Page Down turn the wheel by one step, at the keyboard point.
+    case Qt::Key_PageUp: emit wheelTurned(1, keyboardPoint()); return;
+    case Qt::Key_PageDown: emit wheelTurned(-1, keyboardPoint()); return;
+    // The other usual key for a context menu.
+    case Qt::Key_F10:
+        if (event->modifiers() == Qt::ShiftModifier) {
+            emit rightButtonReleased(keyboardPoint());
+            return;
+        }
+        [[fallthrough]];
+    default: QWidget::keyPressEvent(event);
+    }
+}
+
 void PlotWidget::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
@@ -35,6 +73,15 @@ void PlotWidget::paintEvent(QPaintEvent*)
         painter.fillRect(rect(), Qt::white);
     else
         painter.drawImage(QPointF(0, 0), m_image);
+    if (hasFocus())
+        paintFocusFrame(painter, *this);
+}
+
+void PlotWidget::contextMenuEvent(QContextMenuEvent* event)
+{
+    // A mouse's right button is handled on its release.
+    if (event->reason() != QContextMenuEvent::Mouse)
+        emit rightButtonReleased(keyboardPoint());
 }
 
 void PlotWidget::wheelEvent(QWheelEvent* event)

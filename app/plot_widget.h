@@ -1,11 +1,17 @@
 #pragma once
 
 #include <QImage>
+#include <QPainter>
 #include <QWidget>
 
 #include <optional>
 
 namespace curvix::app {
+
+// The focus frame of the plot and of what lies on it: a line in the highlight colour along
+// the edge, which leaves the picture under it readable (a style's focus frame may tint all
+// of it).
+void paintFocusFrame(QPainter& painter, const QWidget& widget);
 
 // The plot area. It owns the persistent picture (in device pixels) that the full redraw
 // paints and that printing, copying and saving take; on screen it only shows that picture.
@@ -20,6 +26,10 @@ public:
     const QImage& image() const { return m_image; }
     // The picture's size for the widget's current size and screen, in device pixels.
     QSize devicePixelSize() const;
+    // Where the keyboard acts on the plot (Enter, the menu key): the trace's point while
+    // there is one, else the middle.
+    void setKeyboardPoint(std::optional<QPointF> at) { m_keyboardPoint = at; }
+    QPointF keyboardPoint() const;
 
 signals:
     void resized();
@@ -31,6 +41,9 @@ signals:
     void leftDragged(QPointF at);
     void leftButtonReleased(QPointF at);
     void doubleClicked(QPointF at);
+    // Enter or Return with the focus on the plot, at the keyboard point (Page Up and Page
+    // Down are a turn of the wheel there).
+    void keyActivated(QPointF at);
     // The pointer over the plot, with or without a button held.
     void pointerMoved(QPointF at);
     // A drag of the view (middle button, or Ctrl with the left): the pixels it has moved
@@ -43,11 +56,14 @@ signals:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    // The menu key opens the plot's menu as a right click at the keyboard point does.
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -56,6 +72,7 @@ private:
     QImage m_image;
     // Where the drag of the view began; none while no drag is on.
     std::optional<QPointF> m_panFrom;
+    std::optional<QPointF> m_keyboardPoint;
 };
 
 } // namespace curvix::app

@@ -158,8 +158,10 @@ void RangePanel::describeControls()
         describe(m_xRow[c], LoadResString(5043 + c), LoadResString(tip));
         describe(m_yRow[c], LoadResString(5047 + c), LoadResString(tip));
     }
-    for (int c = 0; c < 3; ++c)
+    for (int c = 0; c < 3; ++c) {
         describe(m_fractions[c], LoadResString(5054).arg(LoadResString(5043 + c)), LoadResString(5055));
+        m_fractions[c]->nameFields(LoadResString(5043 + c));
+    }
     for (int i = 0; i < 3; ++i)
         describe(m_angleOptions[i], plainText(452 + i), LoadResString(5056 + i));
     describe(m_exactTrig, plainText(456), LoadResString(5059));

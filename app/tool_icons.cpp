@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QEvent>
+#include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
@@ -21,14 +22,77 @@ void magnifier(QPainter& p, bool plus)
         p.drawLine(QPointF(20, 13), QPointF(20, 27));
 }
 
-void glyph(QPainter& p, const QString& text, double size)
+// f': a hooked stem with a cross bar, and the prime, drawn as strokes so that no font is
+// needed.
+void derivativeSign(QPainter& p)
 {
-    QFont font(QStringLiteral("DejaVu Serif"));
-    font.setItalic(true);
-    font.setPixelSize(int(size));
-    p.setFont(font);
-    p.drawText(QRect(0, 0, kSide, kSide), Qt::AlignCenter, text);
+    QPainterPath f;
+    f.moveTo(30, 9);
+    f.cubicTo(26, 5, 20, 6, 19, 13);
+    f.lineTo(15, 36);
+    f.cubicTo(14, 42, 9, 43, 6, 40);
+    p.drawPath(f);
+    p.drawLine(QPointF(11, 20), QPointF(26, 20));
+    p.drawLine(QPointF(37, 8), QPointF(33, 19));
 }
+
+// The integral sign: a long S with round ends.
+void integralSign(QPainter& p)
+{
+    QPainterPath s;
+    s.moveTo(33, 9);
+    s.cubicTo(31, 3, 24, 3, 23, 12);
+    s.lineTo(21, 36);
+    s.cubicTo(20, 45, 13, 45, 11, 39);
+    p.drawPath(s);
+    p.setBrush(p.pen().color());
+    p.drawEllipse(QPointF(33, 9), 2, 2);
+    p.drawEllipse(QPointF(11, 39), 2, 2);
+}
+
+class PaintedIconEngine : public QIconEngine {
+public:
+    PaintedIconEngine(int side, std::function<void(QPainter&)> paint)
+        : m_side(side), m_paint(std::move(paint))
+    {
+    }
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
+    {
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->translate(rect.topLeft());
+        painter->scale(double(rect.width()) / m_side, double(rect.height()) / m_side);
+        if (mode == QIcon::Disabled)
+            painter->setOpacity(0.4);
+        m_paint(*painter);
+        painter->restore();
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
+    {
+        QPixmap pixmap(size);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        paint(&painter, QRect(QPoint(0, 0), size), mode, state);
+        return pixmap;
+    }
+
+    // Window managers take an icon's pixmaps at the sizes it lists.
+    QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override
+    {
+        QList<QSize> sizes;
+        for (const int side : {16, 22, 24, 32, 48, 64, 128, 256})
+            sizes << QSize(side, side);
+        return sizes;
+    }
+
+    QIconEngine* clone() const override { return new PaintedIconEngine(m_side, m_paint); }
+
+private:
+    int m_side;
+    std::function<void(QPainter&)> m_paint;
+};
 
 // Repaints its button's icon when the colours around the button change.
 class IconInk : public QObject {
@@ -59,19 +123,8 @@ private:
     std::function<QIcon(const QColor&)> m_paint;
 };
 
-} // namespace
-
-void setThemedIcon(QAbstractButton* button, std::function<QIcon(const QColor& ink)> paint)
+void paintToolIcon(QPainter& p, int index, const QColor& ink)
 {
-    new IconInk(button, std::move(paint));
-}
-
-QIcon toolIcon(int index, const QColor& ink)
-{
-    QPixmap pixmap(kSide, kSide);
-    pixmap.fill(Qt::transparent);
-    QPainter p(&pixmap);
-    p.setRenderHint(QPainter::Antialiasing);
     QPen pen(ink, 3.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin);
     p.setPen(pen);
     QPainterPath parabola;
@@ -95,8 +148,8 @@ QIcon toolIcon(int index, const QColor& ink)
         p.drawPath(parabola);
         p.drawLine(QPointF(4, 42), QPointF(44, 22));
         break;
-    case 5: glyph(p, QStringLiteral("f'"), 30); break;
-    case 6: glyph(p, QStringLiteral("\u222B"), 36); break;
+    case 5: derivativeSign(p); break;
+    case 6: integralSign(p); break;
     case 7: // delete
         p.drawLine(QPointF(12, 12), QPointF(36, 36));
         p.drawLine(QPointF(36, 12), QPointF(12, 36));
@@ -137,7 +190,23 @@ QIcon toolIcon(int index, const QColor& ink)
         break;
     }
     }
-    return QIcon(pixmap);
+}
+
+} // namespace
+
+void setThemedIcon(QAbstractButton* button, std::function<QIcon(const QColor& ink)> paint)
+{
+    new IconInk(button, std::move(paint));
+}
+
+QIcon paintedIcon(int side, std::function<void(QPainter&)> paint)
+{
+    return QIcon(new PaintedIconEngine(side, std::move(paint)));
+}
+
+QIcon toolIcon(int index, const QColor& ink)
+{
+    return paintedIcon(kSide, [index, ink](QPainter& p) { paintToolIcon(p, index, ink); });
 }
 
 } // namespace curvix::app

@@ -5,8 +5,13 @@
 #include <functional>
 
 class QAbstractButton;
+class QPainter;
 
 namespace curvix::app {
+
+// An icon drawn by paint on a side x side canvas, scaled to the size and pixel density it
+// is asked for, so that it is sharp on every screen. A disabled icon is drawn faded.
+QIcon paintedIcon(int side, std::function<void(QPainter&)> paint);
 
 // The pictures of the eleven tool buttons, drawn in the given ink so that they follow the
 // palette: print, zoom in, zoom out, trace, tangents, derivative, primitive, delete,

@@ -131,6 +131,7 @@ WindowActions createWindowActions(QMainWindow* window, model::Prompter& prompter
     installContextHelp(); // F1 on a control, here and in the dialogs, opens its topic
     a.zoomIn->setShortcut(QKeySequence::ZoomIn);
     a.zoomOutStep->setShortcut(QKeySequence::ZoomOut);
+    a.zoomToStart->setShortcut(Qt::CTRL | Qt::Key_0);
     return a;
 }
 

@@ -142,7 +142,12 @@ bool writePlotFile(const model::AppState& state, const QImage& picture,
         const QByteArray format = suffix == QLatin1String("png") ? "png" : "bmp";
         QImageWriter writer(&file, format);
         // A device-independent bitmap has no alpha; PNG keeps every pixel exactly.
-        const QImage image = format == "bmp" ? picture.convertToFormat(QImage::Format_RGB32) : picture;
+        QImage image = format == "bmp" ? picture.convertToFormat(QImage::Format_RGB32) : picture;
+        // The picture is in device pixels: at ratio 2 it has 192 of them to the screen's inch,
+        // so that it prints and is placed in a document at the size it had on screen.
+        const int dotsPerMeter = qRound(kScreenDpi * picture.devicePixelRatio() / 0.0254);
+        image.setDotsPerMeterX(dotsPerMeter);
+        image.setDotsPerMeterY(dotsPerMeter);
         if (!writer.write(image)) {
             file.cancelWriting();
             return fail(error, writer.errorString());

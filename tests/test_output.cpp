@@ -3,6 +3,8 @@
 #include "app/plot_labels.h"
 #include "app/plot_view.h"
 #include "app/plot_widget.h"
+#include "output/picture_file.h"
+#include "plot/render.h"
 #include "scripted_prompter.h"
 #include "widget_lookup.h"
 
@@ -109,6 +111,34 @@ private slots:
         const QImage back(file.fileName());
         if (!back.isNull() && !written.endsWith(QLatin1String(".svg")))
             QCOMPARE(back.convertToFormat(QImage::Format_RGB32), plot.convertToFormat(QImage::Format_RGB32));
+    }
+
+    void picturesCarryTheirDensity_data()
+    {
+        QTest::addColumn<QString>("suffix");
+        QTest::addColumn<double>("ratio");
+        for (const QString& suffix : {QStringLiteral("png"), QStringLiteral("bmp")})
+            for (double ratio : {1.0, 1.5, 2.0})
+                QTest::newRow(qPrintable(QStringLiteral("%1 at %2").arg(suffix).arg(ratio))) << suffix << ratio;
+    }
+
+    // A picture of a dense screen says so: at ratio 2 it has 192 dots to the inch, so that
+    // it is placed in a document at the size it had on screen.
+    void picturesCarryTheirDensity()
+    {
+        QFETCH(QString, suffix);
+        QFETCH(double, ratio);
+        model::AppState state;
+        plot::InitPlotDefaults(state);
+        QImage picture((QSizeF(200, 150) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+        picture.setDevicePixelRatio(ratio);
+        picture.fill(Qt::white);
+        const QString name = m_home.filePath(QStringLiteral("density.") + suffix);
+        QString error;
+        QVERIFY2(output::writePlotFile(state, picture, plot::RedrawOptions(), name, &error), qPrintable(error));
+        const QImage back(name);
+        QCOMPARE(qRound(back.dotsPerMeterX() * 0.0254), qRound(96 * ratio));
+        QCOMPARE(qRound(back.dotsPerMeterY() * 0.0254), qRound(96 * ratio));
     }
 
     void copyAndPrint()

@@ -731,7 +731,7 @@ private slots:
     void keyboardAndScreenReaders()
     {
         ShownWindow w;
-        QStringList expected{"Text5", "imgcombfunc", "Command1_0"};
+        QStringList expected{"Text5", "imgcombfunc", "Command1_0", "Picture1"};
         for (const char* row : {"Text4", "Text6"})
             for (int i = 0; i < 4; ++i)
                 expected << QStringLiteral("%1_%2").arg(QLatin1String(row)).arg(i);
