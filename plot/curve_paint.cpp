@@ -33,6 +33,32 @@ void setPicturePixels(QImage& picture, const PlotScale& deviceScale,
     }
 }
 
+// Dots as strokes: each run of touching pixels in a column (or a row) one stroke from the
+// run's first pixel to a dot's width past its last; the caller moves the strokes half a
+// dot across, so that they cover the dots a picture gets.
+QPainterPath pixelStrokes(std::vector<QPoint> cells, bool columns, double dot)
+{
+    auto along = [columns](QPoint p) { return columns ? p.y() : p.x(); };
+    auto across = [columns](QPoint p) { return columns ? p.x() : p.y(); };
+    std::sort(cells.begin(), cells.end(), [&](QPoint a, QPoint b) {
+        return across(a) != across(b) ? across(a) < across(b) : along(a) < along(b);
+    });
+    auto point = [columns](double acrossAt, double alongAt) {
+        return columns ? QPointF(acrossAt, alongAt) : QPointF(alongAt, acrossAt);
+    };
+    QPainterPath path;
+    for (std::size_t i = 0; i < cells.size();) {
+        std::size_t last = i;
+        while (last + 1 < cells.size() && across(cells[last + 1]) == across(cells[i]) &&
+               along(cells[last + 1]) <= along(cells[last]) + 1)
+            ++last;
+        path.moveTo(point(across(cells[i]), along(cells[i])));
+        path.lineTo(point(across(cells[i]), along(cells[last]) + dot));
+        i = last + 1;
+    }
+    return path;
+}
+
 // One smooth curve on a picture: the coverage of its lines is gathered first, taking the
 // larger coverage where two segments meet, and then laid on the picture in the curve's
 // colour, so that joints are not darker than the line. The painter's stroker takes some
@@ -174,8 +200,8 @@ void drawCurvePoints(Surface& surface, const std::vector<eval::PointD>& points,
                          surface.lineWidth);
         return;
     }
-    // A vector medium gets the dots as one path: the pixels of the plot they fall on, each
-    // column's touching pixels one stroke as wide as a pixel. Thousands of separate squares
+    // A vector medium gets the dots as one path: the pixels of the plot they fall on, the
+    // touching ones of a column or row one stroke as wide as a dot. A square for each point
     // would make a file of megabytes; whole pixels keep the numbers short.
     const QSizeF area = surface.scale.pixels();
     std::vector<QPoint> cells;
@@ -187,25 +213,18 @@ void drawCurvePoints(Surface& surface, const std::vector<eval::PointD>& points,
     }
     if (cells.empty())
         return;
-    std::sort(cells.begin(), cells.end(), [](QPoint a, QPoint b) {
-        return a.x() != b.x() ? a.x() < b.x() : a.y() < b.y();
-    });
-    QPainterPath path;
-    for (std::size_t i = 0; i < cells.size();) {
-        std::size_t last = i;
-        while (last + 1 < cells.size() && cells[last + 1].x() == cells[i].x() &&
-               cells[last + 1].y() <= cells[last].y() + 1)
-            ++last;
-        path.moveTo(cells[i].x(), cells[i].y());
-        path.lineTo(cells[i].x(), cells[last].y() + 1);
-        i = last + 1;
-    }
+    // Steep curves take fewer strokes down the columns, flat ones along the rows.
+    const double dot = surface.lineWidth;
+    const QPainterPath down = pixelStrokes(cells, true, dot);
+    const QPainterPath along = pixelStrokes(cells, false, dot);
+    const bool columns = down.elementCount() <= along.elementCount();
+    const QPainterPath& path = columns ? down : along;
     QPainter& painter = surface.painter;
     painter.save();
-    // Half a pixel across puts the strokes on whole numbers.
-    painter.translate(0.5, 0);
+    // Half a dot across keeps the strokes on whole numbers.
+    painter.translate(columns ? QPointF(dot / 2, 0) : QPointF(0, dot / 2));
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(color, surface.lineWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+    painter.setPen(QPen(color, dot, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
     painter.drawPath(path);
     painter.restore();
 }
