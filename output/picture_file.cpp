@@ -85,11 +85,4 @@ bool writePlotFile(const model::AppState& state, const QImage& picture,
     return true;
 }
 
-QRectF printRect(QSizeF pictureLogicalSize, double printerDpi, double screenDpi)
-{
-    const double inset = 100.0 / 1440.0 * printerDpi;
-    const double scale = screenDpi > 0 ? printerDpi / screenDpi : 1;
-    return {QPointF(inset, inset), pictureLogicalSize * scale};
-}
-
 } // namespace curvix::output

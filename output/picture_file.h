@@ -24,8 +24,4 @@ bool writePlotFile(const model::AppState& state, const QImage& picture,
                    const plot::RedrawOptions& options, const QString& fileName, QString* error,
                    const PictureLabels& labels);
 
-// Where a printout puts the picture, in the printer's pixels: its corner 100 twips in from
-// the printable area's, at the size it has on the screen, never fitted to the page.
-QRectF printRect(QSizeF pictureLogicalSize, double printerDpi, double screenDpi);
-
 } // namespace curvix::output
