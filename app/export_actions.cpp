@@ -65,9 +65,9 @@ void ExportActions::paintPrintout(QPrinter& printer)
     const QImage picture = m_view.capturePicture(options);
     QPainter painter;
     if (!failed(painter.begin(&printer), LoadResString(2051))) {
-        output::paintPrintout(painter, QSizeF(printer.width(), printer.height()), printer.resolution(),
-                              m_view.plot()->logicalDpiX(), picture.deviceIndependentSize(),
-                              sceneFor(picture, options));
+        output::paintPrintout(painter, QSizeF(printer.width(), printer.height()),
+                              printer.resolution(), m_view.plot()->logicalDpiX(),
+                              picture.deviceIndependentSize(), sceneFor(picture, options));
         painter.end();
     }
     m_view.endCapture();
@@ -95,7 +95,8 @@ bool ExportActions::savePicture(const QString& fileName)
     const QImage picture = m_view.capturePicture(options);
     QString error;
     const bool saved =
-        !failed(output::writePlotFile(m_state, picture, options, fileName, &error, m_view.pictureLabels()),
+        !failed(output::writePlotFile(m_state, picture, options, fileName, &error,
+                                      m_view.pictureLabels()),
                 error);
     m_view.endCapture();
     return saved;

@@ -66,7 +66,8 @@ bool writePlotFile(const model::AppState& state, const QImage& picture,
     if (!file.open(QIODevice::WriteOnly))
         return fail(error, file.errorString());
     if (vector) {
-        if (!writeVector(state, picture, options, labels, file, suffix == QLatin1String("pdf"), error)) {
+        const bool pdf = suffix == QLatin1String("pdf");
+        if (!writeVector(state, picture, options, labels, file, pdf, error)) {
             file.cancelWriting();
             return false;
         }

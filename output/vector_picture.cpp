@@ -137,9 +137,10 @@ void paintVectorPicture(QPainter& painter, QSizeF logical, const VectorScene& sc
     painter.setClipRect(QRectF(QPointF(0, 0), logical), Qt::IntersectClip);
     if (options.background.alpha() > 0)
         painter.fillRect(QRectF(QPointF(0, 0), logical), options.background);
-    plot::paintPlotLayer(scene.state, painter, logical, nullptr, options, plot::PlotLayer::UnderFills);
+    using plot::PlotLayer;
+    plot::paintPlotLayer(scene.state, painter, logical, nullptr, options, PlotLayer::UnderFills);
     paintFills(painter, scene, logical);
-    plot::paintPlotLayer(scene.state, painter, logical, nullptr, options, plot::PlotLayer::OverFills);
+    plot::paintPlotLayer(scene.state, painter, logical, nullptr, options, PlotLayer::OverFills);
     paintLabels(painter, scene.labels);
     painter.restore();
 }

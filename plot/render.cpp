@@ -72,8 +72,16 @@ QPainterPath arrowPath(int number, QPointF origin, QSizeF area)
     QTransform turn;
     QSizeF size(12, 9);
     switch (number) {
-    case 22: turn.rotate(90); size.transpose(); turn = turn * QTransform::fromTranslate(9, 0); break;
-    case 30: turn.rotate(-90); size.transpose(); turn = turn * QTransform::fromTranslate(0, 12); break;
+    case 22:
+        turn.rotate(90);
+        size.transpose();
+        turn = turn * QTransform::fromTranslate(9, 0);
+        break;
+    case 30:
+        turn.rotate(-90);
+        size.transpose();
+        turn = turn * QTransform::fromTranslate(0, 12);
+        break;
     case 21: turn = QTransform(-1, 0, 0, 1, 12, 0); break;
     default: break;
     }
@@ -103,8 +111,8 @@ void drawArrows(Surface& surface, const model::ViewWindow& view,
             continue;
         }
         const QImage& picture = arrowPicture(end.picture, color);
-        surface.painter.drawImage(arrowCorner(end.picture, picture.deviceIndependentSize(), origin, area),
-                                  picture);
+        const QSizeF size = picture.deviceIndependentSize();
+        surface.painter.drawImage(arrowCorner(end.picture, size, origin, area), picture);
     }
 }
 
@@ -316,7 +324,8 @@ QImage fillMask(const QImage& picture, const model::AppState& state, bool arrows
     QPainter painter(&mask);
     painter.setRenderHint(QPainter::Antialiasing, false);
     const PlotScale scale = SetPlotScale(mask.deviceIndependentSize(), state.view);
-    Surface surface{&mask, painter, scale, SetPlotScale(QSizeF(mask.size()), state.view), lineWidth};
+    Surface surface{&mask, painter, scale, SetPlotScale(QSizeF(mask.size()), state.view),
+                    lineWidth};
     const QColor border(kMaskBorder);
     drawAxis(surface, state.view, 0, border);
     drawAxis(surface, state.view, 1, border);
@@ -377,8 +386,8 @@ Surface paintUnderLabels(const model::AppState& state, QPainter& painter, QSizeF
     painter.setRenderHint(QPainter::TextAntialiasing, true);
     painter.setFont(options.font);
     const PlotScale scale = SetPlotScale(logical, view);
-    Surface surface{raster, painter, scale, raster ? SetPlotScale(QSizeF(raster->size()), view) : scale,
-                    options.lineWidth};
+    const PlotScale deviceScale = raster ? SetPlotScale(QSizeF(raster->size()), view) : scale;
+    Surface surface{raster, painter, scale, deviceScale, options.lineWidth};
 
     const QColor gridColor = colorFromValue(state.gridColor);
     const QColor axisColor = colorFromValue(state.axisColor);
@@ -435,8 +444,9 @@ void paintPlotLayer(const model::AppState& state, QPainter& painter, QSizeF logi
     painter.setFont(options.font);
     painter.setRenderHint(QPainter::TextAntialiasing, true);
     const PlotScale scale = SetPlotScale(logical, state.view);
-    Surface surface{raster, painter, scale, raster ? SetPlotScale(QSizeF(raster->size()), state.view) : scale,
-                    options.lineWidth};
+    const PlotScale deviceScale =
+        raster ? SetPlotScale(QSizeF(raster->size()), state.view) : scale;
+    Surface surface{raster, painter, scale, deviceScale, options.lineWidth};
     paintReadouts(surface, state, options);
 }
 

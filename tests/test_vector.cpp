@@ -40,7 +40,8 @@ struct Scene {
         labels.font = options.font;
         model::SymbolicLinkCheck links({});
         for (int i = 0; i < curves; ++i) {
-            model::addFunction(state, prompter, links, QString::fromLatin1(kFormulas[i]), QStringLiteral("f(x)"));
+            model::addFunction(state, prompter, links, QString::fromLatin1(kFormulas[i]),
+                               QStringLiteral("f(x)"));
             state.graphs.back().color = kCurveColors[std::size_t(i)];
         }
     }
@@ -51,15 +52,17 @@ struct Scene {
         QBuffer buffer;
         buffer.open(QIODevice::WriteOnly);
         QString error;
-        if (!output::writeVectorPicture(buffer, format, picture.deviceIndependentSize(), vectorScene(), &error))
+        if (!output::writeVectorPicture(buffer, format, picture.deviceIndependentSize(),
+                                        vectorScene(), &error))
             qWarning("not written: %s", qPrintable(error));
         return buffer.data();
     }
     // The numbers at the ticks, as the screen's picture lays them out.
     QStringList tickTexts()
     {
-        const plot::TickLayout layout = plot::layoutTicks(state.view, options, state.angleUnit,
-                                                          picture.deviceIndependentSize(), options.font, &picture);
+        const plot::TickLayout layout =
+            plot::layoutTicks(state.view, options, state.angleUnit, picture.deviceIndependentSize(),
+                              options.font, &picture);
         QStringList texts;
         for (const plot::TickLabel& label : layout.labels) {
             texts << label.text;
@@ -97,24 +100,24 @@ SvgContents readSvg(const QByteArray& bytes)
             const QString stroke = a.value(QLatin1String("stroke")).toString();
             const QString fill = a.value(QLatin1String("fill")).toString();
             colors.push_back(stroke != QLatin1String("none") && !stroke.isEmpty() ? stroke : fill);
-            if (!stroke.isEmpty() && stroke != QLatin1String("none") && a.hasAttribute(QLatin1String("stroke-width")))
-                contents.thinnestStroke = std::min(contents.thinnestStroke, a.value(QLatin1String("stroke-width")).toDouble());
+            if (!stroke.isEmpty() && stroke != QLatin1String("none") &&
+                a.hasAttribute(QLatin1String("stroke-width")))
+                contents.thinnestStroke = std::min(
+                    contents.thinnestStroke, a.value(QLatin1String("stroke-width")).toDouble());
         } else if (xml.name() == QLatin1String("path")) {
             ++contents.pathsByColor[colors.back().toLower()];
         } else if (xml.name() == QLatin1String("image")) {
             ++contents.images;
         } else if (xml.name() == QLatin1String("text")) {
-            contents.texts << xml.readElementText(QXmlStreamReader::IncludeChildElements).simplified();
+            contents.texts
+                << xml.readElementText(QXmlStreamReader::IncludeChildElements).simplified();
         }
     }
     contents.wellFormed = !xml.hasError();
     return contents;
 }
 
-QString svgColor(quint32 value)
-{
-    return plot::colorFromValue(value).name().toLower();
-}
+QString svgColor(quint32 value) { return plot::colorFromValue(value).name().toLower(); }
 
 // The words pdftotext reads from a PDF, or none when the tool is missing.
 std::optional<QStringList> pdfWords(const QString& file)
@@ -124,7 +127,8 @@ std::optional<QStringList> pdfWords(const QString& file)
     QProcess tool;
     tool.start(QStringLiteral("pdftotext"), {file, QStringLiteral("-")});
     tool.waitForFinished();
-    QStringList words = QString::fromUtf8(tool.readAllStandardOutput()).split(QRegularExpression(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
+    QStringList words = QString::fromUtf8(tool.readAllStandardOutput())
+                            .split(QRegularExpression(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
     words.sort();
     return words;
 }
@@ -177,7 +181,8 @@ class TestVector : public QObject {
         QFETCH(double, lineWidth);
         auto scene = std::make_unique<Scene>(curves, smooth);
         if (filled)
-            scene->state.fills.push_back({0.5, -2, 0x0080FF}); // inside the parabola, beside the axis
+            scene->state.fills.push_back(
+                {0.5, -2, 0x0080FF}); // inside the parabola, beside the axis
         scene->options.exactTrig = exactTrig;
         scene->options.lineWidth = lineWidth;
         scene->draw();
@@ -211,7 +216,8 @@ private slots:
         Scene scene(1, false);
         scene.draw();
         scene.labels.texts.push_back({QStringLiteral("Vertex"), QPointF(40, 40)});
-        scene.labels.formulas.push_back({QStringLiteral("x^2/2"), QStringLiteral("f(x)"), QPointF(300, 60)});
+        scene.labels.formulas.push_back(
+            {QStringLiteral("x^2/2"), QStringLiteral("f(x)"), QPointF(300, 60)});
         const SvgContents svg = readSvg(scene.write(output::VectorFormat::Svg));
         QVERIFY(svg.texts.contains(QStringLiteral("Vertex")));
         // The formula's letters and numbers are text too, beside the ticks and the label.
@@ -225,7 +231,8 @@ private slots:
     {
         const std::unique_ptr<Scene> made = sceneFromRow();
         Scene& scene = *made;
-        const QString file = m_folder.filePath(QString::fromLatin1(QTest::currentDataTag()).replace(' ', '_') + ".pdf");
+        const QString file = m_folder.filePath(
+            QString::fromLatin1(QTest::currentDataTag()).replace(' ', '_') + ".pdf");
         {
             QFile out(file);
             QVERIFY(out.open(QIODevice::WriteOnly));
@@ -239,10 +246,11 @@ private slots:
         if (QStandardPaths::findExecutable(QStringLiteral("pdftoppm")).isEmpty())
             QSKIP("pdftoppm (poppler-utils) is not installed");
         const QString stem = file.chopped(4);
-        QCOMPARE(QProcess::execute(QStringLiteral("pdftoppm"),
-                                   {QStringLiteral("-r"), QStringLiteral("96"), QStringLiteral("-png"),
-                                    QStringLiteral("-singlefile"), file, stem}),
-                 0);
+        QCOMPARE(
+            QProcess::execute(QStringLiteral("pdftoppm"),
+                              {QStringLiteral("-r"), QStringLiteral("96"), QStringLiteral("-png"),
+                               QStringLiteral("-singlefile"), file, stem}),
+            0);
         const QImage rendered(stem + ".png");
         QCOMPARE(rendered.size(), scene.picture.size());
         // Antialiased edges and glyphs differ; curves, lines or fills out of place would not.
@@ -278,16 +286,20 @@ private slots:
         QVERIFY(out.open(QIODevice::WriteOnly));
         out.write(scene.write(output::VectorFormat::Pdf));
         out.close();
-        QCOMPARE(QProcess::execute(QStringLiteral("pdftoppm"),
-                                   {QStringLiteral("-r"), QStringLiteral("600"), QStringLiteral("-png"),
-                                    QStringLiteral("-singlefile"), out.fileName(), stem}),
-                 0);
+        QCOMPARE(
+            QProcess::execute(QStringLiteral("pdftoppm"),
+                              {QStringLiteral("-r"), QStringLiteral("600"), QStringLiteral("-png"),
+                               QStringLiteral("-singlefile"), out.fileName(), stem}),
+            0);
         const QImage page(stem + ".png");
         constexpr double kScale = 600.0 / 96;
-        const QPointF p = plot::SetPlotScale(scene.picture.size(), scene.state.view).toPixel(at.x(), at.y()) * kScale;
+        const QPointF p =
+            plot::SetPlotScale(scene.picture.size(), scene.state.view).toPixel(at.x(), at.y()) *
+            kScale;
         int inked = 0;
         for (int i = -60; i <= 60; ++i) {
-            const QPoint pixel = vertical ? QPoint(int(p.x()) + i, int(p.y())) : QPoint(int(p.x()), int(p.y()) + i);
+            const QPoint pixel =
+                vertical ? QPoint(int(p.x()) + i, int(p.y())) : QPoint(int(p.x()), int(p.y()) + i);
             inked += qGray(page.pixel(pixel)) < 200;
         }
         QVERIFY2(std::abs(inked - pixels * kScale) <= 2, qPrintable(QString::number(inked)));
@@ -318,7 +330,8 @@ private slots:
         page.fill(Qt::gray);
         {
             QPainter painter(&page);
-            output::paintPrintout(painter, printable, printerDpi, 96, QSizeF(logical), scene.vectorScene());
+            output::paintPrintout(painter, printable, printerDpi, 96, QSizeF(logical),
+                                  scene.vectorScene());
         }
         // The white background shows where the picture stands.
         QRect white;
@@ -332,7 +345,8 @@ private slots:
         const QSizeF screenSize = QSizeF(logical) * printerDpi / 96.0;
         QCOMPARE(white.width() < screenSize.width() - 2, scaledDown);
         // The shape is kept.
-        QVERIFY(std::abs(double(white.width()) / white.height() - double(logical.width()) / logical.height()) < 0.02);
+        QVERIFY(std::abs(double(white.width()) / white.height() -
+                         double(logical.width()) / logical.height()) < 0.02);
     }
 };
 
