@@ -184,7 +184,10 @@ int writeScene(Scene& scene, const CommandLine& line, StreamPrompter& prompter)
         plot::redraw(scene.state, picture, scene.options,
                      [&](const QString& m) { prompter.message(m); });
         output::burnDrawingLabels(picture, scene.drawing, scene.state.view, scene.options.font);
-        written = output::writePlotFile(scene.state, picture, scene.options, line.file, &error);
+        written = output::writePlotFile(
+            scene.state, picture, scene.options, line.file, &error,
+            output::drawingLabels(scene.drawing, scene.state.view, picture.deviceIndependentSize(),
+                                  scene.options.font));
         if (!written)
             error = QStringLiteral("Could not write the picture %1: %2")
                         .arg(QDir::toNativeSeparators(line.file), error);

@@ -2,6 +2,7 @@
 
 #include "model/app_state.h"
 #include "model/prompter.h"
+#include "output/vector_picture.h"
 #include "plot/render.h"
 
 #include <QObject>
@@ -9,6 +10,7 @@
 #include <functional>
 
 class QMimeData;
+class QPrinter;
 class QWidget;
 
 namespace curvix::app {
@@ -25,8 +27,12 @@ public:
     ExportActions(const model::AppState& state, model::Prompter& prompter, PlotView& view,
                   OptionsSource options, QWidget* window);
 
+    // The picture and its SVG onto the clipboard.
     void copy();
+    // Prints the picture as text and shapes, after the printer dialog.
     void print();
+    // The printout in a preview window, from which it can be printed.
+    void printPreview();
     // The picture into a file of the type its ending names (a bitmap without one); false,
     // with a message naming the file and the reason, when it cannot be written.
     bool savePicture(const QString& fileName);
@@ -36,6 +42,8 @@ public:
     void startDrag();
 
 private:
+    output::VectorScene sceneFor(const QImage& picture, const plot::RedrawOptions& options) const;
+    void paintPrintout(QPrinter& printer);
     // Shows a failed export's reason and tells whether it failed.
     bool failed(bool ok, const QString& reason);
 

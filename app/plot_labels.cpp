@@ -148,6 +148,21 @@ void PlotLabels::burnInto(QImage& picture) const
     output::burnOverlays(picture, pictures, texts(m_texts), {}, m_font);
 }
 
+output::PictureLabels PlotLabels::pictureLabels() const
+{
+    output::PictureLabels labels;
+    labels.font = m_font;
+    for (const QPointer<PlotLabel>& label : m_texts)
+        if (label)
+            labels.texts.push_back({label->text(), QPointF(label->geometry().topLeft())});
+    for (const QPointer<PlotLabel>& label : m_formulas)
+        if (label)
+            labels.formulas.push_back({label->property("formula").toString(),
+                                       label->property("variableLabel").toString(),
+                                       QPointF(label->geometry().topLeft())});
+    return labels;
+}
+
 void PlotLabels::clear()
 {
     m_clearing = true;

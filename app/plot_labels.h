@@ -3,6 +3,7 @@
 #include "model/app_state.h"
 #include "model/drawing.h"
 #include "model/prompter.h"
+#include "output/vector_picture.h"
 #include "plot/coordinates.h"
 
 #include <QFont>
@@ -37,6 +38,8 @@ public:
     // Labels keep their world position: a zoom or a new range moves them with the plot.
     void placeAll(const plot::PlotScale& scale);
     void burnInto(QImage& picture) const;
+    // The labels as data for media that keep text: texts and formulas at their corners.
+    output::PictureLabels pictureLabels() const;
     void clear();
     // The labels as a drawing keeps them (texts, point labels, formula pictures), and the
     // labels of a drawing put in place of these.

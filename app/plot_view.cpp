@@ -196,6 +196,11 @@ QImage PlotView::capturePicture(const plot::RedrawOptions& options)
     return picture;
 }
 
+output::PictureLabels PlotView::pictureLabels() const
+{
+    return m_labels->pictureLabels();
+}
+
 void PlotView::endCapture()
 {
     // Black after every export, whatever the grip had before.

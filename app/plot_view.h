@@ -2,6 +2,7 @@
 
 #include "model/app_state.h"
 #include "model/prompter.h"
+#include "output/vector_picture.h"
 #include "plot/coordinates.h"
 #include "plot/render.h"
 #include "plot/zoom.h"
@@ -60,6 +61,8 @@ public:
     // grip takes the background colour meanwhile. endCapture() draws the plot again.
     QImage capturePicture(const plot::RedrawOptions& options);
     void endCapture();
+    // The labels over the plot as data, for vector pictures.
+    output::PictureLabels pictureLabels() const;
 
 signals:
     void redrawNeeded();

@@ -34,6 +34,8 @@ void createFileAndEditMenus(QMenuBar* bar, WindowActions& a)
     a.fileMenu = addMenu(bar, nullptr, "mnufile", LoadResString(2000));
     a.newDrawing = addCommand(a.fileMenu, "mnunew", LoadResString(426));
     a.saveAs = addCommand(a.fileMenu, "mnusaveas", LoadResString(428) + QStringLiteral("..."));
+    a.printPreview =
+        addCommand(a.fileMenu, "mnuprintpreview", LoadResString(2100) + QStringLiteral("..."));
     a.print = addCommand(a.fileMenu, "mnuprint", LoadResString(429) + QStringLiteral("..."));
     a.fileMenu->addSeparator();
     a.exit = addCommand(a.fileMenu, "mnuexit", LoadResString(2001));

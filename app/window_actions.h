@@ -27,6 +27,7 @@ struct WindowActions {
     QAction* newDrawing = nullptr;
     QAction* saveAs = nullptr;
     QAction* print = nullptr;
+    QAction* printPreview = nullptr;
     QAction* exit = nullptr;
     QAction* copy = nullptr;
     QAction* zoomIn = nullptr;

@@ -1,16 +1,18 @@
 // Milliseconds of a full redraw of a 1600x1000 plot with 0, 1, 10 and 50 curves as dots and
 // with 10 smooth curves, and its two phases apart: sampling the drawing and painting the
-// sampled state.
+// sampled state; and of writing the picture of 10 curves as PDF and SVG, with its size.
 
 #include "model/graph_list.h"
 #include "plot/colors.h"
 #include "plot/coordinates.h"
+#include "output/vector_picture.h"
 #include "plot/render.h"
 
 #include "median_reporter.h"
 
 #include <benchmark/benchmark.h>
 
+#include <QBuffer>
 #include <QGuiApplication>
 
 #include <cstdio>
@@ -33,10 +35,11 @@ using NullPrompter = model::DialogFreePrompter;
 
 struct Scene {
     model::AppState state;
-    QImage picture{kSize, QImage::Format_ARGB32_Premultiplied};
+    QImage picture;
     plot::RedrawOptions options;
 
-    explicit Scene(int curves, bool smooth = false)
+    explicit Scene(int curves, bool smooth = false, QSize size = kSize)
+        : picture(size, QImage::Format_ARGB32_Premultiplied)
     {
         plot::InitPlotDefaults(state);
         state.smoothCurves = smooth;
@@ -111,6 +114,22 @@ void painting(benchmark::State& s)
     }
 }
 
+// The picture the command line writes by default (800x600) with 10 curves as dots, as a
+// PDF (format 0) or an SVG (1); the bytes of the last file are kept for the summary.
+std::map<int, qint64> exportBytes;
+
+void exportVector(benchmark::State& s)
+{
+    const Scene scene(10, false, QSize(800, 600));
+    const auto format = s.range(0) == 0 ? output::VectorFormat::Pdf : output::VectorFormat::Svg;
+    const output::VectorScene vector{scene.state, scene.options, {}, 1};
+    for (auto _ : s) {
+        QBuffer file;
+        file.open(QIODevice::WriteOnly);
+        output::writeVectorPicture(file, format, scene.picture.deviceIndependentSize(), vector, nullptr);
+        exportBytes[int(s.range(0))] = file.size();
+    }
+}
 
 } // namespace
 
@@ -119,6 +138,7 @@ BENCHMARK(smoothRedraw)->Arg(10)->Unit(benchmark::kNanosecond);
 BENCHMARK(fills)->Unit(benchmark::kNanosecond);
 BENCHMARK(sampling)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
 BENCHMARK(painting)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
+BENCHMARK(exportVector)->Arg(0)->Arg(1)->Unit(benchmark::kNanosecond);
 
 int main(int argc, char** argv)
 {
@@ -142,5 +162,8 @@ int main(int argc, char** argv)
     const auto fill = reporter.medianMs.find("fills");
     std::printf("fill whole plot 1600x1000 median ms = %.3f\n",
                 fill == reporter.medianMs.end() ? -1.0 : fill->second);
+    for (const auto& [format, name] : {std::pair(0, "pdf"), std::pair(1, "svg")})
+        std::printf("export %s 10 curves median ms = %.3f (800x600, %.1f KB)\n", name,
+                    ms("exportVector", format), double(exportBytes[format]) / 1024);
     return 0;
 }

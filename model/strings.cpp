@@ -137,6 +137,7 @@ constexpr Entry kTable[] = {
     {2092, QT_TRANSLATE_NOOP3("StringTable", "&Language", "2092")},
     {2093, QT_TRANSLATE_NOOP3("StringTable", "&System language", "2093")},
     {2094, QT_TRANSLATE_NOOP3("StringTable", "The new language takes effect when Curvix starts next time.", "2094")},
+    {2100, QT_TRANSLATE_NOOP3("StringTable", "Print Pre&view", "2100")},
     {2035, QT_TRANSLATE_NOOP3("StringTable", "The %1 and %2 are too close together for numbers that large; the last good view is kept", "2035")},
     {2060, QT_TRANSLATE_NOOP3("StringTable", "Remove &tangents", "2060")},
     {2061, QT_TRANSLATE_NOOP3("StringTable", "Play the trace", "2061")},

@@ -3,19 +3,12 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QImageWriter>
-#include <QPageSize>
-#include <QPainter>
-#include <QPdfWriter>
 #include <QSaveFile>
 #include <QStandardPaths>
-#include <QSvgGenerator>
 
 namespace curvix::output {
 
 namespace {
-
-// The size of one pixel of the screen for vector media.
-constexpr double kScreenDpi = 96;
 
 bool fail(QString* error, const QString& message)
 {
@@ -24,76 +17,14 @@ bool fail(QString* error, const QString& message)
     return false;
 }
 
-// What the picture holds beyond the plain plot: fills and burnt-in labels, on a clear
-// background, for laying over a vector drawing.
-QImage overlayOf(const model::AppState& state, const QImage& picture, const plot::RedrawOptions& options)
-{
-    QImage plain(picture.size(), QImage::Format_ARGB32_Premultiplied);
-    plain.setDevicePixelRatio(picture.devicePixelRatio());
-    plain.fill(options.background);
-    {
-        QPainter painter(&plain);
-        plot::paintPlot(state, painter, plain.deviceIndependentSize(), &plain, options);
-    }
-    const QImage drawn = picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    QImage overlay(picture.size(), QImage::Format_ARGB32_Premultiplied);
-    overlay.setDevicePixelRatio(picture.devicePixelRatio());
-    overlay.fill(Qt::transparent);
-    bool any = false;
-    for (int y = 0; y < drawn.height(); ++y) {
-        const auto* a = reinterpret_cast<const QRgb*>(drawn.constScanLine(y));
-        const auto* b = reinterpret_cast<const QRgb*>(plain.constScanLine(y));
-        auto* out = reinterpret_cast<QRgb*>(overlay.scanLine(y));
-        for (int x = 0; x < drawn.width(); ++x) {
-            if (a[x] != b[x]) {
-                out[x] = a[x];
-                any = true;
-            }
-        }
-    }
-    return any ? overlay : QImage();
-}
-
-void paintVector(const model::AppState& state, const QImage& picture, const plot::RedrawOptions& options,
-                 QPainter& painter, QSizeF logical)
-{
-    const QImage overlay = overlayOf(state, picture, options);
-    painter.fillRect(QRectF(QPointF(0, 0), logical), options.background);
-    plot::paintPlot(state, painter, logical, nullptr, options);
-    if (!overlay.isNull())
-        painter.drawImage(QRectF(QPointF(0, 0), logical), overlay);
-}
-
-bool paintOn(QPaintDevice& device, const model::AppState& state, const QImage& picture,
-             const plot::RedrawOptions& options, QString* error)
-{
-    QPainter painter;
-    if (!painter.begin(&device))
-        return fail(error, QStringLiteral("The file could not be started."));
-    paintVector(state, picture, options, painter, picture.deviceIndependentSize());
-    return true;
-}
-
 bool writeVector(const model::AppState& state, const QImage& picture, const plot::RedrawOptions& options,
-                 QSaveFile& file, bool pdf, QString* error)
+                 const PictureLabels& labels, QSaveFile& file, bool pdf, QString* error)
 {
-    const QSizeF logical = picture.deviceIndependentSize();
-    if (pdf) {
-        QPdfWriter writer(&file);
-        writer.setResolution(int(kScreenDpi));
-        writer.setPageMargins(QMarginsF(0, 0, 0, 0));
-        writer.setPageSize(QPageSize(logical * 72.0 / kScreenDpi, QPageSize::Point, QString(),
-                                     QPageSize::ExactMatch));
-        writer.setCreator(QStringLiteral("Curvix"));
-        return paintOn(writer, state, picture, options, error);
-    }
-    QSvgGenerator svg;
-    svg.setOutputDevice(&file);
-    svg.setSize(logical.toSize());
-    svg.setViewBox(QRectF(QPointF(0, 0), logical));
-    svg.setResolution(int(kScreenDpi));
-    svg.setTitle(QStringLiteral("Curvix"));
-    return paintOn(svg, state, picture, options, error);
+    // The picture gives the size and the screen's ratio; its pixels, labels burnt in, are
+    // painted again as text and shapes.
+    const VectorScene scene{state, options, labels, picture.devicePixelRatio()};
+    return writeVectorPicture(file, pdf ? VectorFormat::Pdf : VectorFormat::Svg,
+                              picture.deviceIndependentSize(), scene, error);
 }
 
 } // namespace
@@ -121,7 +52,8 @@ QString saveFilter(const QString& tableFilter)
 }
 
 bool writePlotFile(const model::AppState& state, const QImage& picture,
-                   const plot::RedrawOptions& options, const QString& fileName, QString* error)
+                   const plot::RedrawOptions& options, const QString& fileName, QString* error,
+                   const PictureLabels& labels)
 {
     QString target = fileName;
     QString suffix = QFileInfo(target).suffix().toLower();
@@ -134,7 +66,8 @@ bool writePlotFile(const model::AppState& state, const QImage& picture,
     if (!file.open(QIODevice::WriteOnly))
         return fail(error, file.errorString());
     if (vector) {
-        if (!writeVector(state, picture, options, file, suffix == QLatin1String("pdf"), error)) {
+        const bool pdf = suffix == QLatin1String("pdf");
+        if (!writeVector(state, picture, options, labels, file, pdf, error)) {
             file.cancelWriting();
             return false;
         }
@@ -156,13 +89,6 @@ bool writePlotFile(const model::AppState& state, const QImage& picture,
     if (!file.commit())
         return fail(error, file.errorString());
     return true;
-}
-
-QRectF printRect(QSizeF pictureLogicalSize, double printerDpi, double screenDpi)
-{
-    const double inset = 100.0 / 1440.0 * printerDpi;
-    const double scale = screenDpi > 0 ? printerDpi / screenDpi : 1;
-    return {QPointF(inset, inset), pictureLogicalSize * scale};
 }
 
 } // namespace curvix::output

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/app_state.h"
+#include "output/vector_picture.h"
 #include "plot/render.h"
 
 #include <QImage>
@@ -15,15 +16,12 @@ QString graphsFolder(const QString& folderName);
 QString saveFilter(const QString& tableFilter);
 
 // Writes the plot to a file chosen by its ending: .bmp as a device-independent bitmap, .png
-// losslessly, .pdf and .svg as vector drawings of the same plot (painted again from the
-// sampled state, with the fills and whatever was burnt into the picture laid over it); a
-// name without an ending gets .bmp. The file appears only when it was written whole; false with a message
-// if not.
+// losslessly (both the picture as it is, labels burnt in), .pdf and .svg as vector drawings
+// of the same plot painted again from the sampled state, with the labels as text; a name
+// without an ending gets .bmp. The file appears only when it was written whole; false with
+// a message if not.
 bool writePlotFile(const model::AppState& state, const QImage& picture,
-                   const plot::RedrawOptions& options, const QString& fileName, QString* error);
-
-// Where a printout puts the picture, in the printer's pixels: its corner 100 twips in from
-// the printable area's, at the size it has on the screen, never fitted to the page.
-QRectF printRect(QSizeF pictureLogicalSize, double printerDpi, double screenDpi);
+                   const plot::RedrawOptions& options, const QString& fileName, QString* error,
+                   const PictureLabels& labels);
 
 } // namespace curvix::output

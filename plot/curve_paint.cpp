@@ -1,5 +1,7 @@
 #include "plot/surface.h"
 
+#include <QPainterPath>
+
 #include <algorithm>
 #include <cmath>
 
@@ -10,11 +12,11 @@ namespace {
 // Puts single points straight into a picture's pixels, much faster than the painter; a
 // point is a square of one logical pixel, so that curves keep their weight on dense screens.
 void setPicturePixels(QImage& picture, const PlotScale& deviceScale,
-                      const std::vector<eval::PointD>& points, QRgb rgb)
+                      const std::vector<eval::PointD>& points, QRgb rgb, double widthFactor)
 {
     const int width = picture.width();
     const int height = picture.height();
-    const int dot = std::max(1, int(std::lround(picture.devicePixelRatio())));
+    const int dot = std::max(1, int(std::lround(picture.devicePixelRatio() * widthFactor)));
     uchar* bits = picture.bits();
     const qsizetype stride = picture.bytesPerLine();
     for (const eval::PointD& point : points) {
@@ -29,6 +31,32 @@ void setPicturePixels(QImage& picture, const PlotScale& deviceScale,
             std::fill(line + left, line + std::min(left + dot, width), rgb);
         }
     }
+}
+
+// Dots as strokes: each run of touching pixels in a column (or a row) one stroke from the
+// run's first pixel to a dot's width past its last; the caller moves the strokes half a
+// dot across, so that they cover the dots a picture gets.
+QPainterPath pixelStrokes(std::vector<QPoint> cells, bool columns, double dot)
+{
+    auto along = [columns](QPoint p) { return columns ? p.y() : p.x(); };
+    auto across = [columns](QPoint p) { return columns ? p.x() : p.y(); };
+    std::sort(cells.begin(), cells.end(), [&](QPoint a, QPoint b) {
+        return across(a) != across(b) ? across(a) < across(b) : along(a) < along(b);
+    });
+    auto point = [columns](double acrossAt, double alongAt) {
+        return columns ? QPointF(acrossAt, alongAt) : QPointF(alongAt, acrossAt);
+    };
+    QPainterPath path;
+    for (std::size_t i = 0; i < cells.size();) {
+        std::size_t last = i;
+        while (last + 1 < cells.size() && across(cells[last + 1]) == across(cells[i]) &&
+               along(cells[last + 1]) <= along(cells[last]) + 1)
+            ++last;
+        path.moveTo(point(across(cells[i]), along(cells[i])));
+        path.lineTo(point(across(cells[i]), along(cells[last]) + dot));
+        i = last + 1;
+    }
+    return path;
 }
 
 // One smooth curve on a picture: the coverage of its lines is gathered first, taking the
@@ -168,22 +196,37 @@ void drawCurvePoints(Surface& surface, const std::vector<eval::PointD>& points,
                      const QColor& color)
 {
     if (surface.picture) {
-        setPicturePixels(*surface.picture, surface.deviceScale, points, color.rgba());
+        setPicturePixels(*surface.picture, surface.deviceScale, points, color.rgba(),
+                         surface.lineWidth);
         return;
     }
-    // A vector medium gets each point as a dot of one pixel of the plot.
-    QPolygonF dots;
-    dots.reserve(qsizetype(points.size()));
+    // A vector medium gets the dots as one path: the pixels of the plot they fall on, the
+    // touching ones of a column or row one stroke as wide as a dot. A square for each point
+    // would make a file of megabytes; whole pixels keep the numbers short.
     const QSizeF area = surface.scale.pixels();
+    std::vector<QPoint> cells;
+    cells.reserve(points.size());
     for (const eval::PointD& point : points) {
         const QPointF p = surface.scale.toPixel(point.x, point.y);
         if (p.x() >= 0 && p.x() < area.width() && p.y() >= 0 && p.y() < area.height())
-            dots << p;
+            cells.emplace_back(int(p.x()), int(p.y()));
     }
-    const QPen saved = surface.painter.pen();
-    surface.painter.setPen(QPen(color, 1, Qt::SolidLine, Qt::SquareCap));
-    surface.painter.drawPoints(dots);
-    surface.painter.setPen(saved);
+    if (cells.empty())
+        return;
+    // Steep curves take fewer strokes down the columns, flat ones along the rows.
+    const double dot = surface.lineWidth;
+    const QPainterPath down = pixelStrokes(cells, true, dot);
+    const QPainterPath along = pixelStrokes(cells, false, dot);
+    const bool columns = down.elementCount() <= along.elementCount();
+    const QPainterPath& path = columns ? down : along;
+    QPainter& painter = surface.painter;
+    painter.save();
+    // Half a dot across keeps the strokes on whole numbers.
+    painter.translate(columns ? QPointF(dot / 2, 0) : QPointF(0, dot / 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(color, dot, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+    painter.drawPath(path);
+    painter.restore();
 }
 
 void drawJoinedCurve(Surface& surface, const std::vector<eval::PointD>& points,
@@ -203,8 +246,8 @@ void drawJoinedCurve(Surface& surface, const std::vector<eval::PointD>& points,
         QImage& picture = *surface.picture;
         thread_local CurveCoverage coverage;
         coverage.begin(picture.width(), picture.height());
-        // Two logical pixels wide.
-        const double halfWidth = picture.devicePixelRatio();
+        // Two logical pixels wide, times the width factor.
+        const double halfWidth = picture.devicePixelRatio() * surface.lineWidth;
         forEachRun(points, breaks, placer(surface.deviceScale), [&](const QPolygonF& run) {
             for (qsizetype i = 0; i < run.size(); ++i)
                 coverage.addSegment(run[i], run[std::min(i + 1, run.size() - 1)], halfWidth, antialias);
@@ -212,17 +255,26 @@ void drawJoinedCurve(Surface& surface, const std::vector<eval::PointD>& points,
         coverage.finish(picture, color.rgba());
         return;
     }
+    // One path for the lines and one for the points standing alone, so that a file holds
+    // each curve as at most two shapes.
+    QPainterPath lines;
+    QPainterPath lone;
+    const double width = 2 * surface.lineWidth;
+    forEachRun(points, breaks, placer(surface.scale), [&](const QPolygonF& run) {
+        if (run.size() == 1)
+            lone.addEllipse(run.front(), width / 2, width / 2);
+        else if (run.size() > 1)
+            lines.addPolygon(run);
+    });
     QPainter& painter = surface.painter;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing, antialias);
-    painter.setPen(QPen(color, 2, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.setBrush(Qt::NoBrush);
-    forEachRun(points, breaks, placer(surface.scale), [&](const QPolygonF& run) {
-        if (run.size() == 1)
-            painter.drawPoint(run.front());
-        else if (run.size() > 1)
-            painter.drawPolyline(run);
-    });
+    painter.setPen(QPen(color, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    if (!lines.isEmpty())
+        painter.drawPath(lines);
+    if (!lone.isEmpty())
+        painter.fillPath(lone, color);
     painter.restore();
 }
 

@@ -4,6 +4,7 @@
 #include "eval/formula.h"
 #include "eval/parser.h"
 #include "model/graph_list.h"
+#include "plot/render.h"
 
 #include <QFontMetricsF>
 #include <QLocale>
@@ -13,6 +14,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 #include <vector>
 
 namespace curvix::plot {
@@ -504,27 +506,77 @@ private:
 
 } // namespace
 
-QImage typesetFormula(const QString& typed, const QString& label, const QFont& font,
-                      qreal devicePixelRatio)
+namespace {
+
+// A typeset formula with the rectangle its picture covers, the baseline's start at 0.
+struct LaidOutFormula {
+    Box box;
+    QRectF area;
+    QSize logical; // the area rounded up to whole pixels
+};
+
+std::optional<LaidOutFormula> layOut(const QString& typed, const QString& label, const QFont& font)
 {
     const QStringList variables{model::labelVariable(label), QStringLiteral("e")};
     const eval::ParseResult parsed = eval::parseFormula(parserText(typed), variables);
     if (!parsed.ok())
-        return {};
-    const qreal ratio =
-        std::isfinite(devicePixelRatio) && devicePixelRatio > 0 ? devicePixelRatio : 1.0;
-
+        return std::nullopt;
     Typesetter typesetter(font, 1);
     Box box = typesetter.formula(parsed.tree, 0);
     if (!label.isEmpty())
         box = typesetter.equation(typesetter.label(label), box);
-
     // A margin keeps anti-aliased edges inside; the logical size is whole pixels so that
     // the picture covers the same area at every ratio.
     const qreal margin = 0.12 * typesetter.em() + 1;
     const QRectF area = (QRectF(0, -box.ascent, box.width, box.ascent + box.descent) | box.ink)
                             .adjusted(-margin, -margin, margin, margin);
     const QSize logical(int(std::ceil(area.width())), int(std::ceil(area.height())));
+    return LaidOutFormula{std::move(box), area, logical};
+}
+
+// Paints a laid-out formula with its picture's corner at the painter's origin; snap rounds
+// a length to the device's pixels (none on a vector medium).
+template <typename Snap>
+void paintLaidOut(QPainter& painter, const LaidOutFormula& formula, qreal onePixel, Snap snap)
+{
+    const Box& box = formula.box;
+    const QRectF& area = formula.area;
+    const QPointF origin(snap(-area.left() + (formula.logical.width() - area.width()) / 2),
+                         snap(-area.top() + (formula.logical.height() - area.height()) / 2));
+    painter.save();
+    painter.translate(origin);
+    for (const QRectF& rule : box.rules) {
+        const qreal top = snap(rule.top() + origin.y()) - origin.y();
+        const qreal height = std::max(snap(rule.height()), onePixel);
+        painter.fillRect(QRectF(rule.left(), top, rule.width(), height), Qt::black);
+    }
+    painter.setPen(Qt::black);
+    for (const Box::Run& run : box.runs) {
+        painter.setFont(fontForDevice(run.font, painter.device()));
+        painter.drawText(run.at, run.text);
+    }
+    for (const Box::Shape& shape : box.shapes) {
+        if (shape.pen > 0)
+            painter.strokePath(shape.path,
+                               QPen(Qt::black, shape.pen, Qt::SolidLine, Qt::RoundCap,
+                                    Qt::RoundJoin));
+        else
+            painter.fillPath(shape.path, Qt::black);
+    }
+    painter.restore();
+}
+
+} // namespace
+
+QImage typesetFormula(const QString& typed, const QString& label, const QFont& font,
+                      qreal devicePixelRatio)
+{
+    const std::optional<LaidOutFormula> formula = layOut(typed, label, font);
+    if (!formula)
+        return {};
+    const qreal ratio =
+        std::isfinite(devicePixelRatio) && devicePixelRatio > 0 ? devicePixelRatio : 1.0;
+    const QSize logical = formula->logical;
     QImage image(QSize(qRound(logical.width() * ratio), qRound(logical.height() * ratio)),
                  QImage::Format_ARGB32_Premultiplied);
     if (image.isNull())
@@ -536,29 +588,22 @@ QImage typesetFormula(const QString& typed, const QString& label, const QFont& f
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     // Whole device pixels from the image's corner to the baseline, and rules snapped to the
     // pixel grid: a bar one pixel thick stays one black row instead of two grey ones.
-    const auto snap = [ratio](qreal v) { return std::round(v * ratio) / ratio; };
-    const QPointF origin(snap(-area.left() + (logical.width() - area.width()) / 2),
-                         snap(-area.top() + (logical.height() - area.height()) / 2));
-    painter.translate(origin);
-    for (const QRectF& rule : box.rules) {
-        const qreal top = snap(rule.top() + origin.y()) - origin.y();
-        const qreal height = std::max(snap(rule.height()), 1 / ratio);
-        painter.fillRect(QRectF(rule.left(), top, rule.width(), height), Qt::black);
-    }
-    painter.setPen(Qt::black);
-    for (const Box::Run& run : box.runs) {
-        painter.setFont(run.font);
-        painter.drawText(run.at, run.text);
-    }
-    for (const Box::Shape& shape : box.shapes) {
-        if (shape.pen > 0)
-            painter.strokePath(shape.path,
-                               QPen(Qt::black, shape.pen, Qt::SolidLine, Qt::RoundCap,
-                                    Qt::RoundJoin));
-        else
-            painter.fillPath(shape.path, Qt::black);
-    }
+    paintLaidOut(painter, *formula, 1 / ratio,
+                 [ratio](qreal v) { return std::round(v * ratio) / ratio; });
     return image;
+}
+
+QSizeF paintFormula(QPainter& painter, QPointF topLeft, const QString& typed,
+                    const QString& label, const QFont& font)
+{
+    const std::optional<LaidOutFormula> formula = layOut(typed, label, font);
+    if (!formula)
+        return {};
+    painter.save();
+    painter.translate(topLeft);
+    paintLaidOut(painter, *formula, 0.5, [](qreal v) { return v; });
+    painter.restore();
+    return QSizeF(formula->logical);
 }
 
 } // namespace curvix::plot

@@ -2,6 +2,7 @@
 
 #include <QFont>
 #include <QImage>
+#include <QPainter>
 #include <QString>
 
 namespace curvix::plot {
@@ -19,5 +20,11 @@ namespace curvix::plot {
 // of pixels at every device pixel ratio.
 QImage typesetFormula(const QString& typed, const QString& label, const QFont& font,
                       qreal devicePixelRatio = 1.0);
+
+// The same formula painted as text and shapes onto any painter, the picture's top-left
+// corner at topLeft, for media that keep text (PDF, SVG, a printer): the size the picture
+// would have, or an empty size when the text does not parse (nothing is painted then).
+QSizeF paintFormula(QPainter& painter, QPointF topLeft, const QString& typed,
+                    const QString& label, const QFont& font);
 
 } // namespace curvix::plot

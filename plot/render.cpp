@@ -7,6 +7,9 @@
 #include "plot/surface.h"
 #include "plot/ticks.h"
 
+#include <QPainterPath>
+#include <QTransform>
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -48,6 +51,44 @@ const QImage& arrowPicture(int number, const QColor& color)
     return it->second;
 }
 
+// Where an arrow of a size stands: at the end of its axis, centred on the axis.
+QPointF arrowCorner(int number, QSizeF size, QPointF origin, QSizeF area)
+{
+    switch (number) {
+    case 22: return {origin.x() - size.width() / 2, area.height() - size.height()};
+    case 30: return {origin.x() - size.width() / 2, 0};
+    case 21: return {0, origin.y() - size.height() / 2};
+    default: return {area.width() - size.width(), origin.y() - size.height() / 2};
+    }
+}
+
+// The arrow as a shape, for media that keep shapes: the outline of the pictures (12 by 9
+// logical pixels pointing right, a notch at the back), turned for each end.
+QPainterPath arrowPath(int number, QPointF origin, QSizeF area)
+{
+    QPainterPath right;
+    right.addPolygon(QPolygonF{{0, 0}, {12, 4.5}, {0, 9}, {3, 4.5}});
+    right.closeSubpath();
+    QTransform turn;
+    QSizeF size(12, 9);
+    switch (number) {
+    case 22:
+        turn.rotate(90);
+        size.transpose();
+        turn = turn * QTransform::fromTranslate(9, 0);
+        break;
+    case 30:
+        turn.rotate(-90);
+        size.transpose();
+        turn = turn * QTransform::fromTranslate(0, 12);
+        break;
+    case 21: turn = QTransform(-1, 0, 0, 1, 12, 0); break;
+    default: break;
+    }
+    const QPointF corner = arrowCorner(number, size, origin, area);
+    return (turn * QTransform::fromTranslate(corner.x(), corner.y())).map(right);
+}
+
 void drawArrows(Surface& surface, const model::ViewWindow& view,
                 const model::AxisArrowSwitches& arrows, const QColor& color)
 {
@@ -65,16 +106,13 @@ void drawArrows(Surface& surface, const model::ViewWindow& view,
     for (const End& end : ends) {
         if (!end.on)
             continue;
+        if (!surface.picture) {
+            surface.painter.fillPath(arrowPath(end.picture, origin, area), color);
+            continue;
+        }
         const QImage& picture = arrowPicture(end.picture, color);
         const QSizeF size = picture.deviceIndependentSize();
-        QPointF at;
-        switch (end.picture) {
-        case 22: at = {origin.x() - size.width() / 2, area.height() - size.height()}; break;
-        case 30: at = {origin.x() - size.width() / 2, 0}; break;
-        case 21: at = {0, origin.y() - size.height() / 2}; break;
-        default: at = {area.width() - size.width(), origin.y() - size.height() / 2}; break;
-        }
-        surface.painter.drawImage(at, picture);
+        surface.painter.drawImage(arrowCorner(end.picture, size, origin, area), picture);
     }
 }
 
@@ -95,7 +133,7 @@ void drawGrid(Surface& surface, const model::ViewWindow& view, const QColor& col
 {
     const PlotScale& s = surface.scale;
     QPainter& painter = surface.painter;
-    painter.setPen(QPen(color, 0));
+    painter.setPen(QPen(color, hairlineWidth(surface), Qt::SolidLine, Qt::FlatCap));
 
     // Lines through 0 spaced by the steps, up to 5 % beyond each range end (so that the line
     // at an end survives rounding). Lines that cannot reach the surface are not drawn, and
@@ -138,7 +176,7 @@ void drawAxis(Surface& surface, const model::ViewWindow& view, int axis, const Q
 {
     QPainter& painter = surface.painter;
     const QPen saved = painter.pen();
-    painter.setPen(QPen(color, 2, Qt::SolidLine, Qt::FlatCap));
+    painter.setPen(QPen(color, 2 * surface.lineWidth, Qt::SolidLine, Qt::FlatCap));
     const PlotScale& s = surface.scale;
     if (axis == 0) {
         const double y = AxisPosition(view.YMin, view.YMax);
@@ -155,7 +193,7 @@ void drawVerticalLine(Surface& surface, const model::ViewWindow& view, double x,
 {
     QPainter& painter = surface.painter;
     const QPen saved = painter.pen();
-    painter.setPen(QPen(color, 2, Qt::SolidLine, Qt::FlatCap));
+    painter.setPen(QPen(color, 2 * surface.lineWidth, Qt::SolidLine, Qt::FlatCap));
     // One world unit beyond the range, not one step: the ends follow the units.
     painter.drawLine(surface.scale.toPixel(x, view.YMin - 1), surface.scale.toPixel(x, view.YMax + 1));
     painter.setPen(saved);
@@ -166,7 +204,7 @@ void drawHorizontalLine(Surface& surface, const model::ViewWindow& view, double 
 {
     QPainter& painter = surface.painter;
     const QPen saved = painter.pen();
-    painter.setPen(QPen(color, 2, Qt::SolidLine, Qt::FlatCap));
+    painter.setPen(QPen(color, 2 * surface.lineWidth, Qt::SolidLine, Qt::FlatCap));
     painter.drawLine(surface.scale.toPixel(view.XMin - 1, y), surface.scale.toPixel(view.XMax + 1, y));
     painter.setPen(saved);
 }
@@ -218,9 +256,11 @@ void paintCurves(Surface& surface, const model::AppState& state,
 // A read-out on a patch of the background, so that no curve or grid line strikes through it.
 void drawTextOnPatch(QPainter& painter, QPointF at, const QString& text, QColor background)
 {
-    background.setAlpha(210);
-    const QRectF box = QRectF(painter.fontMetrics().boundingRect(text)).translated(at);
-    painter.fillRect(box.adjusted(-2, 0, 2, 0), background);
+    if (background.alpha() > 0) {
+        background.setAlpha(210);
+        const QRectF box = QRectF(painter.fontMetrics().boundingRect(text)).translated(at);
+        painter.fillRect(box.adjusted(-2, 0, 2, 0), background);
+    }
     painter.drawText(at, text);
 }
 
@@ -276,7 +316,7 @@ namespace {
 // Everything that bounds a fill (axes, their arrows, curves, tangents, guide lines) in one
 // colour on an open mask of the picture's size, without antialiasing, so that the region
 // does not depend on the colours or the smoothing of what bounds it.
-QImage fillMask(const QImage& picture, const model::AppState& state, bool arrows)
+QImage fillMask(const QImage& picture, const model::AppState& state, bool arrows, double lineWidth)
 {
     QImage mask(picture.size(), QImage::Format_ARGB32_Premultiplied);
     mask.setDevicePixelRatio(picture.devicePixelRatio());
@@ -284,7 +324,8 @@ QImage fillMask(const QImage& picture, const model::AppState& state, bool arrows
     QPainter painter(&mask);
     painter.setRenderHint(QPainter::Antialiasing, false);
     const PlotScale scale = SetPlotScale(mask.deviceIndependentSize(), state.view);
-    Surface surface{&mask, painter, scale, SetPlotScale(QSizeF(mask.size()), state.view)};
+    Surface surface{&mask, painter, scale, SetPlotScale(QSizeF(mask.size()), state.view),
+                    lineWidth};
     const QColor border(kMaskBorder);
     drawAxis(surface, state.view, 0, border);
     drawAxis(surface, state.view, 1, border);
@@ -320,7 +361,7 @@ void ReplayFills(QImage& picture, const model::AppState& state, const RedrawOpti
 {
     if (state.fills.empty() || picture.isNull())
         return;
-    QImage mask = fillMask(picture, state, options.arrows);
+    QImage mask = fillMask(picture, state, options.arrows, options.lineWidth);
     const PlotScale deviceScale = SetPlotScale(QSizeF(picture.size()), state.view);
     for (const model::FillPoint& fill : state.fills) {
         const QPointF seed = deviceScale.toPixel(fill.x, fill.y);
@@ -345,7 +386,8 @@ Surface paintUnderLabels(const model::AppState& state, QPainter& painter, QSizeF
     painter.setRenderHint(QPainter::TextAntialiasing, true);
     painter.setFont(options.font);
     const PlotScale scale = SetPlotScale(logical, view);
-    Surface surface{raster, painter, scale, raster ? SetPlotScale(QSizeF(raster->size()), view) : scale};
+    const PlotScale deviceScale = raster ? SetPlotScale(QSizeF(raster->size()), view) : scale;
+    Surface surface{raster, painter, scale, deviceScale, options.lineWidth};
 
     const QColor gridColor = colorFromValue(state.gridColor);
     const QColor axisColor = colorFromValue(state.axisColor);
@@ -390,6 +432,31 @@ void paintPlot(const model::AppState& state, QPainter& painter, QSizeF logical, 
 {
     Surface surface = paintUnderLabels(state, painter, logical, raster, options);
     paintReadouts(surface, state, options);
+}
+
+void paintPlotLayer(const model::AppState& state, QPainter& painter, QSizeF logical,
+                    QImage* raster, const RedrawOptions& options, PlotLayer layer)
+{
+    if (layer == PlotLayer::UnderFills) {
+        paintUnderLabels(state, painter, logical, raster, options);
+        return;
+    }
+    painter.setFont(options.font);
+    painter.setRenderHint(QPainter::TextAntialiasing, true);
+    const PlotScale scale = SetPlotScale(logical, state.view);
+    const PlotScale deviceScale =
+        raster ? SetPlotScale(QSizeF(raster->size()), state.view) : scale;
+    Surface surface{raster, painter, scale, deviceScale, options.lineWidth};
+    paintReadouts(surface, state, options);
+}
+
+QFont fontForDevice(QFont font, const QPaintDevice* device)
+{
+    constexpr double kLogicalDpi = 96;
+    const int dpi = device ? device->logicalDpiY() : 0;
+    if (font.pointSizeF() > 0 && dpi > 0 && dpi != int(kLogicalDpi))
+        font.setPointSizeF(font.pointSizeF() * kLogicalDpi / dpi);
+    return font;
 }
 
 void redraw(model::AppState& state, QImage& picture, const RedrawOptions& options,

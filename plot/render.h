@@ -80,6 +80,17 @@ void sampleDrawing(model::AppState& state, const eval::Report& report = {});
 void paintPlot(const model::AppState& state, QPainter& painter, QSizeF logical, QImage* raster,
                const RedrawOptions& options);
 
+// The two layers of paintPlot, for media that lay the fills between them as a picture
+// does: everything under the fills, and the read-outs over them (tick labels, the
+// tangents' read-outs, the demonstration's legend, the trace).
+enum class PlotLayer { UnderFills, OverFills };
+void paintPlotLayer(const model::AppState& state, QPainter& painter, QSizeF logical,
+                    QImage* raster, const RedrawOptions& options, PlotLayer layer);
+
+// A font sized in points, for painting in logical pixels (96 to the inch) on a device of
+// another resolution, a printer: the text keeps the size it has on the screen.
+QFont fontForDevice(QFont font, const QPaintDevice* device);
+
 // The full redraw: samples, clears the picture, paints and replays the fills. The picture
 // keeps its size and device pixel ratio; an empty picture is only sampled for.
 void redraw(model::AppState& state, QImage& picture, const RedrawOptions& options,

@@ -22,7 +22,15 @@ struct Surface {
     QPainter& painter;
     PlotScale scale;       // logical pixels, for the painter
     PlotScale deviceScale; // device pixels, for single-pixel points
+    double lineWidth = 1;  // factor on the width of curves and axes
 };
+
+// The pen width of thin lines (grid, ticks): one device pixel on a picture, one logical
+// pixel elsewhere, where a width of 0 would print as the thinnest line a printer makes.
+inline double hairlineWidth(const Surface& surface)
+{
+    return surface.picture ? 0.0 : 1.0;
+}
 
 // A curve's points as single dots of one logical pixel each.
 void drawCurvePoints(Surface& surface, const std::vector<eval::PointD>& points,

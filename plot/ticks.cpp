@@ -388,7 +388,7 @@ void drawTickMarks(Surface& surface, const model::ViewWindow& view,
         return;
     const PlotScale& s = surface.scale;
     QPainter& painter = surface.painter;
-    painter.setPen(QPen(color, 0));
+    painter.setPen(QPen(color, hairlineWidth(surface)));
     const double xAxisAt = AxisPosition(view.YMin, view.YMax);
     const double yAxisAt = AxisPosition(view.XMin, view.XMax);
     const QSizeF size = s.pixels();
@@ -410,9 +410,10 @@ void drawTickLabels(Surface& surface, const model::ViewWindow& view,
     QPainter& painter = surface.painter;
     const TickLayout layout = layoutTicks(view, options, angleUnit, surface.scale.pixels(),
                                           painter.font(), painter.device());
-    painter.setPen(QPen(color, 0));
+    painter.setPen(QPen(color, hairlineWidth(surface), Qt::SolidLine, Qt::FlatCap));
     for (const TickLabel& label : layout.labels) {
-        painter.fillRect(label.rect.adjusted(-1, -1, 1, 1), options.background);
+        if (options.background.alpha() > 0)
+            painter.fillRect(label.rect.adjusted(-1, -1, 1, 1), options.background);
         const QRectF& r = label.rect;
         const QStaticText& upper = laidOut(painter, label.text);
         painter.drawStaticText(QPointF(r.center().x() - upper.size().width() / 2, r.top()), upper);

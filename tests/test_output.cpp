@@ -144,14 +144,23 @@ private slots:
     void copyAndPrint()
     {
         Window w;
+        w.window.plotView().labels().addText(QStringLiteral("Vertex"), QPoint(20, 20));
         w.trigger("mnucopy");
         QCOMPARE(QGuiApplication::clipboard()->image().size(), w.picture().size());
+        // The SVG beside it has the label as text.
+        const QByteArray svg = QGuiApplication::clipboard()->mimeData()->data(QStringLiteral("image/svg+xml"));
+        QVERIFY(svg.contains("<svg") && svg.contains(">Vertex</text>"));
 
         const QString pdf = m_home.filePath(QStringLiteral("printout.pdf"));
         w.prompter.printToPdf = pdf;
         w.trigger("mnuprint");
         QFile file(pdf);
         QVERIFY(file.open(QIODevice::ReadOnly) && file.readAll().startsWith("%PDF"));
+        if (!QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty()) {
+            QProcess text;
+            text.start(QStringLiteral("pdftotext"), {pdf, QStringLiteral("-")});
+            QVERIFY(text.waitForFinished() && text.readAllStandardOutput().contains("Vertex"));
+        }
         // A cancelled printer dialog prints nothing.
         QFile::remove(pdf);
         w.prompter.printToPdf.clear();
