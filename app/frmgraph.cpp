@@ -223,6 +223,7 @@ void frmgraph::connectCommands()
     connect(a.newDrawing, &QAction::triggered, this, &frmgraph::newDrawing);
     connect(a.saveAs, &QAction::triggered, m_document, [this] { m_document->saveAs(); });
     connect(a.print, &QAction::triggered, m_export, &ExportActions::print);
+    m_export->addToMenu(a.fileMenu, a.print);
     connect(a.exit, &QAction::triggered, this, &QWidget::close);
     connect(a.copy, &QAction::triggered, m_export, &ExportActions::copy);
     connect(a.zoomIn, &QAction::triggered, this, [this] {
