@@ -140,7 +140,7 @@ constexpr Entry kTable[] = {
     {2095, QT_TRANSLATE_NOOP3("StringTable", "%1 cannot be saved: Curvix writes only these types: %2", "2095")},
     {2096, QT_TRANSLATE_NOOP3("StringTable", "%1 already exists.\nDo you want to replace it?", "2096")},
     {2097, QT_TRANSLATE_NOOP3("StringTable", "Could not save %1: %2", "2097")},
-    {2098, QT_TRANSLATE_NOOP3("StringTable", "E&xport...", "2098")},
+    {2098, QT_TRANSLATE_NOOP3("StringTable", "Expor&t…", "2098")},
     {2099, QT_TRANSLATE_NOOP3("StringTable", "graph", "2099")},
     {2110, QT_TRANSLATE_NOOP3("StringTable", "Export", "2110")},
     {2111, QT_TRANSLATE_NOOP3("StringTable", "Size in:", "2111")},
