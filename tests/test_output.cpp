@@ -278,20 +278,41 @@ private slots:
         QVERIFY2(big > 2 * small && small > 0, qPrintable(QString::number(small)));
     }
 
-    void exportDialogRemembers()
+    void exportFromTheMenu()
     {
-        output::ExportOptions chosen{{output::SizeUnit::Centimetres, 12.5, 9, 600}, true, 2.5};
-        {
-            app::ExportDialog dialog;
-            dialog.setOptions(chosen);
-            dialog.accept();
-        }
-        app::ExportDialog again;
-        QCOMPARE(again.options(), chosen);
+        Window w;
+        const output::ExportOptions chosen{{output::SizeUnit::Centimetres, 12.5, 9, 200}, true, 2.5};
+        output::ExportOptions shown;
+        // Answers the dialog when it opens: the choices it offers are read, then replaced.
+        auto answer = [&](bool accept) {
+            QTimer::singleShot(0, [&, accept] {
+                auto* dialog = qobject_cast<app::ExportDialog*>(QApplication::activeModalWidget());
+                QVERIFY(dialog);
+                shown = dialog->options();
+                dialog->setOptions(chosen);
+                accept ? dialog->accept() : dialog->reject();
+            });
+        };
+        QTemporaryDir dir;
+        w.prompter.fileNames.push_back(dir.filePath("graph"));
+        answer(true);
+        w.trigger("mnuexport");
+        QCOMPARE(shown, output::ExportOptions{}); // the defaults the first time
+        // PNG is offered first: the name gets its ending, and the picture the size chosen.
+        const QImage image(dir.filePath("graph.png"));
+        QCOMPARE(image.size(), QSize(984, 709));
+        QCOMPARE(qAlpha(image.pixel(0, 0)), 0);
+        // A cancelled dialog asks for no name, and the choices were remembered.
+        answer(false);
+        w.trigger("mnuexport");
+        QCOMPARE(shown, chosen);
+        QCOMPARE(w.prompter.saveDialogs.size(), 1);
+        QVERIFY(w.prompter.unexpected.isEmpty());
+
         // Another unit keeps the size on paper, pixels being the screen's 96 dpi.
-        child<QComboBox>(&again, "exportUnit")->setCurrentIndex(0);
-        QCOMPARE(again.options().size, (output::PictureSize{output::SizeUnit::Pixels, 472, 340, 600}));
-        QVERIFY(!child<QSpinBox>(&again, "exportDpi")->isEnabled());
+        app::ExportDialog dialog;
+        child<QComboBox>(&dialog, "exportUnit")->setCurrentIndex(0);
+        QCOMPARE(dialog.options().size, (output::PictureSize{output::SizeUnit::Pixels, 472, 340, 200}));
     }
 
     void copyAndPrint()
