@@ -12,7 +12,6 @@
 #include <QClipboard>
 #include <QDir>
 #include <QDrag>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QMimeData>
