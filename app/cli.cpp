@@ -7,7 +7,7 @@
 #include "eval/symbolic.h"
 #include "model/drawing_file.h"
 #include "model/graph_list.h"
-#include "output/capture.h"
+#include "output/export_picture.h"
 #include "output/picture_file.h"
 #include "plot/coordinates.h"
 #include "plot/range_rows.h"
@@ -154,7 +154,7 @@ std::optional<int> setUpScene(const CommandLine& line, Scene& scene, StreamPromp
     else if (line.drawingFile.isEmpty() || line.angle)
         state.view = presetView(state, scene.options.exactTrig);
     if (line.equalScale)
-        state.view = plot::equalScaleView(state.view, QSizeF(line.size));
+        state.view = plot::equalScaleView(state.view, output::logicalSizeOf(line.picture.size));
     if (line.drawingFile.isEmpty())
         state.startView = state.view;
     // Nothing is pending here, so the link check is never asked.
@@ -180,14 +180,15 @@ int writeScene(Scene& scene, const CommandLine& line, StreamPrompter& prompter)
         result.formulaPictures = scene.drawing.formulaPictures;
         written = model::saveDrawingFile(line.file, result, &error);
     } else {
-        QImage picture(line.size, QImage::Format_ARGB32_Premultiplied);
-        plot::redraw(scene.state, picture, scene.options,
-                     [&](const QString& m) { prompter.message(m); });
-        output::burnDrawingLabels(picture, scene.drawing, scene.state.view, scene.options.font);
+        const plot::RedrawOptions options = output::exportRedrawOptions(
+            scene.options, line.picture, *output::pictureTypeOf(line.file));
+        plot::sampleDrawing(scene.state, [&](const QString& m) { prompter.message(m); });
+        const QImage picture = output::exportPicture(scene.state, scene.drawing, options.font,
+                                                     options, line.picture.size);
         written = output::writePlotFile(
-            scene.state, picture, scene.options, line.file, &error,
+            scene.state, picture, options, line.file, &error,
             output::drawingLabels(scene.drawing, scene.state.view, picture.deviceIndependentSize(),
-                                  scene.options.font));
+                                  options.font));
         if (!written)
             error = QStringLiteral("Could not write the picture %1: %2")
                         .arg(QDir::toNativeSeparators(line.file), error);

@@ -43,7 +43,8 @@ constexpr OptionSpec kCommands[] = {
     {"derivative", "FORMULA", "print the derivative as the window's command gives it",
      CliCommand::Derivative},
     {"primitive", "FORMULA", "print a primitive function the same way", CliCommand::Primitive},
-    {"export", "FILE", "draw the formulas into FILE: .png, .bmp, .pdf or .svg", CliCommand::Export},
+    {"export", "FILE", "draw the formulas into FILE: .png, .jpg, .bmp, .pdf or .svg",
+     CliCommand::Export},
     {"write-drawing", "FILE", "write the drawing they describe to FILE.curvix",
      CliCommand::WriteDrawing},
     {"points", "", "print the formulas' points of interest (see below)", CliCommand::Points},
@@ -55,7 +56,11 @@ constexpr OptionSpec kOptions[] = {
     {"label", "f(t)", "the function's label, which names its variable", {}, kCalculating},
     {"angle", "UNIT", "the angle unit: rad (the default), deg or grad", {}, kHeadless},
     {"view", "V", "the view xmin,xmax,xstep,ymin,ymax,ystep", {}, kViewing},
-    {"size", "WxH", "the picture's size in pixels (800x600 by default)", {}, kDrawing},
+    {"size", "WxH", "the picture's size: 800x600 pixels (the default) or 10x8cm", {}, kDrawing},
+    {"dpi", "N", "the resolution of a size in centimetres (300 by default)", {}, kDrawing},
+    {"transparent", "", "no background (.png and .svg)", {}, bit(CliCommand::Export)},
+    {"line-width", "F", "the width of curves and axes times F (1 by default)", {},
+     bit(CliCommand::Export)},
     {"exact-trig", "", "number the x axis in multiples of pi (radians only)", {}, kDrawing},
     {"no-grid", "", "draw no grid", {}, kDrawing},
     {"colors", "auto", "give each new curve a colour of its own", {}, kDrawing},
@@ -150,14 +155,73 @@ std::optional<double> readNumber(const QString& text)
     return ok ? std::optional<double>(value) : std::nullopt;
 }
 
-std::optional<QSize> readSize(const QString& text)
+// "800x600" in pixels or "10x8cm" (a decimal point or comma) in centimetres.
+std::optional<output::PictureSize> readSize(const QString& text)
 {
-    const QStringList wh = text.split(QLatin1Char('x'));
+    output::PictureSize size;
+    QString sides = text;
+    if (sides.endsWith(QLatin1String("cm"))) {
+        size.unit = output::SizeUnit::Centimetres;
+        sides.chop(2);
+    }
+    const QStringList wh = sides.split(QLatin1Char('x'));
     bool okW = false, okH = false;
-    const int w = wh.value(0).toInt(&okW), h = wh.value(1).toInt(&okH);
-    if (wh.size() != 2 || !okW || !okH || w < 1 || h < 1 || w > 20000 || h > 20000)
+    if (size.unit == output::SizeUnit::Pixels) {
+        size.width = wh.value(0).toInt(&okW);
+        size.height = wh.value(1).toInt(&okH);
+    } else {
+        size.width = QLocale::c().toDouble(wh.value(0).replace(QLatin1Char(','), QLatin1Char('.')), &okW);
+        size.height = QLocale::c().toDouble(wh.value(1).replace(QLatin1Char(','), QLatin1Char('.')), &okH);
+    }
+    if (wh.size() != 2 || !okW || !okH || !(size.width > 0) || !(size.height > 0))
         return std::nullopt;
-    return QSize(w, h);
+    return size;
+}
+
+// --size, --dpi, --transparent and --line-width, which shape the picture.
+bool readPictureValues(const QCommandLineParser& parser, CommandLine& line, QString& problem)
+{
+    const auto value = [&](const char* name) { return parser.value(QLatin1String(name)); };
+    const auto isSet = [&](const char* name) { return parser.isSet(QLatin1String(name)); };
+    output::ExportOptions& picture = line.picture;
+    if (isSet("size")) {
+        const std::optional<output::PictureSize> size = readSize(value("size"));
+        if (!size) {
+            problem = QStringLiteral("--size: '%1' is not a size such as 800x600 or 10x8cm")
+                          .arg(value("size"));
+            return false;
+        }
+        picture.size = *size;
+    }
+    if (isSet("dpi")) {
+        bool ok = false;
+        picture.size.dpi = value("dpi").toInt(&ok);
+        if (!ok || picture.size.dpi < output::kMinDpi || picture.size.dpi > output::kMaxDpi) {
+            problem = QStringLiteral("--dpi: '%1' is not a resolution from %2 to %3")
+                          .arg(value("dpi")).arg(output::kMinDpi).arg(output::kMaxDpi);
+            return false;
+        }
+        if (picture.size.unit != output::SizeUnit::Centimetres) {
+            problem = QStringLiteral("--dpi goes with a size in centimetres, such as --size 10x8cm");
+            return false;
+        }
+    }
+    if (!output::isPossible(picture.size)) {
+        problem = QStringLiteral("--size: '%1' makes a picture of more than %2 pixels a side")
+                      .arg(value("size")).arg(output::kMaxPixels);
+        return false;
+    }
+    if (isSet("line-width")) {
+        bool ok = false;
+        picture.lineWidth = QLocale::c().toDouble(value("line-width").replace(QLatin1Char(','), QLatin1Char('.')), &ok);
+        if (!ok || !(picture.lineWidth >= output::kMinLineWidth && picture.lineWidth <= output::kMaxLineWidth)) {
+            problem = QStringLiteral("--line-width: '%1' is not a factor from %2 to %3")
+                          .arg(value("line-width")).arg(output::kMinLineWidth).arg(output::kMaxLineWidth);
+            return false;
+        }
+    }
+    picture.transparent = isSet("transparent");
+    return true;
 }
 
 // The one command among the options; Window when none is given.
@@ -237,15 +301,8 @@ bool readValues(const QCommandLineParser& parser, CommandLine& line, QString& pr
             return false;
         }
     }
-    if (isSet("size")) {
-        const std::optional<QSize> size = readSize(value("size"));
-        if (!size) {
-            problem = QStringLiteral("--size: '%1' is not a size such as 800x600")
-                          .arg(value("size"));
-            return false;
-        }
-        line.size = *size;
-    }
+    if (!readPictureValues(parser, line, problem))
+        return false;
     if (isSet("colors") && value("colors") != QLatin1String("auto")) {
         problem = QStringLiteral("--colors takes auto, not '%1'").arg(value("colors"));
         return false;
@@ -275,9 +332,11 @@ bool readCommandValue(const QCommandLineParser& parser, CommandLine& line, QStri
         break;
     case CliCommand::Export: {
         line.file = value;
-        const QString suffix = QFileInfo(value).suffix().toLower();
-        if (!QStringList{"png", "bmp", "pdf", "svg"}.contains(suffix))
-            problem = QStringLiteral("--export: the file must end in .png, .bmp, .pdf or .svg");
+        const std::optional<output::PictureType> type = output::pictureTypeOf(value);
+        if (!type)
+            problem = QStringLiteral("--export: the file must end in .png, .jpg, .bmp, .pdf or .svg");
+        else if (line.picture.transparent && !output::keepsTransparency(*type))
+            problem = QStringLiteral("--transparent goes with .png and .svg pictures");
         break;
     }
     case CliCommand::WriteDrawing:

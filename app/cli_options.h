@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/app_state.h"
+#include "output/export_picture.h"
 #include "plot/value_table.h"
 
 #include <QSize>
@@ -38,7 +39,7 @@ struct CommandLine {
     std::optional<model::AngleUnit> angle;
     std::optional<model::ViewWindow> view;
     plot::TableRange tableRange;
-    QSize size{800, 600};
+    output::ExportOptions picture{{output::SizeUnit::Pixels, 800, 600}}; // of --export
     bool exactTrig = false;
     bool noGrid = false;
     bool autoColors = false;

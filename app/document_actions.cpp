@@ -6,6 +6,7 @@
 #include "model/drawing_file.h"
 #include "model/strings.h"
 #include "output/picture_file.h"
+#include "output/save_name.h"
 
 #include <QAction>
 #include <QApplication>
@@ -211,12 +212,9 @@ bool DocumentActions::saveAs(bool drawingOffered)
     const QString folder = m_filePath.isEmpty() ? output::graphsFolder(LoadResString(9))
                                                 : QFileInfo(m_filePath).absolutePath();
     const QString types = output::saveFilter(LoadResString(23)) + QStringLiteral(";;") + drawingType;
-    QString fileName = m_prompter.saveFileName(title, folder, types, &chosenType);
+    const QString fileName = output::askSaveName(m_prompter, title, folder, types, &chosenType);
     if (fileName.isEmpty())
         return false;
-    // A name without an ending takes the ending of the type chosen.
-    if (QFileInfo(fileName).suffix().isEmpty() && chosenType == drawingType)
-        fileName += QLatin1Char('.') + QLatin1String(model::kDrawingFileSuffix);
     if (!isDrawingFileName(fileName)) {
         // A picture keeps no drawing, but it is what the user chose to keep of this one.
         const bool saved = m_pictures.savePicture(fileName);

@@ -226,6 +226,7 @@ void frmgraph::connectCommands()
     connect(a.saveAs, &QAction::triggered, m_document, [this] { m_document->saveAs(); });
     connect(a.print, &QAction::triggered, m_export, &ExportActions::print);
     connect(a.printPreview, &QAction::triggered, m_export, &ExportActions::printPreview);
+    m_export->addToMenu(a.fileMenu, a.print);
     connect(a.exit, &QAction::triggered, this, &QWidget::close);
     connect(a.copy, &QAction::triggered, m_export, &ExportActions::copy);
     connect(a.zoomIn, &QAction::triggered, this, [this] {

@@ -126,6 +126,14 @@ void PlotLabels::placeAll(const plot::PlotScale& scale)
                 label->move(scale.toPixel(label->worldX(), label->worldY()).toPoint());
 }
 
+QFont PlotLabels::shownFont() const
+{
+    QFont shown = m_font.resolve(m_plot->font());
+    // Every property as shown: a painter would fill those not marked set from its device's.
+    shown.setResolveMask(QFont::AllPropertiesResolved);
+    return shown;
+}
+
 void PlotLabels::burnInto(QImage& picture) const
 {
     auto texts = [](const std::vector<QPointer<PlotLabel>>& labels) {
@@ -145,7 +153,7 @@ void PlotLabels::burnInto(QImage& picture) const
         else
             pictures.emplace_back();
     }
-    output::burnOverlays(picture, pictures, texts(m_texts), {}, m_font);
+    output::burnOverlays(picture, pictures, texts(m_texts), {}, shownFont());
 }
 
 output::PictureLabels PlotLabels::pictureLabels() const

@@ -28,6 +28,9 @@ public:
     PlotLabels(model::AppState& state, model::Prompter& prompter, QWidget* plot, QObject* parent);
 
     void setFont(const QFont& font) { m_font = font; }
+    // The font the text labels show: the one set, with what it leaves open (the size, after
+    // a change of the plot's font size) taken from the plot's, as a child widget does.
+    QFont shownFont() const;
     QLabel* addText(const QString& text, QPointF at);
     QLabel* addFormula(const QString& formula, const QString& label, QPointF at);
     // A label with the coordinates of the curve's sampled point nearest to the pixel.

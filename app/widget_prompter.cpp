@@ -69,7 +69,9 @@ std::optional<QString> WidgetPrompter::inputText(const QString& prompt, const QS
 QString WidgetPrompter::saveFileName(const QString& title, const QString& folder,
                                      const QString& filter, QString* selectedFilter)
 {
-    return QFileDialog::getSaveFileName(m_parent, title, folder, filter, selectedFilter);
+    const QFileDialog::Options options =
+        selectedFilter ? QFileDialog::DontConfirmOverwrite : QFileDialog::Options();
+    return QFileDialog::getSaveFileName(m_parent, title, folder, filter, selectedFilter, options);
 }
 
 QString WidgetPrompter::openFileName(const QString& title, const QString& folder,

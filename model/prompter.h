@@ -27,7 +27,8 @@ public:
     virtual std::optional<quint32> chooseColor(const QString& title, quint32 initial) = 0;
     virtual std::optional<QString> inputText(const QString& prompt, const QString& initial) = 0;
     // The chosen file name, or "" when the user cancelled. selectedFilter, when given, is
-    // the file type offered first and the one chosen.
+    // the file type offered first and the one chosen; the name may then still get that
+    // type's ending, so the dialog leaves the question about replacing a file to the caller.
     virtual QString saveFileName(const QString& title, const QString& folder, const QString& filter,
                                  QString* selectedFilter = nullptr) = 0;
     virtual QString openFileName(const QString& title, const QString& folder,

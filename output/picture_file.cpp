@@ -1,5 +1,7 @@
 #include "output/picture_file.h"
 
+#include "output/export_picture.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QImageWriter>
@@ -27,6 +29,30 @@ bool writeVector(const model::AppState& state, const QImage& picture, const plot
                               picture.deviceIndependentSize(), scene, error);
 }
 
+// A device-independent bitmap and JPEG have no alpha: they get the picture over white. PNG
+// keeps every pixel exactly. Each keeps the picture's dots per metre.
+bool writeRaster(const QImage& picture, PictureType type, QIODevice& file, QString* error)
+{
+    QImage image = picture;
+    if (type != PictureType::Png) {
+        QImage source = picture;
+        source.setDevicePixelRatio(1); // pixel for pixel
+        image = QImage(picture.size(), QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.drawImage(0, 0, source);
+        painter.end();
+        image.setDotsPerMeterX(picture.dotsPerMeterX());
+        image.setDotsPerMeterY(picture.dotsPerMeterY());
+    }
+    QImageWriter writer(&file, type == PictureType::Png ? "png" : type == PictureType::Jpeg ? "jpeg" : "bmp");
+    if (type == PictureType::Jpeg)
+        writer.setQuality(92);
+    if (!writer.write(image))
+        return fail(error, writer.errorString());
+    return true;
+}
+
 } // namespace
 
 QString graphsFolder(const QString& folderName)
@@ -48,7 +74,28 @@ QString saveFilter(const QString& tableFilter)
     QString bmp = parts.value(0);
     if (!bmp.contains(QLatin1Char('(')))
         bmp = QStringLiteral("(%1)").arg(parts.value(1, QStringLiteral("*.bmp")));
-    return QStringLiteral("Bitmap %1;;PNG (*.png);;PDF (*.pdf);;SVG (*.svg)").arg(bmp);
+    return QStringLiteral("Bitmap %1;;PNG (*.png);;JPEG (*.jpg *.jpeg);;PDF (*.pdf);;SVG (*.svg)").arg(bmp);
+}
+
+std::optional<PictureType> pictureTypeOf(const QString& fileName)
+{
+    const QString suffix = QFileInfo(fileName).suffix().toLower();
+    if (suffix == QLatin1String("bmp"))
+        return PictureType::Bmp;
+    if (suffix == QLatin1String("png"))
+        return PictureType::Png;
+    if (suffix == QLatin1String("jpg") || suffix == QLatin1String("jpeg"))
+        return PictureType::Jpeg;
+    if (suffix == QLatin1String("pdf"))
+        return PictureType::Pdf;
+    if (suffix == QLatin1String("svg"))
+        return PictureType::Svg;
+    return std::nullopt;
+}
+
+bool keepsTransparency(PictureType type)
+{
+    return type == PictureType::Png || type == PictureType::Svg;
 }
 
 bool writePlotFile(const model::AppState& state, const QImage& picture,
@@ -56,34 +103,28 @@ bool writePlotFile(const model::AppState& state, const QImage& picture,
                    const PictureLabels& labels)
 {
     QString target = fileName;
-    QString suffix = QFileInfo(target).suffix().toLower();
-    if (suffix.isEmpty()) {
+    if (QFileInfo(target).suffix().isEmpty())
         target += QStringLiteral(".bmp");
-        suffix = QStringLiteral("bmp");
-    }
-    const bool vector = suffix == QLatin1String("pdf") || suffix == QLatin1String("svg");
+    const std::optional<PictureType> type = pictureTypeOf(target);
+    if (!type)
+        return fail(error, QStringLiteral("the ending .%1 names no picture type (.bmp, .png, .jpg, .pdf, .svg)")
+                               .arg(QFileInfo(target).suffix()));
     QSaveFile file(target);
     if (!file.open(QIODevice::WriteOnly))
         return fail(error, file.errorString());
-    if (vector) {
-        const bool pdf = suffix == QLatin1String("pdf");
-        if (!writeVector(state, picture, options, labels, file, pdf, error)) {
+    if (*type == PictureType::Pdf || *type == PictureType::Svg) {
+        if (!writeVector(state, picture, options, labels, file, *type == PictureType::Pdf, error)) {
             file.cancelWriting();
             return false;
         }
     } else {
-        const QByteArray format = suffix == QLatin1String("png") ? "png" : "bmp";
-        QImageWriter writer(&file, format);
-        // A device-independent bitmap has no alpha; PNG keeps every pixel exactly.
-        QImage image = format == "bmp" ? picture.convertToFormat(QImage::Format_RGB32) : picture;
         // The picture is in device pixels: at ratio 2 it has 192 of them to the screen's inch,
         // so that it prints and is placed in a document at the size it had on screen.
-        const int dotsPerMeter = qRound(kScreenDpi * picture.devicePixelRatio() / 0.0254);
-        image.setDotsPerMeterX(dotsPerMeter);
-        image.setDotsPerMeterY(dotsPerMeter);
-        if (!writer.write(image)) {
+        QImage raster = picture;
+        setResolution(raster, kScreenDpi * picture.devicePixelRatio());
+        if (!writeRaster(raster, *type, file, error)) {
             file.cancelWriting();
-            return fail(error, writer.errorString());
+            return false;
         }
     }
     if (!file.commit())

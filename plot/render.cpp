@@ -463,6 +463,11 @@ void redraw(model::AppState& state, QImage& picture, const RedrawOptions& option
             const eval::Report& report)
 {
     sampleDrawing(state, report);
+    paintSampled(state, picture, options);
+}
+
+void paintSampled(const model::AppState& state, QImage& picture, const RedrawOptions& options)
+{
     if (picture.isNull() || picture.width() == 0 || picture.height() == 0)
         return;
     picture.fill(options.background);

@@ -95,6 +95,9 @@ QFont fontForDevice(QFont font, const QPaintDevice* device);
 // keeps its size and device pixel ratio; an empty picture is only sampled for.
 void redraw(model::AppState& state, QImage& picture, const RedrawOptions& options,
             const eval::Report& report = {});
+// The redraw of a sampled state without sampling again: a picture of another size or
+// resolution of the same view.
+void paintSampled(const model::AppState& state, QImage& picture, const RedrawOptions& options);
 
 // Puts the trace on the sampled point of its curve: the first defined point at or after
 // its x (points where the function is undefined are passed over), with its slope there;

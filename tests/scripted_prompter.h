@@ -22,6 +22,7 @@ public:
     std::deque<QString> fileNames;
     QStringList saveDialogs; // "title|folder|filter" of each save dialog shown
     QStringList offeredTypes; // the type each save dialog offered first
+    std::deque<QString> chosenTypes; // the type chosen in each save dialog, while any are left
     // The printer dialog prints into this PDF file; an empty name cancels it.
     QString printToPdf;
     int printerDialogs = 0;
@@ -55,13 +56,19 @@ public:
         return text.isNull() ? std::nullopt : std::optional<QString>(text);
     }
 
-    // The chosen type stays the one offered first, as when the user keeps it.
+    // Without a chosen type left, the type stays the one offered first, as when the user
+    // keeps it.
     QString saveFileName(const QString& title, const QString& folder, const QString& filter,
                          QString* selectedFilter) override
     {
         saveDialogs << title + QLatin1Char('|') + folder + QLatin1Char('|') + filter;
-        if (selectedFilter)
+        if (selectedFilter) {
             offeredTypes << *selectedFilter;
+            if (!chosenTypes.empty()) {
+                *selectedFilter = chosenTypes.front();
+                chosenTypes.pop_front();
+            }
+        }
         return take(fileNames, title, QString());
     }
 

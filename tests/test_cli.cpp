@@ -1,6 +1,7 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QImageReader>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -172,9 +173,23 @@ void refusalRows()
     row("two drawings", {"a.curvix", "b.curvix"}, 2, none, usage("one drawing at a time"));
     row("no formula", {"--primitive"}, 2, none, usage("--primitive needs a value"));
     row("table needs three values", {"--table", "0,1", "x"}, 2, none, usage("FROM,TO,STEP"));
-    row("unknown kind of picture", {"--export", "x.jpg", "x"}, 2, none, usage(".png"));
+    row("unknown kind of picture", {"--export", "x.gif", "x"}, 2, none, usage(".png"));
     row("a drawing not called .curvix", {"--write-drawing", "x.txt", "x"}, 2, none, usage(".curvix"));
     row("bad size", {"--export", "x.png", "--size", "0x5", "x"}, 2, none, usage("'0x5'"));
+    row("size in inches", {"--export", "x.png", "--size", "4x3in", "x"}, 2, none, usage("'4x3in'"));
+    row("centimetres beyond the largest picture", {"--export", "x.png", "--size", "200x8cm", "x"}, 2, none,
+        usage("more than 20000 pixels"));
+    row("a resolution for pixels", {"--export", "x.png", "--size", "800x600", "--dpi", "300"}, 2, none,
+        usage("--dpi goes with a size in centimetres"));
+    row("a resolution too fine", {"--export", "x.png", "--size", "10x8cm", "--dpi", "9000"}, 2, none,
+        usage("'9000' is not a resolution"));
+    row("no background for a bitmap", {"--export", "x.bmp", "--transparent", "x"}, 2, none,
+        usage("--transparent goes with .png and .svg"));
+    row("no line width", {"--export", "x.png", "--line-width", "0", "x"}, 2, none, usage("'0' is not a factor"));
+    row("line width not a number", {"--export", "x.png", "--line-width", "thick", "x"}, 2, none,
+        usage("'thick' is not a factor"));
+    row("transparency for a drawing", {"--write-drawing", "x.curvix", "--transparent"}, 2, none,
+        usage("--transparent does not go with --write-drawing"));
     row("view min above max", {"--export", "x.png", "--view", "5,-5,1,-5,5,1", "x"}, 2, none, usage("must be below"));
     row("view min equals max", {"--points", "--view", "-5,5,1,2,2,1", "x"}, 2, none, usage("must be below"));
     row("view with a zero step", {"--export", "x.png", "--view", "-5,5,0,-5,5,1", "x"}, 2, none, usage("step"));
@@ -259,20 +274,33 @@ void TestCli::exports_data()
     QTest::addColumn<QStringList>("view");     // options that set up the plot
     QTest::addColumn<QStringList>("formulas");
     QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("dpi"); // the resolution the file records
     QTest::addColumn<int>("exitCode");
     QTest::addColumn<bool>("curves"); // whether anything beyond the bare axes is drawn
 
+    const QSize standard(800, 600);
     QTest::newRow("bmp with a size") << "b.bmp" << QStringList{"--size", "320x200"}
-                                     << QStringList{"x"} << QSize(320, 200) << 0 << true;
+                                     << QStringList{"x"} << QSize(320, 200) << 96 << 0 << true;
     QTest::newRow("view with pi")
         << "c.png" << QStringList{"--exact-trig", "--view", "-2p,2p,0.5p,-2,2,1"}
-        << QStringList{"tan(x)"} << QSize(800, 600) << 0 << true;
+        << QStringList{"tan(x)"} << standard << 96 << 0 << true;
     QTest::newRow("automatic colours") << "d.png" << QStringList{"--colors", "auto"}
-                                       << QStringList{"x", "-x"} << QSize(800, 600) << 0 << true;
+                                       << QStringList{"x", "-x"} << standard << 96 << 0 << true;
     QTest::newRow("smooth curves") << "s.png" << QStringList{"--smooth"} << QStringList{"tan(x)"}
-                                   << QSize(800, 600) << 0 << true;
+                                   << standard << 96 << 0 << true;
     QTest::newRow("one bad formula, the rest drawn")
-        << "f.png" << QStringList{} << QStringList{"2x+", "x^2"} << QSize(800, 600) << 1 << true;
+        << "f.png" << QStringList{} << QStringList{"2x+", "x^2"} << standard << 96 << 1 << true;
+    QTest::newRow("centimetres at 300 dpi")
+        << "cm.png" << QStringList{"--size", "10x8cm"} << QStringList{"x"} << QSize(1181, 945) << 300 << 0 << true;
+    QTest::newRow("centimetres with a comma at 150 dpi")
+        << "cm.jpg" << QStringList{"--size", "5,08x2.54cm", "--dpi", "150"} << QStringList{"x^2"}
+        << QSize(300, 150) << 150 << 0 << true;
+    QTest::newRow("jpeg in pixels") << "j.jpeg" << QStringList{"--size", "400x300"} << QStringList{"sin(x)"}
+                                    << QSize(400, 300) << 96 << 0 << true;
+    QTest::newRow("transparent") << "t.png" << QStringList{"--transparent"} << QStringList{"x"}
+                                 << standard << 96 << 0 << true;
+    QTest::newRow("thicker lines") << "w.bmp" << QStringList{"--line-width", "2,5"} << QStringList{"x"}
+                                   << standard << 96 << 0 << true;
 }
 
 void TestCli::exports()
@@ -281,14 +309,21 @@ void TestCli::exports()
     QFETCH(QStringList, view);
     QFETCH(QStringList, formulas);
     QFETCH(QSize, size);
+    QFETCH(int, dpi);
     QFETCH(int, exitCode);
     QFETCH(bool, curves);
     const QString path = m_dir.filePath(file);
     const Run run = runCurvix(QStringList{"--export", path} + view + formulas);
     QCOMPARE(run.exitCode, exitCode);
     QCOMPARE(run.err.isEmpty(), exitCode == 0);
-    const QImage image(path);
+    QImageReader reader(path);
+    const QByteArray format = file.endsWith("jpg") || file.endsWith("jpeg") ? "jpeg" : file.section('.', -1).toLatin1();
+    QCOMPARE(reader.format(), format);
+    const QImage image = reader.read();
     QCOMPARE(image.size(), size);
+    QCOMPARE(qRound(image.dotsPerMeterX() * 0.0254), dpi);
+    // Only a transparent picture lets what lies under it show in its corner.
+    QCOMPARE(qAlpha(image.pixel(0, 0)) == 0, view.contains("--transparent"));
 
     // The same view with no formula: the curves are what differs from it.
     const QString bare = m_dir.filePath("bare-" + file);
