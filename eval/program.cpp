@@ -57,17 +57,25 @@ inline double intPow(double a, int n)
 }
 
 
+// The widest set both the processor and CURVIX_BATCH_ISA allow.
 Program::InstructionSet detectInstructionSet()
 {
-    const char* forced = std::getenv("CURVIX_BATCH_BASELINE");
-    if (forced != nullptr && *forced != '\0' && std::strcmp(forced, "0") != 0)
-        return Program::InstructionSet::Baseline;
-#ifdef CURVIX_HAVE_AVX2_BATCH
+    using Set = Program::InstructionSet;
+    Set cap = Set::Avx512;
+    if (const char* name = std::getenv("CURVIX_BATCH_ISA")) {
+        if (std::strcmp(name, "baseline") == 0)
+            cap = Set::Baseline;
+        else if (std::strcmp(name, "avx2") == 0)
+            cap = Set::Avx2;
+    }
+#ifdef CURVIX_HAVE_VECTOR_BATCH
     __builtin_cpu_init();
-    if (__builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma"))
-        return Program::InstructionSet::Avx2;
+    if (cap >= Set::Avx512 && __builtin_cpu_supports("avx512f"))
+        return Set::Avx512;
+    if (cap >= Set::Avx2 && __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma"))
+        return Set::Avx2;
 #endif
-    return Program::InstructionSet::Baseline;
+    return Set::Baseline;
 }
 
 bool readsB(Op op)
@@ -582,9 +590,12 @@ void Program::evaluateBatch(std::span<const double> variables, int variable,
     }
 
     batch::Kernel kernel = batch::runBaseline;
-#ifdef CURVIX_HAVE_AVX2_BATCH
-    if (batchInstructionSet() == InstructionSet::Avx2)
-        kernel = batch::runAvx2;
+#ifdef CURVIX_HAVE_VECTOR_BATCH
+    switch (batchInstructionSet()) {
+    case InstructionSet::Avx512: kernel = batch::runAvx512; break;
+    case InstructionSet::Avx2: kernel = batch::runAvx2; break;
+    case InstructionSet::Baseline: break;
+    }
 #endif
     const std::size_t last = code_.size() - 1;
     for (std::size_t offset = 0; offset < count; offset += kChunk) {

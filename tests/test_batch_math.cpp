@@ -163,9 +163,9 @@ void TestBatchMath::vectorMatchesScalar()
         }
         worst = std::max(worst, apart);
     }
+    static const char* const setNames[] = {"baseline", "AVX2", "AVX-512"};
     qInfo("%s: %zu arguments, at most %lld ulp apart (%s)", qPrintable(formula), xs.size(),
-          static_cast<long long>(worst),
-          Program::batchInstructionSet() == Program::InstructionSet::Avx2 ? "AVX2" : "baseline");
+          static_cast<long long>(worst), setNames[int(Program::batchInstructionSet())]);
 }
 
 QTEST_GUILESS_MAIN(TestBatchMath)
