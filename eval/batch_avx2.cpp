@@ -14,13 +14,6 @@ namespace curvix::eval::batch {
 
 namespace {
 
-// SLEEF declares its functions with a const return type; this gives them the plain one.
-template <auto F>
-__m256d through(__m256d v)
-{
-    return F(v);
-}
-
 struct Avx2 {
     using Vector = __m256d;
     static constexpr int kWidth = 4;
@@ -48,24 +41,26 @@ struct Avx2 {
     }
 
     // SLEEF's versions within 1 ulp; the rest stay one value at a time.
-    static Vector (*function(Function function))(Vector)
+    // (SLEEF declares them with a const return type, hence the type of one of them.)
+    using VectorFunction = decltype(&Sleef_sind4_u10avx2);
+    static VectorFunction function(Function function)
     {
         switch (function) {
-        case Function::Sin: return through<Sleef_sind4_u10avx2>;
-        case Function::Cos: return through<Sleef_cosd4_u10avx2>;
-        case Function::Tan: return through<Sleef_tand4_u10avx2>;
-        case Function::Asin: return through<Sleef_asind4_u10avx2>;
-        case Function::Acos: return through<Sleef_acosd4_u10avx2>;
-        case Function::Atan: return through<Sleef_atand4_u10avx2>;
-        case Function::Exp: return through<Sleef_expd4_u10avx2>;
-        case Function::Ln: return through<Sleef_logd4_u10avx2>;
-        case Function::Log10: return through<Sleef_log10d4_u10avx2>;
-        case Function::Sinh: return through<Sleef_sinhd4_u10avx2>;
-        case Function::Cosh: return through<Sleef_coshd4_u10avx2>;
-        case Function::Tanh: return through<Sleef_tanhd4_u10avx2>;
-        case Function::Asinh: return through<Sleef_asinhd4_u10avx2>;
-        case Function::Acosh: return through<Sleef_acoshd4_u10avx2>;
-        case Function::Atanh: return through<Sleef_atanhd4_u10avx2>;
+        case Function::Sin: return Sleef_sind4_u10avx2;
+        case Function::Cos: return Sleef_cosd4_u10avx2;
+        case Function::Tan: return Sleef_tand4_u10avx2;
+        case Function::Asin: return Sleef_asind4_u10avx2;
+        case Function::Acos: return Sleef_acosd4_u10avx2;
+        case Function::Atan: return Sleef_atand4_u10avx2;
+        case Function::Exp: return Sleef_expd4_u10avx2;
+        case Function::Ln: return Sleef_logd4_u10avx2;
+        case Function::Log10: return Sleef_log10d4_u10avx2;
+        case Function::Sinh: return Sleef_sinhd4_u10avx2;
+        case Function::Cosh: return Sleef_coshd4_u10avx2;
+        case Function::Tanh: return Sleef_tanhd4_u10avx2;
+        case Function::Asinh: return Sleef_asinhd4_u10avx2;
+        case Function::Acosh: return Sleef_acoshd4_u10avx2;
+        case Function::Atanh: return Sleef_atanhd4_u10avx2;
         default: return nullptr;
         }
     }

@@ -14,13 +14,6 @@ namespace curvix::eval::batch {
 
 namespace {
 
-// SLEEF declares its functions with a const return type; this gives them the plain one.
-template <auto F>
-__m512d through(__m512d v)
-{
-    return F(v);
-}
-
 struct Avx512 {
     using Vector = __m512d;
     static constexpr int kWidth = 8;
@@ -45,24 +38,26 @@ struct Avx512 {
     }
 
     // SLEEF's versions within 1 ulp; the rest stay one value at a time.
-    static Vector (*function(Function function))(Vector)
+    // (SLEEF declares them with a const return type, hence the type of one of them.)
+    using VectorFunction = decltype(&Sleef_sind8_u10avx512f);
+    static VectorFunction function(Function function)
     {
         switch (function) {
-        case Function::Sin: return through<Sleef_sind8_u10avx512f>;
-        case Function::Cos: return through<Sleef_cosd8_u10avx512f>;
-        case Function::Tan: return through<Sleef_tand8_u10avx512f>;
-        case Function::Asin: return through<Sleef_asind8_u10avx512f>;
-        case Function::Acos: return through<Sleef_acosd8_u10avx512f>;
-        case Function::Atan: return through<Sleef_atand8_u10avx512f>;
-        case Function::Exp: return through<Sleef_expd8_u10avx512f>;
-        case Function::Ln: return through<Sleef_logd8_u10avx512f>;
-        case Function::Log10: return through<Sleef_log10d8_u10avx512f>;
-        case Function::Sinh: return through<Sleef_sinhd8_u10avx512f>;
-        case Function::Cosh: return through<Sleef_coshd8_u10avx512f>;
-        case Function::Tanh: return through<Sleef_tanhd8_u10avx512f>;
-        case Function::Asinh: return through<Sleef_asinhd8_u10avx512f>;
-        case Function::Acosh: return through<Sleef_acoshd8_u10avx512f>;
-        case Function::Atanh: return through<Sleef_atanhd8_u10avx512f>;
+        case Function::Sin: return Sleef_sind8_u10avx512f;
+        case Function::Cos: return Sleef_cosd8_u10avx512f;
+        case Function::Tan: return Sleef_tand8_u10avx512f;
+        case Function::Asin: return Sleef_asind8_u10avx512f;
+        case Function::Acos: return Sleef_acosd8_u10avx512f;
+        case Function::Atan: return Sleef_atand8_u10avx512f;
+        case Function::Exp: return Sleef_expd8_u10avx512f;
+        case Function::Ln: return Sleef_logd8_u10avx512f;
+        case Function::Log10: return Sleef_log10d8_u10avx512f;
+        case Function::Sinh: return Sleef_sinhd8_u10avx512f;
+        case Function::Cosh: return Sleef_coshd8_u10avx512f;
+        case Function::Tanh: return Sleef_tanhd8_u10avx512f;
+        case Function::Asinh: return Sleef_asinhd8_u10avx512f;
+        case Function::Acosh: return Sleef_acoshd8_u10avx512f;
+        case Function::Atanh: return Sleef_atanhd8_u10avx512f;
         default: return nullptr;
         }
     }
