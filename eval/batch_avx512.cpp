@@ -66,7 +66,7 @@ struct Avx512 {
 } // namespace
 
 void runAvx512(const Program::Instr& in, const double* a, const double* b, const double* c,
-             double* out, int n)
+               double* out, int n)
 {
     runKernel<vectorCallKernel<Avx512>, vectorPowKKernel<Avx512>>(in, a, b, c, out, n);
 }

@@ -29,10 +29,10 @@ constexpr bool kSanitized = __has_feature(address_sanitizer);
 constexpr bool kSanitized = false;
 #endif
 
-// Random arguments per function: a million, a tenth of that under the sanitizers.
+// Random arguments per function: two million, a tenth of that under the sanitizers.
 int randomCount()
 {
-    return kSanitized ? 100'000 : 1'000'000;
+    return kSanitized ? 200'000 : 2'000'000;
 }
 
 // Doubles in the order of their bit patterns, so that neighbours differ by one.
