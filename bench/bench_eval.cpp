@@ -2,6 +2,7 @@
 // formula written in C++ (the limit) and muparser (the yardstick), then a table of ratios.
 
 #include "eval/evaluator.h"
+#include "eval/program.h"
 
 #include <benchmark/benchmark.h>
 #include <muParser.h>
@@ -214,6 +215,10 @@ void printTable(const std::map<std::string, double>& ns)
     }
     if (rows == 0)
         return;
+    // The vector functions, and so the batch's speed, depend on the processor.
+    static const char* const setNames[] = {"baseline (x86-64)", "AVX2", "AVX-512"};
+    std::printf("batch instruction set = %s\n",
+                setNames[int(curvix::eval::Program::batchInstructionSet())]);
     std::printf("geomean batch/native = %.2f\n", std::exp(logBatchNative / rows));
     std::printf("geomean muparser/batch = %.2f\n", std::exp(logMuparserBatch / rows));
 }

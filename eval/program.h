@@ -75,6 +75,12 @@ public:
     void evaluateBatch(std::span<const double> variables, int variable,
                        std::span<const double> xs, std::span<double> ys) const;
 
+    // The instructions evaluateBatch runs on, chosen on first use: the widest the processor
+    // has of AVX-512, AVX2 (with FMA) and the baseline of every x86-64. CURVIX_BATCH_ISA in
+    // the environment (baseline, avx2) caps the choice, to compare them on one machine.
+    enum class InstructionSet { Baseline, Avx2, Avx512 };
+    static InstructionSet batchInstructionSet();
+
     int instructionCount() const { return int(code_.size()); }
 
 private:

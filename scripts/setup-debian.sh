@@ -29,6 +29,7 @@ packages=(
   qt6-tools-dev qt6-l10n-tools
   qt6-qpa-plugins qt6-image-formats-plugins qt6-translations-l10n
   libgiac-dev libgmp-dev libmpfr-dev libntl-dev
+  libsleef-dev
   help2man
   fonts-dejavu-core
 )
