@@ -2,6 +2,10 @@
 
 #include "model/graph_list.h"
 
+#include <QThread>
+#include <QThreadPool>
+#include <QtConcurrent/QtConcurrentMap>
+
 #include <algorithm>
 #include <cmath>
 
@@ -208,29 +212,67 @@ model::GraphMark tangentMark(const eval::CompiledFormula& curve, const QString& 
     return mark;
 }
 
-void sampleDrawing(model::AppState& state, const eval::Report& report)
+namespace {
+
+// The threads that sample the curves of a redraw. A few are enough: the curves are many
+// small jobs, and painting waits for all of them.
+QThreadPool& samplingPool()
+{
+    static QThreadPool* pool = [] {
+        auto* p = new QThreadPool;
+        p->setMaxThreadCount(std::clamp(QThread::idealThreadCount(), 1, 8));
+        p->setExpiryTimeout(-1); // threads that stay make the next redraw start at once
+        return p;
+    }();
+    return *pool;
+}
+
+struct EntryJob {
+    model::GraphEntry* entry;
+    const eval::CompiledFormula* formula;
+};
+
+// One entry's curve and tangent marks. It writes only its own entry and reads the compiled
+// formula, so entries may be sampled on several threads at once.
+void sampleEntry(const EntryJob& job, const model::AppState& state, const QString& variable)
+{
+    model::GraphEntry& entry = *job.entry;
+    const eval::CompiledFormula* formula = job.formula;
+    const model::ViewWindow& view = state.view;
+    const double step = state.sampleStep;
+    SampledCurve curve;
+    if (formula && state.smoothCurves)
+        curve = sampleSmoothCurve(*formula, view, step);
+    else if (formula)
+        curve.points = sampleCurve(*formula, view, step);
+    entry.points = std::move(curve.points);
+    entry.breaks = std::move(curve.breaks);
+    for (model::GraphMark& mark : entry.marks) {
+        if (formula)
+            mark = tangentMark(*formula, variable, mark.x, view, step, exactDerivative(entry));
+        else
+            mark.points.clear();
+    }
+}
+
+} // namespace
+
+void sampleDrawing(model::AppState& state, const eval::Report& report, Sampling sampling)
 {
     const model::ViewWindow& view = state.view;
     state.sampleStep = sampleStepFor(view);
     const double step = state.sampleStep;
     const QString variable = listVariable(state);
-    for (model::GraphEntry& entry : state.graphs) {
-        const eval::CompiledFormula* formula =
-            entryFormula(entry, variable, state.angleUnit, report);
-        SampledCurve curve;
-        if (formula && state.smoothCurves)
-            curve = sampleSmoothCurve(*formula, view, step);
-        else if (formula)
-            curve.points = sampleCurve(*formula, view, step);
-        entry.points = std::move(curve.points);
-        entry.breaks = std::move(curve.breaks);
-        for (model::GraphMark& mark : entry.marks) {
-            if (formula)
-                mark = tangentMark(*formula, variable, mark.x, view, step, exactDerivative(entry));
-            else
-                mark.points.clear();
-        }
-    }
+    // Compiling reports in order, on this thread; only the sampling itself is shared out.
+    std::vector<EntryJob> jobs;
+    jobs.reserve(state.graphs.size());
+    for (model::GraphEntry& entry : state.graphs)
+        jobs.push_back({&entry, entryFormula(entry, variable, state.angleUnit, report)});
+    const auto sampleOne = [&state, &variable](const EntryJob& job) { sampleEntry(job, state, variable); };
+    if (sampling == Sampling::Parallel && jobs.size() > 1)
+        QtConcurrent::blockingMap(&samplingPool(), jobs, sampleOne);
+    else
+        std::for_each(jobs.begin(), jobs.end(), sampleOne);
     model::Demonstration& demo = state.demonstration;
     if (demo.formula && demo.formula->angleUnit() != state.angleUnit) {
         // The walk goes on along its curve as the new unit draws it.
