@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace curvix::plot {
 
@@ -66,7 +67,7 @@ const std::vector<double>& sampleXs(const model::ViewWindow& view, double step)
     return xs;
 }
 
-const std::vector<double>& sampleYs(const eval::CompiledFormula& formula, const std::vector<double>& xs)
+const std::vector<double>& sampleYs(const eval::CompiledFormula& formula, std::span<const double> xs)
 {
     thread_local std::vector<double> ys;
     ys.resize(xs.size());
@@ -150,10 +151,11 @@ private:
 
 } // namespace
 
-std::vector<eval::PointD> sampleCurve(const eval::CompiledFormula& formula,
-                                      const model::ViewWindow& view, double step)
+namespace {
+
+// The curve's defined points at the given x positions.
+std::vector<eval::PointD> pointsAt(const eval::CompiledFormula& formula, std::span<const double> xs)
 {
-    const std::vector<double>& xs = sampleXs(view, step);
     const std::vector<double>& ys = sampleYs(formula, xs);
     std::vector<eval::PointD> points;
     points.reserve(xs.size());
@@ -163,10 +165,9 @@ std::vector<eval::PointD> sampleCurve(const eval::CompiledFormula& formula,
     return points;
 }
 
-SampledCurve sampleSmoothCurve(const eval::CompiledFormula& formula, const model::ViewWindow& view,
-                               double step)
+SampledCurve smoothPointsAt(const eval::CompiledFormula& formula, const model::ViewWindow& view,
+                            std::span<const double> xs)
 {
-    const std::vector<double>& xs = sampleXs(view, step);
     const std::vector<double>& ys = sampleYs(formula, xs);
     SampledCurve curve;
     curve.points.reserve(xs.size() + xs.size() / 4);
@@ -178,6 +179,20 @@ SampledCurve sampleSmoothCurve(const eval::CompiledFormula& formula, const model
         refiner.add({xs[i], ys[i]});
     }
     return curve;
+}
+
+} // namespace
+
+std::vector<eval::PointD> sampleCurve(const eval::CompiledFormula& formula,
+                                      const model::ViewWindow& view, double step)
+{
+    return pointsAt(formula, sampleXs(view, step));
+}
+
+SampledCurve sampleSmoothCurve(const eval::CompiledFormula& formula, const model::ViewWindow& view,
+                               double step)
+{
+    return smoothPointsAt(formula, view, sampleXs(view, step));
 }
 
 const eval::CompiledFormula* exactDerivative(const model::GraphEntry& entry)
@@ -234,7 +249,8 @@ struct EntryJob {
 
 // One entry's curve and tangent marks. It writes only its own entry and reads the compiled
 // formula, so entries may be sampled on several threads at once.
-void sampleEntry(const EntryJob& job, const model::AppState& state, const QString& variable)
+void sampleEntry(const EntryJob& job, const model::AppState& state, const QString& variable,
+                 std::span<const double> xs)
 {
     model::GraphEntry& entry = *job.entry;
     const eval::CompiledFormula* formula = job.formula;
@@ -242,9 +258,9 @@ void sampleEntry(const EntryJob& job, const model::AppState& state, const QStrin
     const double step = state.sampleStep;
     SampledCurve curve;
     if (formula && state.smoothCurves)
-        curve = sampleSmoothCurve(*formula, view, step);
+        curve = smoothPointsAt(*formula, view, xs);
     else if (formula)
-        curve.points = sampleCurve(*formula, view, step);
+        curve.points = pointsAt(*formula, xs);
     entry.points = std::move(curve.points);
     entry.breaks = std::move(curve.breaks);
     for (model::GraphMark& mark : entry.marks) {
@@ -268,7 +284,9 @@ void sampleDrawing(model::AppState& state, const eval::Report& report, Sampling 
     jobs.reserve(state.graphs.size());
     for (model::GraphEntry& entry : state.graphs)
         jobs.push_back({&entry, entryFormula(entry, variable, state.angleUnit, report)});
-    const auto sampleOne = [&state, &variable](const EntryJob& job) { sampleEntry(job, state, variable); };
+    // Every curve is sampled at the same x positions: worked out once, read by every thread.
+    const std::vector<double> xs = sampleXs(view, step);
+    const auto sampleOne = [&](const EntryJob& job) { sampleEntry(job, state, variable, xs); };
     if (sampling == Sampling::Parallel && jobs.size() > 1)
         QtConcurrent::blockingMap(&samplingPool(), jobs, sampleOne);
     else
