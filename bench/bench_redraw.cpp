@@ -139,7 +139,7 @@ int main(int argc, char** argv)
     benchmark::RunSpecifiedBenchmarks(&reporter);
 
     auto ms = [&](const char* name, int curves) {
-        const auto it = reporter.medianMs.find(std::string(name) + "/" + std::to_string(curves));
+        const auto it = reporter.medianMs.find(std::string(name) + "/" + std::to_string(curves) + "/real_time");
         return it == reporter.medianMs.end() ? -1.0 : it->second;
     };
     std::printf("\n%-8s %12s %14s %18s %12s\n", "curves", "redraw ms", "sample ms", "sample serial ms",
@@ -152,7 +152,7 @@ int main(int argc, char** argv)
     std::printf("redraw 10 curves 1600x1000 median ms = %.3f\n", ms("fullRedraw", 10));
     std::printf("redraw 50 curves 1600x1000 median ms = %.3f\n", ms("fullRedraw", 50));
     std::printf("redraw smooth 10 curves 1600x1000 median ms = %.3f\n", ms("smoothRedraw", 10));
-    const auto fill = reporter.medianMs.find("fills");
+    const auto fill = reporter.medianMs.find("fills/real_time");
     std::printf("fill whole plot 1600x1000 median ms = %.3f\n",
                 fill == reporter.medianMs.end() ? -1.0 : fill->second);
     return 0;
