@@ -32,7 +32,6 @@
 #include "plot/zoom.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QMenu>
@@ -338,10 +337,7 @@ plot::RedrawOptions frmgraph::redrawOptions() const
 
 void frmgraph::redraw()
 {
-    if (m_redrawTimer && m_redrawTimer->isActive()) { // this redraw draws what waited too
-        m_redrawTimer->stop();
-        qApp->removeEventFilter(this);
-    }
+    forgetPendingRedraw(); // this redraw draws it too
     if (const std::optional<model::ViewWindow> equal = m_plotView->equalScaleView()) {
         if (*equal != m_state.view)
             applyView(*equal);

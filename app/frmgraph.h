@@ -102,6 +102,7 @@ private:
     // frames give one redraw. continuing: a drag's move after its first.
     void redrawSoon(bool continuing);
     void drawPendingRedraw();
+    void forgetPendingRedraw();
     void onPlotLeftPressed(QPointF at);
     void onPlotRightReleased(QPointF at);
     void onPlotDoubleClicked(QPointF at);

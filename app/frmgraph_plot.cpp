@@ -92,6 +92,14 @@ void frmgraph::drawPendingRedraw()
     m_dragContinues = false;
 }
 
+void frmgraph::forgetPendingRedraw()
+{
+    if (m_redrawTimer && m_redrawTimer->isActive()) {
+        m_redrawTimer->stop();
+        qApp->removeEventFilter(this);
+    }
+}
+
 bool frmgraph::eventFilter(QObject* watched, QEvent* event)
 {
     switch (event->type()) {
