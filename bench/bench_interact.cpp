@@ -169,6 +169,16 @@ int main(int argc, char** argv)
         std::printf("wheel zoom frame %d curves p95 ms = %.2f\n", curves, percentile(t.wheel, 0.95));
         std::printf("pan frame %d curves p95 ms = %.2f\n", curves, percentile(t.pan, 0.95));
         std::printf("burst of 5 wheel turns %d curves redraws = %d\n", curves, redrawsOfBurst(*window, 5));
+        // What each redraw adds for undo: the drawing written as its file is.
+        std::vector<double> checkpoint;
+        for (int i = 0; i < 21; ++i) {
+            const auto start = Clock::now();
+            const QByteArray bytes = model::writeDrawing(model::drawingFromState(window->state()));
+            checkpoint.push_back(msSince(start));
+            if (bytes.isEmpty())
+                return 1;
+        }
+        std::printf("undo checkpoint %d curves median ms = %.3f\n", curves, percentile(checkpoint, 0.5));
     }
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
