@@ -402,7 +402,10 @@ CommandLineReading readCommandLine(const QStringList& args)
 {
     CommandLineReading reading;
     QString& problem = reading.problem;
-    const std::optional<QStringList> ordered = optionsFirst(args, problem);
+    // The start-up benchmark's switch is no option of the parser, so the help leaves it out.
+    QStringList rest = args;
+    const bool quitAfterFirstFrame = rest.removeAll(QStringLiteral("--quit-after-first-frame")) > 0;
+    const std::optional<QStringList> ordered = optionsFirst(rest, problem);
     if (!ordered)
         return reading;
     QCommandLineParser parser;
@@ -428,8 +431,10 @@ CommandLineReading readCommandLine(const QStringList& args)
     }
     if (optionsFit(parser, line.command, problem) && readValues(parser, line, problem) &&
         readCommandValue(parser, line, problem) &&
-        readPositional(parser.positionalArguments(), line, problem))
+        readPositional(parser.positionalArguments(), line, problem)) {
+        line.quitAfterFirstFrame = quitAfterFirstFrame;
         reading.commandLine = std::move(line);
+    }
     return reading;
 }
 

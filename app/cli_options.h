@@ -47,6 +47,9 @@ struct CommandLine {
     bool smooth = false;
     QString drawingFile; // a .curvix drawing to open or to start from
     QStringList formulas;
+    // The window closes once its first frame is painted, telling how long that took (for
+    // the start-up benchmark; not in the help).
+    bool quitAfterFirstFrame = false;
 };
 
 struct CommandLineReading {

@@ -351,6 +351,7 @@ plot::RedrawOptions frmgraph::redrawOptions() const
 
 void frmgraph::redraw()
 {
+    forgetPendingRedraw(); // this redraw draws it too
     if (const std::optional<model::ViewWindow> equal = m_plotView->equalScaleView()) {
         if (*equal != m_state.view)
             applyView(*equal);

@@ -8,6 +8,7 @@
 
 #include <QMainWindow>
 #include <QPointer>
+#include <QTimer>
 
 #include <array>
 
@@ -60,6 +61,8 @@ protected:
     // A drawing file dropped on the window is opened.
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    // While a redraw waits, a click or a key first draws it: they act on the picture shown.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void createLayout();
@@ -94,6 +97,12 @@ private:
     void applyView(const model::ViewWindow& view);
     // The first move of each drag is one step of the zoom history.
     void dragView(const model::ViewWindow& view, bool first);
+    // The redraw of a wheel turn or a drag of the view, whose view is already set: it runs
+    // once the events already waiting are read, so that turns and moves faster than the
+    // frames give one redraw. continuing: a drag's move after its first.
+    void redrawSoon(bool continuing);
+    void drawPendingRedraw();
+    void forgetPendingRedraw();
     void onPlotLeftPressed(QPointF at);
     void onPlotRightReleased(QPointF at);
     void onPlotDoubleClicked(QPointF at);
@@ -121,6 +130,8 @@ private:
     SymbolicRunner* m_symbolic = nullptr;
     DocumentActions* m_document = nullptr;
     bool m_dragContinues = false; // the redraw of a drag after its first step
+    QTimer* m_redrawTimer = nullptr; // runs the redraw that waits, made on first use
+    bool m_pendingContinues = false; // the waiting redraw only continues a drag
     std::array<QToolButton*, 11> m_toolButtons{};
     QPointer<frmsettings> m_settings;
     QPointer<frmtangent> m_tangent;

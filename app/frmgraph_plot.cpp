@@ -18,6 +18,7 @@
 #include "plot/zoom.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QMenu>
 
 namespace curvix::app {
@@ -55,7 +56,7 @@ void frmgraph::zoomOut(bool toBeginning)
 void frmgraph::zoomByWheel(double steps, QPointF world)
 {
     applyView(plot::wheelZoom(m_state, steps, world.x(), world.y()));
-    redraw();
+    redrawSoon(false);
 }
 
 void frmgraph::dragView(const model::ViewWindow& view, bool first)
@@ -63,9 +64,59 @@ void frmgraph::dragView(const model::ViewWindow& view, bool first)
     if (first)
         plot::recordZoomStep(m_state);
     applyView(view);
-    m_dragContinues = !first;
+    redrawSoon(!first);
+}
+
+void frmgraph::redrawSoon(bool continuing)
+{
+    if (!m_redrawTimer) {
+        m_redrawTimer = new QTimer(this);
+        m_redrawTimer->setSingleShot(true);
+        m_redrawTimer->setInterval(0);
+        connect(m_redrawTimer, &QTimer::timeout, this, &frmgraph::drawPendingRedraw);
+    }
+    if (m_redrawTimer->isActive()) {
+        // One undo step merges into the one before only if every move it draws did.
+        m_pendingContinues = m_pendingContinues && continuing;
+        return;
+    }
+    m_pendingContinues = continuing;
+    m_redrawTimer->start();
+    qApp->installEventFilter(this);
+}
+
+void frmgraph::drawPendingRedraw()
+{
+    m_dragContinues = m_pendingContinues;
     redraw();
     m_dragContinues = false;
+}
+
+void frmgraph::forgetPendingRedraw()
+{
+    if (m_redrawTimer && m_redrawTimer->isActive()) {
+        m_redrawTimer->stop();
+        qApp->removeEventFilter(this);
+    }
+}
+
+bool frmgraph::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::KeyPress:
+    case QEvent::ShortcutOverride:
+    case QEvent::ContextMenu:
+    case QEvent::Drop:
+        if (m_redrawTimer && m_redrawTimer->isActive())
+            drawPendingRedraw();
+        break;
+    default:
+        break;
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void frmgraph::applyView(const model::ViewWindow& view)

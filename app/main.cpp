@@ -2,14 +2,19 @@
 #include "app/document_actions.h"
 #include "app/frmgraph.h"
 #include "app/language.h"
+#include "app/plot_widget.h"
 #include "app/widget_prompter.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QGuiApplication>
 #include <QTimer>
 
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
+
+#include <unistd.h>
 
 using namespace curvix;
 
@@ -32,6 +37,46 @@ void platformStartHandler(QtMsgType type, const QMessageLogContext& context, con
     std::fprintf(stderr, "curvix: the window cannot start: %s\n", qPrintable(firstSentence));
     std::_Exit(1);
 }
+
+// Milliseconds since the process started, as the kernel counts its start (in clock ticks,
+// so up to one tick more than the truth); -1 when /proc cannot tell.
+double msSinceProcessStart()
+{
+    QFile file(QStringLiteral("/proc/self/stat"));
+    if (!file.open(QIODevice::ReadOnly))
+        return -1;
+    // The name in parentheses may hold spaces: the fields are counted after its end.
+    const QByteArray stat = file.readAll();
+    const QList<QByteArray> fields = stat.mid(stat.lastIndexOf(')') + 2).split(' ');
+    bool ok = false;
+    const double startTicks = fields.value(19).toDouble(&ok); // field 22, starttime
+    timespec now{};
+    if (!ok || clock_gettime(CLOCK_BOOTTIME, &now) != 0)
+        return -1;
+    const double nowMs = double(now.tv_sec) * 1e3 + double(now.tv_nsec) / 1e6;
+    return nowMs - startTicks * 1e3 / double(sysconf(_SC_CLK_TCK));
+}
+
+// Once the plot is first painted the program tells how long it took and quits.
+class FirstFrameWatch : public QObject {
+public:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint && !m_seen) {
+            m_seen = true;
+            // After this paint and the window's flush, which follow in the same pass.
+            QTimer::singleShot(0, this, [] {
+                std::printf("first frame ms since process start = %.1f\n", msSinceProcessStart());
+                std::fflush(stdout);
+                QCoreApplication::quit();
+            });
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    bool m_seen = false;
+};
 
 } // namespace
 
@@ -71,6 +116,9 @@ int main(int argc, char* argv[])
     app::WidgetPrompter prompter;
     app::frmgraph window(prompter);
     prompter.setParentWidget(&window);
+    FirstFrameWatch firstFrame;
+    if (line.quitAfterFirstFrame)
+        window.plotArea()->installEventFilter(&firstFrame);
     window.show();
     // After the first frame: a drawing left by a crash is offered, then the file is opened.
     const QString drawingFile = line.drawingFile;

@@ -96,11 +96,19 @@ void fills(benchmark::State& s)
     }
 }
 
+// Sampling on the pool of threads, as a redraw does, and on the calling thread alone.
 void sampling(benchmark::State& s)
 {
     Scene scene(int(s.range(0)));
     for (auto _ : s)
         plot::sampleDrawing(scene.state);
+}
+
+void serialSampling(benchmark::State& s)
+{
+    Scene scene(int(s.range(0)));
+    for (auto _ : s)
+        plot::sampleDrawing(scene.state, {}, plot::Sampling::Serial);
 }
 
 void painting(benchmark::State& s)
@@ -133,12 +141,14 @@ void exportVector(benchmark::State& s)
 
 } // namespace
 
-BENCHMARK(fullRedraw)->Arg(0)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
-BENCHMARK(smoothRedraw)->Arg(10)->Unit(benchmark::kNanosecond);
-BENCHMARK(fills)->Unit(benchmark::kNanosecond);
-BENCHMARK(sampling)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
-BENCHMARK(painting)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond);
-BENCHMARK(exportVector)->Arg(0)->Arg(1)->Unit(benchmark::kNanosecond);
+// Wall time throughout: the sampling runs on several threads.
+BENCHMARK(fullRedraw)->Arg(0)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond)->UseRealTime();
+BENCHMARK(smoothRedraw)->Arg(10)->Unit(benchmark::kNanosecond)->UseRealTime();
+BENCHMARK(fills)->Unit(benchmark::kNanosecond)->UseRealTime();
+BENCHMARK(sampling)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond)->UseRealTime();
+BENCHMARK(serialSampling)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond)->UseRealTime();
+BENCHMARK(painting)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond)->UseRealTime();
+BENCHMARK(exportVector)->Arg(0)->Arg(1)->Unit(benchmark::kNanosecond)->UseRealTime();
 
 int main(int argc, char** argv)
 {
@@ -149,17 +159,20 @@ int main(int argc, char** argv)
     benchmark::RunSpecifiedBenchmarks(&reporter);
 
     auto ms = [&](const char* name, int curves) {
-        const auto it = reporter.medianMs.find(std::string(name) + "/" + std::to_string(curves));
+        const auto it = reporter.medianMs.find(std::string(name) + "/" + std::to_string(curves) + "/real_time");
         return it == reporter.medianMs.end() ? -1.0 : it->second;
     };
-    std::printf("\n%-8s %12s %14s %12s\n", "curves", "redraw ms", "sample ms", "paint ms");
+    std::printf("\n%-8s %12s %14s %18s %12s\n", "curves", "redraw ms", "sample ms", "sample serial ms",
+                "paint ms");
     for (int curves : {0, 1, 10, 50}) {
-        std::printf("%-8d %12.3f %14.3f %12.3f\n", curves, ms("fullRedraw", curves),
-                    curves ? ms("sampling", curves) : 0.0, curves ? ms("painting", curves) : 0.0);
+        std::printf("%-8d %12.3f %14.3f %18.3f %12.3f\n", curves, ms("fullRedraw", curves),
+                    curves ? ms("sampling", curves) : 0.0, curves ? ms("serialSampling", curves) : 0.0,
+                    curves ? ms("painting", curves) : 0.0);
     }
     std::printf("redraw 10 curves 1600x1000 median ms = %.3f\n", ms("fullRedraw", 10));
+    std::printf("redraw 50 curves 1600x1000 median ms = %.3f\n", ms("fullRedraw", 50));
     std::printf("redraw smooth 10 curves 1600x1000 median ms = %.3f\n", ms("smoothRedraw", 10));
-    const auto fill = reporter.medianMs.find("fills");
+    const auto fill = reporter.medianMs.find("fills/real_time");
     std::printf("fill whole plot 1600x1000 median ms = %.3f\n",
                 fill == reporter.medianMs.end() ? -1.0 : fill->second);
     for (const auto& [format, name] : {std::pair(0, "pdf"), std::pair(1, "svg")})

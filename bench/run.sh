@@ -4,13 +4,15 @@
 #   bench/run.sh symbolic [--rounds N] [--list]
 #   bench/run.sh document [--rounds N]
 #   bench/run.sh points [Google Benchmark options]
+#   bench/run.sh interact [--turns N]
+#   bench/run.sh startup [--runs N]
 # The build directory is build/ beside the sources, or $BUILD_DIR.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 build="${BUILD_DIR:-$root/build}"
 
 usage() {
-  echo "usage: bench/run.sh eval|redraw|symbolic|document|points [benchmark options]" >&2
+  echo "usage: bench/run.sh eval|redraw|symbolic|document|points|interact|startup [benchmark options]" >&2
   exit 2
 }
 
@@ -62,6 +64,31 @@ case "$what" in
     # Ends with: points of interest 10 curves median ms = X
     "$build/bench/bench_points" --benchmark_repetitions=15 --benchmark_display_aggregates_only=true \
       --benchmark_min_time=0.05 "$@"
+    ;;
+  interact)
+    build_target bench_interact
+    # Ends with: wheel zoom frame 50 curves p95 ms = Z ... peak memory 50 curves MB = M
+    QT_QPA_PLATFORM="${QT_QPA_PLATFORM:-offscreen}" "$build/bench/bench_interact" "$@"
+    ;;
+  startup)
+    build_target curvix
+    runs=15
+    if [ "${1:-}" = "--runs" ] && [ -n "${2:-}" ]; then
+      runs="$2"
+    fi
+    # The window, offscreen, each run in a fresh home (no settings, no recovery), quitting once
+    # its first frame is painted; the program tells the time from its process start.
+    times=()
+    for ((i = 0; i < runs; i++)); do
+      home="$(mktemp -d)"
+      line="$(HOME="$home" XDG_CONFIG_HOME="$home/config" XDG_DATA_HOME="$home/data" \
+        QT_QPA_PLATFORM="${QT_QPA_PLATFORM:-offscreen}" "$build/curvix" --quit-after-first-frame 2>/dev/null)"
+      rm -rf "$home"
+      times+=("${line##*= }")
+    done
+    echo "start to first frame ms: ${times[*]}"
+    printf '%s\n' "${times[@]}" | sort -g | awk '{ v[NR] = $1 } END {
+      printf "start to first frame median ms = %s\n", v[int((NR + 1) / 2)] }'
     ;;
   *)
     usage

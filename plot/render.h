@@ -67,11 +67,16 @@ model::GraphMark tangentMark(const eval::CompiledFormula& curve, const QString& 
 // The derivative's formula of an entry that applies to its compiled curve, or none.
 const eval::CompiledFormula* exactDerivative(const model::GraphEntry& entry);
 
+// How the entries of a redraw are sampled: one after another on the calling thread, or
+// shared out among a small pool of threads. Both give the same points to the last bit.
+enum class Sampling { Serial, Parallel };
+
 // Writes everything derived from the drawing and its view: the sample step, every entry's
 // points and tangent marks, the demonstration's tangent and the trace point. An entry made
 // without a compiled formula is compiled here once; one that does not compile is reported
-// and keeps no points.
-void sampleDrawing(model::AppState& state, const eval::Report& report = {});
+// and keeps no points. Reports come on the calling thread, in the order of the entries.
+void sampleDrawing(model::AppState& state, const eval::Report& report = {},
+                   Sampling sampling = Sampling::Parallel);
 
 // Paints a sampled state onto any device, size in logical pixels: grid, axes, arrows, tick
 // labels, curves and their tangents, the demonstration, guide lines and the trace. A raster

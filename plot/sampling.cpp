@@ -2,8 +2,13 @@
 
 #include "model/graph_list.h"
 
+#include <QThread>
+#include <QThreadPool>
+#include <QtConcurrent/QtConcurrentMap>
+
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace curvix::plot {
 
@@ -62,7 +67,7 @@ const std::vector<double>& sampleXs(const model::ViewWindow& view, double step)
     return xs;
 }
 
-const std::vector<double>& sampleYs(const eval::CompiledFormula& formula, const std::vector<double>& xs)
+const std::vector<double>& sampleYs(const eval::CompiledFormula& formula, std::span<const double> xs)
 {
     thread_local std::vector<double> ys;
     ys.resize(xs.size());
@@ -146,10 +151,11 @@ private:
 
 } // namespace
 
-std::vector<eval::PointD> sampleCurve(const eval::CompiledFormula& formula,
-                                      const model::ViewWindow& view, double step)
+namespace {
+
+// The curve's defined points at the given x positions.
+std::vector<eval::PointD> pointsAt(const eval::CompiledFormula& formula, std::span<const double> xs)
 {
-    const std::vector<double>& xs = sampleXs(view, step);
     const std::vector<double>& ys = sampleYs(formula, xs);
     std::vector<eval::PointD> points;
     points.reserve(xs.size());
@@ -159,10 +165,9 @@ std::vector<eval::PointD> sampleCurve(const eval::CompiledFormula& formula,
     return points;
 }
 
-SampledCurve sampleSmoothCurve(const eval::CompiledFormula& formula, const model::ViewWindow& view,
-                               double step)
+SampledCurve smoothPointsAt(const eval::CompiledFormula& formula, const model::ViewWindow& view,
+                            std::span<const double> xs)
 {
-    const std::vector<double>& xs = sampleXs(view, step);
     const std::vector<double>& ys = sampleYs(formula, xs);
     SampledCurve curve;
     curve.points.reserve(xs.size() + xs.size() / 4);
@@ -174,6 +179,20 @@ SampledCurve sampleSmoothCurve(const eval::CompiledFormula& formula, const model
         refiner.add({xs[i], ys[i]});
     }
     return curve;
+}
+
+} // namespace
+
+std::vector<eval::PointD> sampleCurve(const eval::CompiledFormula& formula,
+                                      const model::ViewWindow& view, double step)
+{
+    return pointsAt(formula, sampleXs(view, step));
+}
+
+SampledCurve sampleSmoothCurve(const eval::CompiledFormula& formula, const model::ViewWindow& view,
+                               double step)
+{
+    return smoothPointsAt(formula, view, sampleXs(view, step));
 }
 
 const eval::CompiledFormula* exactDerivative(const model::GraphEntry& entry)
@@ -208,29 +227,70 @@ model::GraphMark tangentMark(const eval::CompiledFormula& curve, const QString& 
     return mark;
 }
 
-void sampleDrawing(model::AppState& state, const eval::Report& report)
+namespace {
+
+// The threads that sample the curves of a redraw. A few are enough: the curves are many
+// small jobs, and painting waits for all of them.
+QThreadPool& samplingPool()
+{
+    static QThreadPool* pool = [] {
+        auto* p = new QThreadPool;
+        p->setMaxThreadCount(std::clamp(QThread::idealThreadCount(), 1, 8));
+        p->setExpiryTimeout(-1); // threads that stay make the next redraw start at once
+        return p;
+    }();
+    return *pool;
+}
+
+struct EntryJob {
+    model::GraphEntry* entry;
+    const eval::CompiledFormula* formula;
+};
+
+// One entry's curve and tangent marks. It writes only its own entry and reads the compiled
+// formula, so entries may be sampled on several threads at once.
+void sampleEntry(const EntryJob& job, const model::AppState& state, const QString& variable,
+                 std::span<const double> xs)
+{
+    model::GraphEntry& entry = *job.entry;
+    const eval::CompiledFormula* formula = job.formula;
+    const model::ViewWindow& view = state.view;
+    const double step = state.sampleStep;
+    SampledCurve curve;
+    if (formula && state.smoothCurves)
+        curve = smoothPointsAt(*formula, view, xs);
+    else if (formula)
+        curve.points = pointsAt(*formula, xs);
+    entry.points = std::move(curve.points);
+    entry.breaks = std::move(curve.breaks);
+    for (model::GraphMark& mark : entry.marks) {
+        if (formula)
+            mark = tangentMark(*formula, variable, mark.x, view, step, exactDerivative(entry));
+        else
+            mark.points.clear();
+    }
+}
+
+} // namespace
+
+void sampleDrawing(model::AppState& state, const eval::Report& report, Sampling sampling)
 {
     const model::ViewWindow& view = state.view;
     state.sampleStep = sampleStepFor(view);
     const double step = state.sampleStep;
     const QString variable = listVariable(state);
-    for (model::GraphEntry& entry : state.graphs) {
-        const eval::CompiledFormula* formula =
-            entryFormula(entry, variable, state.angleUnit, report);
-        SampledCurve curve;
-        if (formula && state.smoothCurves)
-            curve = sampleSmoothCurve(*formula, view, step);
-        else if (formula)
-            curve.points = sampleCurve(*formula, view, step);
-        entry.points = std::move(curve.points);
-        entry.breaks = std::move(curve.breaks);
-        for (model::GraphMark& mark : entry.marks) {
-            if (formula)
-                mark = tangentMark(*formula, variable, mark.x, view, step, exactDerivative(entry));
-            else
-                mark.points.clear();
-        }
-    }
+    // Compiling reports in order, on this thread; only the sampling itself is shared out.
+    std::vector<EntryJob> jobs;
+    jobs.reserve(state.graphs.size());
+    for (model::GraphEntry& entry : state.graphs)
+        jobs.push_back({&entry, entryFormula(entry, variable, state.angleUnit, report)});
+    // Every curve is sampled at the same x positions: worked out once, read by every thread.
+    const std::vector<double> xs = sampleXs(view, step);
+    const auto sampleOne = [&](const EntryJob& job) { sampleEntry(job, state, variable, xs); };
+    if (sampling == Sampling::Parallel && jobs.size() > 1)
+        QtConcurrent::blockingMap(&samplingPool(), jobs, sampleOne);
+    else
+        std::for_each(jobs.begin(), jobs.end(), sampleOne);
     model::Demonstration& demo = state.demonstration;
     if (demo.formula && demo.formula->angleUnit() != state.angleUnit) {
         // The walk goes on along its curve as the new unit draws it.

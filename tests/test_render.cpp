@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 using namespace curvix;
@@ -111,6 +112,8 @@ private slots:
     void piMultiples_data();
     void piMultiples();
     void pictureIgnoresTheApplicationPalette();
+    void parallelSamplingGivesTheSamePicture_data();
+    void parallelSamplingGivesTheSamePicture();
 };
 
 void TestRender::axesStandAtZeroOrAtTheLowerEnd_data()
@@ -593,6 +596,53 @@ void TestRender::pictureIgnoresTheApplicationPalette()
     const QImage inDark = picture();
     QGuiApplication::setPalette(saved);
     QCOMPARE(inDark, light);
+}
+
+void TestRender::parallelSamplingGivesTheSamePicture_data()
+{
+    QTest::addColumn<bool>("smooth");
+    QTest::addColumn<ViewWindow>("view");
+    QTest::newRow("dots") << false << ViewWindow{};
+    QTest::newRow("joined") << true << ViewWindow{};
+    QTest::newRow("joined, zoomed on the poles") << true << ViewWindow{-0.5, 0.5, 0.1, 0.1, -40, 40, 10, 10};
+}
+
+void TestRender::parallelSamplingGivesTheSamePicture()
+{
+    QFETCH(bool, smooth);
+    QFETCH(ViewWindow, view);
+    // Poles, domain edges, jumps and fast waves: every kind of refinement, many curves.
+    const QStringList formulas{"sin(x)", "1/x", "sqrt(4-x^2)", "tan(x)", "ln(x)", "x^3-2x",
+                               "abs(x)/x", "sin(1/x)", "exp(x)", "sqrt(x)", "cos(7x)", "1/(x^2-1)"};
+    std::array<Scene, 2> scenes{Scene(view), Scene(view)};
+    for (Scene& scene : scenes) {
+        scene.state.smoothCurves = smooth;
+        for (const QString& formula : formulas)
+            scene.add(formula);
+        scene.state.graphs[3].marks.push_back(model::GraphMark{});
+        scene.state.graphs[3].marks[0].x = 0.25;
+    }
+    plot::sampleDrawing(scenes[0].state, {}, plot::Sampling::Serial);
+    plot::sampleDrawing(scenes[1].state, {}, plot::Sampling::Parallel);
+    for (std::size_t i = 0; i < scenes[0].state.graphs.size(); ++i) {
+        const model::GraphEntry& serial = scenes[0].state.graphs[i];
+        const model::GraphEntry& parallel = scenes[1].state.graphs[i];
+        QVERIFY2(!serial.points.empty(), qPrintable(serial.text));
+        QCOMPARE(parallel.breaks, serial.breaks);
+        QVERIFY2(std::equal(serial.points.begin(), serial.points.end(), parallel.points.begin(),
+                            parallel.points.end(),
+                            [](eval::PointD a, eval::PointD b) { return a.x == b.x && a.y == b.y; }),
+                 qPrintable(serial.text));
+        QCOMPARE(parallel.marks.size(), serial.marks.size());
+    }
+    QCOMPARE(scenes[1].state.graphs[3].marks[0].points.size(), scenes[0].state.graphs[3].marks[0].points.size());
+    for (Scene& scene : scenes) {
+        scene.picture.fill(Qt::white);
+        QPainter painter(&scene.picture);
+        plot::paintPlot(scene.state, painter, scene.picture.size(), &scene.picture, scene.options);
+    }
+    QVERIFY(scenes[0].count(kBlue) > 1000);
+    QVERIFY(scenes[1].picture == scenes[0].picture);
 }
 
 QTEST_MAIN(TestRender)

@@ -697,6 +697,41 @@ private slots:
         QCOMPARE(w.state.view, model::ViewWindow{});
     }
 
+    void fastWheelTurnsDrawOnce_data()
+    {
+        QTest::addColumn<bool>("keyFirst");
+        QTest::newRow("drawn when the events are read") << false;
+        QTest::newRow("drawn before a key acts") << true;
+    }
+
+    void fastWheelTurnsDrawOnce()
+    {
+        QFETCH(bool, keyFirst);
+        ShownWindow w;
+        w.type(QStringLiteral("x^2"));
+        QWidget* plot = w.window.plotArea();
+        const int redraws = w.window.redrawCount();
+        const QPoint at = w.pixel(1, 1);
+        for (int turn = 0; turn < 3; ++turn) {
+            QWheelEvent wheel(at, plot->mapToGlobal(at), QPoint(), QPoint(0, 120), Qt::NoButton,
+                              Qt::NoModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(plot, &wheel);
+        }
+        // The view and its rows follow every turn at once; the picture follows once.
+        QVERIFY(w.state.view.XMax - w.state.view.XMin < 10 * 0.9 * 0.9);
+        QCOMPARE(*plot::readRangeNumber(w.row("Text4")[0]), w.state.view.XMin);
+        QCOMPARE(w.window.redrawCount(), redraws);
+        if (keyFirst)
+            QTest::keyClick(plot, Qt::Key_Shift);
+        QTRY_COMPARE(w.window.redrawCount(), redraws + 1);
+        const QImage shown = plot->grab().toImage();
+        w.window.redraw();
+        QCOMPARE(plot->grab().toImage(), shown);
+        // The turns drawn as one frame are one step back.
+        w.action("mnuundo")->trigger();
+        QCOMPARE(w.state.view, model::ViewWindow{});
+    }
+
     void viewReadouts()
     {
         ShownWindow w;
