@@ -53,7 +53,8 @@ released=$(sed -n "s/.*<release version=\"$version\" date=\"\([0-9-]*\)\".*/\1/p
   || fail "the changelog dates $version $signed, the metainfo $released"
 man=$(gzip -dc "$out/root/usr/share/man/man1/curvix.1.gz")
 grep -q '^\.TH CURVIX "1"' <<<"$man" || fail "curvix.1 is not a section 1 manual page"
-sed 's/\\-/-/g' <<<"$man" | grep -qF -- '--export' || fail "curvix.1 does not hold the options of --help"
+# grep reads the whole page: a grep -q that stops early would break the pipe under pipefail.
+sed 's/\\-/-/g' <<<"$man" | grep -F -- '--export' >/dev/null || fail "curvix.1 does not hold the options of --help"
 grep -q "^\.TH .*\"Curvix $version\"" <<<"$man" || fail "curvix.1 is not for version $version"
 check_tree "$out/root/usr" "$id" "$out/root/scratch"
 echo "$(basename "$deb") is complete; its curvix exports"

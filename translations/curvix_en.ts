@@ -1535,6 +1535,93 @@ Curvix comes with ABSOLUTELY NO WARRANTY, to the extent permitted by law.</trans
         <comment>5186</comment>
         <translation>x = %1 is outside the view</translation>
     </message>
+    <message>
+        <source>Print Pre&amp;view</source>
+        <comment>2100</comment>
+        <translation>Print Pre&amp;view</translation>
+    </message>
+    <message>
+        <source>%1 cannot be saved: Curvix writes only these types: %2</source>
+        <comment>2095</comment>
+        <translation>%1 cannot be saved: Curvix writes only these types: %2</translation>
+    </message>
+    <message>
+        <source>%1 already exists.
+Do you want to replace it?</source>
+        <comment>2096</comment>
+        <translation>%1 already exists.
+Do you want to replace it?</translation>
+    </message>
+    <message>
+        <source>Could not save %1: %2</source>
+        <comment>2097</comment>
+        <translation>Could not save %1: %2</translation>
+    </message>
+    <message>
+        <source>Expor&amp;t…</source>
+        <comment>2098</comment>
+        <translation>Expor&amp;t…</translation>
+    </message>
+    <message>
+        <source>graph</source>
+        <comment>2099</comment>
+        <translation>graph</translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <comment>2110</comment>
+        <translation>Export</translation>
+    </message>
+    <message>
+        <source>Size in:</source>
+        <comment>2111</comment>
+        <translation>Size in:</translation>
+    </message>
+    <message>
+        <source>pixels</source>
+        <comment>2112</comment>
+        <translation>pixels</translation>
+    </message>
+    <message>
+        <source>centimetres</source>
+        <comment>2113</comment>
+        <translation>centimetres</translation>
+    </message>
+    <message>
+        <source>Width:</source>
+        <comment>2114</comment>
+        <translation>Width:</translation>
+    </message>
+    <message>
+        <source>Height:</source>
+        <comment>2115</comment>
+        <translation>Height:</translation>
+    </message>
+    <message>
+        <source>Resolution:</source>
+        <comment>2116</comment>
+        <translation>Resolution:</translation>
+    </message>
+    <message>
+        <source>Transparent background (PNG and SVG)</source>
+        <comment>2118</comment>
+        <translation>Transparent background (PNG and SVG)</translation>
+    </message>
+    <message>
+        <source>Line width:</source>
+        <comment>2119</comment>
+        <translation>Line width:</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <comment>2120</comment>
+        <translation>%1 × %2 pixels</translation>
+    </message>
+    <message>
+        <source>Too large: at most %1 pixels a side</source>
+        <comment>2121</comment>
+        <translation>Too large: at most %1 pixels a side</translation>
+    </message>
 </context>
 <context>
     <name>SymbolicText</name>
@@ -1581,10 +1668,71 @@ Curvix comes with ABSOLUTELY NO WARRANTY, to the extent permitted by law.</trans
     </message>
 </context>
 <context>
+    <name>curvix::app::FractionInput</name>
+    <message>
+        <source>%1, whole multiple of π</source>
+        <translation>%1, whole multiple of π</translation>
+    </message>
+    <message>
+        <source>%1, numerator</source>
+        <translation>%1, numerator</translation>
+    </message>
+    <message>
+        <source>%1, denominator</source>
+        <translation>%1, denominator</translation>
+    </message>
+</context>
+<context>
+    <name>curvix::app::PlotView</name>
+    <message>
+        <source>Ctrl with the arrow keys pans, Page Up and Page Down zoom, the menu key opens the tools; with the trace on, the arrow keys move it and Enter puts a point label, or a tangent in tangent mode, where it stands</source>
+        <translation>Ctrl with the arrow keys pans, Page Up and Page Down zoom, the menu key opens the tools; with the trace on, the arrow keys move it and Enter puts a point label, or a tangent in tangent mode, where it stands</translation>
+    </message>
+</context>
+<context>
     <name>curvix::app::RangePanel</name>
     <message>
         <source>Rutnät</source>
         <translation>Grid</translation>
+    </message>
+</context>
+<context>
+    <name>curvix::app::StatusPanels</name>
+    <message>
+        <source>Pointer position and messages</source>
+        <translation>Pointer position and messages</translation>
+    </message>
+    <message>
+        <source>Traced function</source>
+        <translation>Traced function</translation>
+    </message>
+    <message>
+        <source>Demonstrated function</source>
+        <translation>Demonstrated function</translation>
+    </message>
+    <message>
+        <source>Trace x</source>
+        <translation>Trace x</translation>
+    </message>
+    <message>
+        <source>Demonstration x</source>
+        <translation>Demonstration x</translation>
+    </message>
+    <message>
+        <source>Trace y</source>
+        <translation>Trace y</translation>
+    </message>
+    <message>
+        <source>Demonstration curves</source>
+        <translation>Demonstration curves</translation>
+    </message>
+    <message>
+        <source>Trace slope</source>
+        <translation>Trace slope</translation>
+    </message>
+    <message>
+        <source>Demonstration slope</source>
+        <translation>Demonstration slope</translation>
     </message>
 </context>
 <context>
@@ -1630,7 +1778,15 @@ Curvix comes with ABSOLUTELY NO WARRANTY, to the extent permitted by law.</trans
     <name>curvix::app::ZoomBoxWidget</name>
     <message>
         <source>Dubbelklicka för att zooma in</source>
-        <translation>Double-click to zoom in</translation>
+        <translation>Double-click or press Enter to zoom in</translation>
+    </message>
+    <message>
+        <source>Zoom box</source>
+        <translation>Zoom box</translation>
+    </message>
+    <message>
+        <source>Arrow keys move it, Shift with the arrow keys resizes it, Enter zooms in, Esc closes it</source>
+        <translation>Arrow keys move it, Shift with the arrow keys resizes it, Enter zooms in, Esc closes it</translation>
     </message>
 </context>
 <context>

@@ -1535,6 +1535,93 @@ Curvix levereras HELT UTAN GARANTI, i den utsträckning lagen tillåter.</transl
         <comment>5186</comment>
         <translation>x = %1 ligger utanför vyn</translation>
     </message>
+    <message>
+        <source>Print Pre&amp;view</source>
+        <comment>2100</comment>
+        <translation>&amp;Förhandsgranska utskrift</translation>
+    </message>
+    <message>
+        <source>%1 cannot be saved: Curvix writes only these types: %2</source>
+        <comment>2095</comment>
+        <translation>%1 kan inte sparas: Curvix skriver bara dessa typer: %2</translation>
+    </message>
+    <message>
+        <source>%1 already exists.
+Do you want to replace it?</source>
+        <comment>2096</comment>
+        <translation>%1 finns redan.
+Vill du ersätta den?</translation>
+    </message>
+    <message>
+        <source>Could not save %1: %2</source>
+        <comment>2097</comment>
+        <translation>Det gick inte att spara %1: %2</translation>
+    </message>
+    <message>
+        <source>Expor&amp;t…</source>
+        <comment>2098</comment>
+        <translation>E&amp;xportera…</translation>
+    </message>
+    <message>
+        <source>graph</source>
+        <comment>2099</comment>
+        <translation>graf</translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <comment>2110</comment>
+        <translation>Exportera</translation>
+    </message>
+    <message>
+        <source>Size in:</source>
+        <comment>2111</comment>
+        <translation>Storlek i:</translation>
+    </message>
+    <message>
+        <source>pixels</source>
+        <comment>2112</comment>
+        <translation>bildpunkter</translation>
+    </message>
+    <message>
+        <source>centimetres</source>
+        <comment>2113</comment>
+        <translation>centimeter</translation>
+    </message>
+    <message>
+        <source>Width:</source>
+        <comment>2114</comment>
+        <translation>Bredd:</translation>
+    </message>
+    <message>
+        <source>Height:</source>
+        <comment>2115</comment>
+        <translation>Höjd:</translation>
+    </message>
+    <message>
+        <source>Resolution:</source>
+        <comment>2116</comment>
+        <translation>Upplösning:</translation>
+    </message>
+    <message>
+        <source>Transparent background (PNG and SVG)</source>
+        <comment>2118</comment>
+        <translation>Genomskinlig bakgrund (PNG och SVG)</translation>
+    </message>
+    <message>
+        <source>Line width:</source>
+        <comment>2119</comment>
+        <translation>Linjebredd:</translation>
+    </message>
+    <message>
+        <source>%1 × %2 pixels</source>
+        <comment>2120</comment>
+        <translation>%1 × %2 bildpunkter</translation>
+    </message>
+    <message>
+        <source>Too large: at most %1 pixels a side</source>
+        <comment>2121</comment>
+        <translation>För stor: högst %1 bildpunkter per sida</translation>
+    </message>
 </context>
 <context>
     <name>SymbolicText</name>
@@ -1581,10 +1668,71 @@ Curvix levereras HELT UTAN GARANTI, i den utsträckning lagen tillåter.</transl
     </message>
 </context>
 <context>
+    <name>curvix::app::FractionInput</name>
+    <message>
+        <source>%1, whole multiple of π</source>
+        <translation>%1, hel multipel av π</translation>
+    </message>
+    <message>
+        <source>%1, numerator</source>
+        <translation>%1, täljare</translation>
+    </message>
+    <message>
+        <source>%1, denominator</source>
+        <translation>%1, nämnare</translation>
+    </message>
+</context>
+<context>
+    <name>curvix::app::PlotView</name>
+    <message>
+        <source>Ctrl with the arrow keys pans, Page Up and Page Down zoom, the menu key opens the tools; with the trace on, the arrow keys move it and Enter puts a point label, or a tangent in tangent mode, where it stands</source>
+        <translation>Ctrl med piltangenterna panorerar, Page Up och Page Down zoomar, menytangenten öppnar verktygen; med spårningen på flyttar piltangenterna den och Enter sätter en punktetikett, eller en tangent i tangentläge, där den står</translation>
+    </message>
+</context>
+<context>
     <name>curvix::app::RangePanel</name>
     <message>
         <source>Rutnät</source>
         <translation>Rutnät</translation>
+    </message>
+</context>
+<context>
+    <name>curvix::app::StatusPanels</name>
+    <message>
+        <source>Pointer position and messages</source>
+        <translation>Pekarens position och meddelanden</translation>
+    </message>
+    <message>
+        <source>Traced function</source>
+        <translation>Spårad funktion</translation>
+    </message>
+    <message>
+        <source>Demonstrated function</source>
+        <translation>Demonstrerad funktion</translation>
+    </message>
+    <message>
+        <source>Trace x</source>
+        <translation>Spårningens x</translation>
+    </message>
+    <message>
+        <source>Demonstration x</source>
+        <translation>Demonstrationens x</translation>
+    </message>
+    <message>
+        <source>Trace y</source>
+        <translation>Spårningens y</translation>
+    </message>
+    <message>
+        <source>Demonstration curves</source>
+        <translation>Demonstrationens kurvor</translation>
+    </message>
+    <message>
+        <source>Trace slope</source>
+        <translation>Spårningens lutning</translation>
+    </message>
+    <message>
+        <source>Demonstration slope</source>
+        <translation>Demonstrationens lutning</translation>
     </message>
 </context>
 <context>
@@ -1630,7 +1778,15 @@ Curvix levereras HELT UTAN GARANTI, i den utsträckning lagen tillåter.</transl
     <name>curvix::app::ZoomBoxWidget</name>
     <message>
         <source>Dubbelklicka för att zooma in</source>
-        <translation>Dubbelklicka för att zooma in</translation>
+        <translation>Dubbelklicka eller tryck Enter för att zooma in</translation>
+    </message>
+    <message>
+        <source>Zoom box</source>
+        <translation>Zoomruta</translation>
+    </message>
+    <message>
+        <source>Arrow keys move it, Shift with the arrow keys resizes it, Enter zooms in, Esc closes it</source>
+        <translation>Piltangenterna flyttar den, Skift med piltangenterna ändrar storleken, Enter zoomar in, Esc stänger den</translation>
     </message>
 </context>
 <context>
