@@ -21,6 +21,7 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QSettings>
+#include <QShortcut>
 #include <QTabBar>
 #include <QTemporaryDir>
 #include <QTest>
@@ -155,6 +156,12 @@ QStringList windowTexts(QWidget* window)
         else if (auto* tabs = qobject_cast<QTabBar*>(w))
             for (int i = 0; i < tabs->count(); ++i)
                 texts << tabs->tabText(i);
+    }
+    // The window's own Alt+letter keys (Alt+I, Alt+U ...) take the same letters.
+    for (const QShortcut* shortcut : window->findChildren<QShortcut*>()) {
+        const QKeyCombination keys = shortcut->key()[0];
+        if (keys.keyboardModifiers() == Qt::AltModifier && keys.key() >= Qt::Key_A && keys.key() <= Qt::Key_Z)
+            texts << QStringLiteral("Alt+&") + QChar(char16_t(u'A' + (keys.key() - Qt::Key_A)));
     }
     return texts;
 }

@@ -604,7 +604,7 @@
     <message>
         <source>&amp;Settings</source>
         <comment>2005</comment>
-        <translation>&amp;Inställningar</translation>
+        <translation>I&amp;nställningar</translation>
     </message>
     <message>
         <source>&amp;Koordinatsystem</source>
