@@ -14,7 +14,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPainter>
-#include <QPainterPath>
+#include <QPolygonF>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -42,29 +42,17 @@ QIcon demoIcon(int button, const QColor& ink)
         p.setPen(Qt::NoPen);
         p.setBrush(ink);
         switch (button) {
-        case DemoStart: {
-            QPainterPath triangle;
-            triangle.moveTo(9, 6);
-            triangle.lineTo(26, 16);
-            triangle.lineTo(9, 26);
-            triangle.closeSubpath();
-            p.drawPath(triangle);
+        case DemoStart:
+            p.drawPolygon(QPolygonF{{QPointF(9, 6), QPointF(26, 16), QPointF(9, 26)}});
             break;
-        }
         case DemoPause:
             p.drawRect(QRectF(8, 6, 6, 20));
             p.drawRect(QRectF(18, 6, 6, 20));
             break;
-        case DemoStep: {
-            QPainterPath triangle;
-            triangle.moveTo(6, 6);
-            triangle.lineTo(20, 16);
-            triangle.lineTo(6, 26);
-            triangle.closeSubpath();
-            p.drawPath(triangle);
+        case DemoStep:
+            p.drawPolygon(QPolygonF{{QPointF(6, 6), QPointF(20, 16), QPointF(6, 26)}});
             p.drawRect(QRectF(21, 6, 5, 20));
             break;
-        }
         default:
             p.drawRect(QRectF(7, 7, 18, 18));
             break;
