@@ -30,7 +30,7 @@ constexpr CommandSet kHeadless =
 
 // One option: the parser's and the help text's. An option that is a command gives it in
 // `command`; any other option names the commands it goes with.
-struct OptionSpec {
+struct OptionInfo {
     const char* name;
     const char* valueName; // empty for a switch
     const char* description;
@@ -38,7 +38,7 @@ struct OptionSpec {
     CommandSet goesWith = 0;
 };
 
-constexpr OptionSpec kCommands[] = {
+constexpr OptionInfo kCommands[] = {
     {"eval", "FORMULA", "print the formula's value at each --at, one a line", CliCommand::Eval},
     {"derivative", "FORMULA", "print the derivative as the window's command gives it",
      CliCommand::Derivative},
@@ -51,7 +51,7 @@ constexpr OptionSpec kCommands[] = {
     {"table", "FROM,TO,STEP", "print a table of the formulas' values", CliCommand::Table},
 };
 
-constexpr OptionSpec kOptions[] = {
+constexpr OptionInfo kOptions[] = {
     {"at", "X", "a value of the variable for --eval (once for each)", {}, bit(CliCommand::Eval)},
     {"label", "f(t)", "the function's label, which names its variable", {}, kCalculating},
     {"angle", "UNIT", "the angle unit: rad (the default), deg or grad", {}, kHeadless},
@@ -73,25 +73,25 @@ constexpr OptionSpec kOptions[] = {
 template <typename Visit>
 void forEachOption(Visit visit)
 {
-    for (const OptionSpec& spec : kCommands)
-        visit(spec);
-    for (const OptionSpec& spec : kOptions)
-        visit(spec);
+    for (const OptionInfo& option : kCommands)
+        visit(option);
+    for (const OptionInfo& option : kOptions)
+        visit(option);
 }
 
-const OptionSpec* findOption(const QString& name)
+const OptionInfo* findOption(const QString& name)
 {
-    const OptionSpec* found = nullptr;
-    forEachOption([&](const OptionSpec& spec) {
-        const bool shortHelp = name == QLatin1String("h") && spec.command == CliCommand::Help;
-        if (name == QLatin1String(spec.name) || shortHelp)
-            found = &spec;
+    const OptionInfo* found = nullptr;
+    forEachOption([&](const OptionInfo& option) {
+        const bool shortHelp = name == QLatin1String("h") && option.command == CliCommand::Help;
+        if (name == QLatin1String(option.name) || shortHelp)
+            found = &option;
     });
     return found;
 }
 
 // The option an argument names ("--at", "--at=3", "-h"), if it names one we know.
-const OptionSpec* optionOfArgument(const QString& argument)
+const OptionInfo* optionOfArgument(const QString& argument)
 {
     if (argument == QLatin1String("-h"))
         return findOption(QStringLiteral("h"));
@@ -117,13 +117,13 @@ std::optional<QStringList> optionsFirst(const QStringList& args, QString& proble
             continue;
         }
         options << argument;
-        const OptionSpec* spec = optionOfArgument(argument);
-        if (!spec || !*spec->valueName || argument.contains(QLatin1Char('=')))
+        const OptionInfo* option = optionOfArgument(argument);
+        if (!option || !*option->valueName || argument.contains(QLatin1Char('=')))
             continue;
         // The value may begin with a minus ("--at -2"), but it is not the next option.
         if (i + 1 >= args.size() || optionOfArgument(args[i + 1])) {
             problem = QStringLiteral("%1 needs a value (%1 %2)")
-                          .arg(argument, QLatin1String(spec->valueName));
+                          .arg(argument, QLatin1String(option->valueName));
             return std::nullopt;
         }
         options << args[++i];
@@ -245,9 +245,9 @@ std::optional<CliCommand> commandOf(const QCommandLineParser& parser, QString& p
 
 QString commandName(CliCommand command)
 {
-    for (const OptionSpec& spec : kCommands) {
-        if (spec.command == command)
-            return QStringLiteral("--") + QLatin1String(spec.name);
+    for (const OptionInfo& option : kCommands) {
+        if (option.command == command)
+            return QStringLiteral("--") + QLatin1String(option.name);
     }
     return QString();
 }
@@ -256,8 +256,8 @@ QString commandName(CliCommand command)
 bool optionsFit(const QCommandLineParser& parser, CliCommand command, QString& problem)
 {
     for (const QString& name : parser.optionNames()) {
-        const OptionSpec* spec = findOption(name);
-        if (spec->command != CliCommand::Window || (spec->goesWith & bit(command)))
+        const OptionInfo* option = findOption(name);
+        if (option->command != CliCommand::Window || (option->goesWith & bit(command)))
             continue;
         problem = command == CliCommand::Window
                       ? QStringLiteral("--%1 goes with a command such as --export").arg(name)
@@ -409,12 +409,12 @@ CommandLineReading readCommandLine(const QStringList& args)
     if (!ordered)
         return reading;
     QCommandLineParser parser;
-    forEachOption([&](const OptionSpec& spec) {
-        QStringList names{QLatin1String(spec.name)};
-        if (spec.command == CliCommand::Help)
+    forEachOption([&](const OptionInfo& option) {
+        QStringList names{QLatin1String(option.name)};
+        if (option.command == CliCommand::Help)
             names.prepend(QStringLiteral("h"));
-        parser.addOption(QCommandLineOption(names, QLatin1String(spec.description),
-                                            QLatin1String(spec.valueName)));
+        parser.addOption(QCommandLineOption(names, QLatin1String(option.description),
+                                            QLatin1String(option.valueName)));
     });
     if (!parser.parse(*ordered)) {
         problem = parser.errorText();
@@ -451,16 +451,16 @@ QString helpText()
         "  or:  curvix --table FROM,TO,STEP [--angle UNIT] FORMULA...\n"
         "Draw the graphs of functions for school mathematics. Without a command, open the\n"
         "main window, with the drawing when one is given. The commands need no display.\n");
-    const auto list = [&text](const char* heading, const OptionSpec* begin, const OptionSpec* end) {
+    const auto list = [&text](const char* heading, const OptionInfo* begin, const OptionInfo* end) {
         text += QLatin1String("\n") + QLatin1String(heading) + QLatin1String(":\n");
-        for (const OptionSpec* spec = begin; spec != end; ++spec) {
-            QString names = spec->command == CliCommand::Help ? QStringLiteral("  -h, --")
+        for (const OptionInfo* option = begin; option != end; ++option) {
+            QString names = option->command == CliCommand::Help ? QStringLiteral("  -h, --")
                                                               : QStringLiteral("  --");
-            names += QLatin1String(spec->name);
-            if (*spec->valueName)
-                names += QLatin1Char('=') + QLatin1String(spec->valueName);
+            names += QLatin1String(option->name);
+            if (*option->valueName)
+                names += QLatin1Char('=') + QLatin1String(option->valueName);
             text += names.leftJustified(25) + QLatin1Char(' ');
-            text += QLatin1String(spec->description) + QLatin1Char('\n');
+            text += QLatin1String(option->description) + QLatin1Char('\n');
         }
     };
     list("Commands", std::begin(kCommands), std::end(kCommands));
