@@ -283,45 +283,6 @@ void frmgraph::connectCommands()
     });
 }
 
-void frmgraph::createKeyboardShortcuts()
-{
-    auto shortcut = [this](const QKeySequence& keys, auto&& action) {
-        auto* s = new QShortcut(keys, this);
-        connect(s, &QShortcut::activated, this, action);
-        return s;
-    };
-    shortcut(Qt::ALT | Qt::Key_F, [this] { m_entry->focusFunctionBox(); });
-    shortcut(Qt::ALT | Qt::Key_X, [this] { m_ranges->focusFirstBox(); });
-    shortcut(Qt::ALT | Qt::Key_T, [this] { m_entry->focusLabelText(); });
-    shortcut(Qt::ALT | Qt::Key_I, [this] { m_ranges->rerunExactTrig(); });
-    shortcut(Qt::ALT | Qt::Key_U, [this] { redraw(); });
-    shortcut(Qt::ALT | Qt::Key_Q, [this] { editFormulaPicture(); });
-    // The arrow keys step the trace (text boxes keep them for their caret).
-    shortcut(Qt::Key_Left, [this] { m_curveTools->stepTrace(-1); });
-    shortcut(Qt::Key_Right, [this] { m_curveTools->stepTrace(1); });
-    // Escape gives up a symbolic calculation while one runs; otherwise the key is the
-    // focused widget's (the zoom box puts itself away with it).
-    QShortcut* cancel = shortcut(Qt::Key_Escape, [this] { m_symbolic->cancel(); });
-    cancel->setEnabled(false);
-    connect(m_symbolic, &SymbolicRunner::busyChanged, cancel, &QShortcut::setEnabled);
-    // The plot area is resized from its lower right corner.
-    const int step = 10;
-    shortcut(Qt::SHIFT | Qt::Key_Left, [this] { m_plotView->resizePlotBy(-step, 0); });
-    shortcut(Qt::SHIFT | Qt::Key_Right, [this] { m_plotView->resizePlotBy(step, 0); });
-    shortcut(Qt::SHIFT | Qt::Key_Up, [this] { m_plotView->resizePlotBy(0, -step); });
-    shortcut(Qt::SHIFT | Qt::Key_Down, [this] { m_plotView->resizePlotBy(0, step); });
-    // Ctrl with the arrow keys pans a tenth of the view, as a drag with the middle button.
-    const std::pair<Qt::Key, QPoint> pans[4] = {{Qt::Key_Left, {-1, 0}}, {Qt::Key_Right, {1, 0}},
-                                                {Qt::Key_Up, {0, 1}}, {Qt::Key_Down, {0, -1}}};
-    for (const auto& pan : pans)
-        shortcut(Qt::CTRL | pan.first, [this, direction = pan.second] {
-            const model::ViewWindow& v = m_state.view;
-            dragView(plot::shiftedView(v, direction.x() * (v.XMax - v.XMin) / 10,
-                                       direction.y() * (v.YMax - v.YMin) / 10),
-                     true);
-        });
-}
-
 void frmgraph::showEvent(QShowEvent* event)
 {
     QMainWindow::showEvent(event);
@@ -492,52 +453,6 @@ void frmgraph::setTrace(bool on)
         const QSignalBlocker blocker(m_actions->trace);
         m_actions->trace->setChecked(false);
     }
-}
-
-frmtangent* frmgraph::tangentWindow()
-{
-    if (!m_tangent) {
-        m_tangent = new frmtangent(m_state, m_prompter, this);
-        connect(m_tangent, &frmtangent::guideLinesChanged, this, &frmgraph::redraw);
-        m_demonstration->attach(m_tangent);
-    }
-    return m_tangent;
-}
-
-void frmgraph::openGuideLines(frmtangent::Usage usage)
-{
-    frmtangent* window = tangentWindow();
-    window->setUsage(usage);
-    window->setValues(usage == frmtangent::Usage::VerticalLines ? m_state.verticalLines
-                                                                : m_state.horizontalLines);
-    window->show();
-    window->raise();
-    window->activateWindow();
-}
-
-void frmgraph::openDemonstration()
-{
-    if (selectedEntry() < 0) {
-        m_prompter.message(LoadResString(2090));
-        return;
-    }
-    frmtangent* window = tangentWindow();
-    window->setUsage(frmtangent::Usage::Demonstration);
-    window->setFunction(m_entry->functionText());
-    window->show();
-    window->raise();
-    window->activateWindow();
-}
-
-void frmgraph::openSettings()
-{
-    if (!m_settings) {
-        m_settings = new frmsettings(m_state, this);
-        connect(m_settings, &frmsettings::closedWithRedraw, this, &frmgraph::redraw);
-    }
-    m_settings->show();
-    m_settings->raise();
-    m_settings->activateWindow();
 }
 
 void frmgraph::closeEvent(QCloseEvent* event)

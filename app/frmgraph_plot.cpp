@@ -11,6 +11,7 @@
 #include "app/plot_view.h"
 #include "app/plot_widget.h"
 #include "app/range_panel.h"
+#include "app/symbolic_runner.h"
 #include "app/window_actions.h"
 #include "model/graph_list.h"
 #include "model/strings.h"
@@ -20,6 +21,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QMenu>
+#include <QShortcut>
 
 namespace curvix::app {
 
@@ -177,6 +179,45 @@ void frmgraph::editFormulaPicture()
         m_plotView->labels().editLastFormula(m_entry->functionText(), m_entry->labelText());
     if (forBox)
         m_entry->setFunctionText(*forBox);
+}
+
+void frmgraph::createKeyboardShortcuts()
+{
+    auto shortcut = [this](const QKeySequence& keys, auto&& action) {
+        auto* s = new QShortcut(keys, this);
+        connect(s, &QShortcut::activated, this, action);
+        return s;
+    };
+    shortcut(Qt::ALT | Qt::Key_F, [this] { m_entry->focusFunctionBox(); });
+    shortcut(Qt::ALT | Qt::Key_X, [this] { m_ranges->focusFirstBox(); });
+    shortcut(Qt::ALT | Qt::Key_T, [this] { m_entry->focusLabelText(); });
+    shortcut(Qt::ALT | Qt::Key_I, [this] { m_ranges->rerunExactTrig(); });
+    shortcut(Qt::ALT | Qt::Key_U, [this] { redraw(); });
+    shortcut(Qt::ALT | Qt::Key_Q, [this] { editFormulaPicture(); });
+    // The arrow keys step the trace (text boxes keep them for their caret).
+    shortcut(Qt::Key_Left, [this] { m_curveTools->stepTrace(-1); });
+    shortcut(Qt::Key_Right, [this] { m_curveTools->stepTrace(1); });
+    // Escape gives up a symbolic calculation while one runs; otherwise the key is the
+    // focused widget's (the zoom box puts itself away with it).
+    QShortcut* cancel = shortcut(Qt::Key_Escape, [this] { m_symbolic->cancel(); });
+    cancel->setEnabled(false);
+    connect(m_symbolic, &SymbolicRunner::busyChanged, cancel, &QShortcut::setEnabled);
+    // The plot area is resized from its lower right corner.
+    const int step = 10;
+    shortcut(Qt::SHIFT | Qt::Key_Left, [this] { m_plotView->resizePlotBy(-step, 0); });
+    shortcut(Qt::SHIFT | Qt::Key_Right, [this] { m_plotView->resizePlotBy(step, 0); });
+    shortcut(Qt::SHIFT | Qt::Key_Up, [this] { m_plotView->resizePlotBy(0, -step); });
+    shortcut(Qt::SHIFT | Qt::Key_Down, [this] { m_plotView->resizePlotBy(0, step); });
+    // Ctrl with the arrow keys pans a tenth of the view, as a drag with the middle button.
+    const std::pair<Qt::Key, QPoint> pans[4] = {{Qt::Key_Left, {-1, 0}}, {Qt::Key_Right, {1, 0}},
+                                                {Qt::Key_Up, {0, 1}}, {Qt::Key_Down, {0, -1}}};
+    for (const auto& pan : pans)
+        shortcut(Qt::CTRL | pan.first, [this, direction = pan.second] {
+            const model::ViewWindow& v = m_state.view;
+            dragView(plot::shiftedView(v, direction.x() * (v.XMax - v.XMin) / 10,
+                                       direction.y() * (v.YMax - v.YMin) / 10),
+                     true);
+        });
 }
 
 } // namespace curvix::app
