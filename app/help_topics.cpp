@@ -90,7 +90,7 @@ QString helpTopicFor(const QWidget* focused)
 {
     const QString window = focused ? focused->window()->objectName() : QString();
     for (const QWidget* w = focused; w; w = w->isWindow() ? nullptr : w->parentWidget()) {
-        if (const QString own = w->property("helpTopic").toString(); !own.isEmpty())
+        if (QString own = w->property("helpTopic").toString(); !own.isEmpty())
             return own;
         const QString name = w->objectName();
         if (const char* topic = topicOf(window, name))
