@@ -398,8 +398,7 @@ Surface paintUnderLabels(const model::AppState& state, QPainter& painter, QSizeF
     if (options.arrows)
         drawArrows(surface, view, state.arrows, axisColor);
     drawTickMarks(surface, view, options, axisColor);
-
-    // Labels dropped on the plot are placed here once the plot can hold them.
+    drawTickPatches(surface, view, options, state.angleUnit);
 
     paintCurves(surface, state);
     return surface;

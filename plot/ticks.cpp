@@ -404,6 +404,18 @@ void drawTickMarks(Surface& surface, const model::ViewWindow& view,
     }
 }
 
+void drawTickPatches(Surface& surface, const model::ViewWindow& view,
+                     const RedrawOptions& options, model::AngleUnit angleUnit)
+{
+    if (options.background.alpha() == 0)
+        return;
+    QPainter& painter = surface.painter;
+    const TickLayout layout = layoutTicks(view, options, angleUnit, surface.scale.pixels(),
+                                          painter.font(), painter.device());
+    for (const TickLabel& label : layout.labels)
+        painter.fillRect(label.rect.adjusted(-1, -1, 1, 1), options.background);
+}
+
 void drawTickLabels(Surface& surface, const model::ViewWindow& view,
                     const RedrawOptions& options, model::AngleUnit angleUnit, const QColor& color)
 {
@@ -412,8 +424,6 @@ void drawTickLabels(Surface& surface, const model::ViewWindow& view,
                                           painter.font(), painter.device());
     painter.setPen(QPen(color, hairlineWidth(surface), Qt::SolidLine, Qt::FlatCap));
     for (const TickLabel& label : layout.labels) {
-        if (options.background.alpha() > 0)
-            painter.fillRect(label.rect.adjusted(-1, -1, 1, 1), options.background);
         const QRectF& r = label.rect;
         const QStaticText& upper = laidOut(painter, label.text);
         painter.drawStaticText(QPointF(r.center().x() - upper.size().width() / 2, r.top()), upper);

@@ -56,8 +56,11 @@ TickLayout layoutTicks(const model::ViewWindow& view, const RedrawOptions& optio
 void drawTickMarks(Surface& surface, const model::ViewWindow& view,
                    const RedrawOptions& options, const QColor& color);
 
-// The numbers, each on a patch of the background so that nothing strikes through them;
-// drawn last, over grid, curves and fills.
+// Patches of the background where the numbers will stand, so that no grid line or tick
+// strikes through them; drawn before the curves, which stay whole.
+void drawTickPatches(Surface& surface, const model::ViewWindow& view,
+                     const RedrawOptions& options, model::AngleUnit angleUnit);
+// The numbers themselves, drawn last: over the curves and the fills, so that nothing hides one.
 void drawTickLabels(Surface& surface, const model::ViewWindow& view,
                     const RedrawOptions& options, model::AngleUnit angleUnit, const QColor& color);
 
