@@ -429,7 +429,7 @@
     <message>
         <source>Please set size between min 5 and max 10</source>
         <comment>468</comment>
-        <translation>Please set size between min 5 and max 10</translation>
+        <translation>Font size for the tick numbers</translation>
     </message>
     <message>
         <source>&amp;Delete</source>
@@ -769,7 +769,7 @@
     <message>
         <source>(min 5,  max 10)</source>
         <comment>2045</comment>
-        <translation>(min 5,  max 10)</translation>
+        <translation> (5 to 10):</translation>
     </message>
     <message>
         <source>The clipboard cannot be reached.</source>

@@ -429,7 +429,7 @@
     <message>
         <source>Please set size between min 5 and max 10</source>
         <comment>468</comment>
-        <translation>Välj en storlek mellan 5 och 10</translation>
+        <translation>Teckenstorlek för axlarnas siffror</translation>
     </message>
     <message>
         <source>&amp;Delete</source>
@@ -769,7 +769,7 @@
     <message>
         <source>(min 5,  max 10)</source>
         <comment>2045</comment>
-        <translation>(minst 5, högst 10)</translation>
+        <translation> (5 till 10):</translation>
     </message>
     <message>
         <source>The clipboard cannot be reached.</source>
