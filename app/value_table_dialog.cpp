@@ -14,6 +14,8 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
+#include <cmath>
+
 namespace curvix::app {
 
 ValueTableDialog::ValueTableDialog(const model::AppState& state, model::Prompter& prompter,
@@ -76,12 +78,17 @@ bool ValueTableDialog::fill()
     m_grid->setColumnCount(int(columns.size()) + 1);
     m_grid->setRowCount(int(m_table.xs.size()));
     m_grid->setHorizontalHeaderLabels(QStringList{QStringLiteral("x")} + m_table.headings);
+    // On screen the numbers read as everywhere in the window (the locale's decimal sign, ten
+    // digits); Copy and CSV keep every digit.
+    const auto shown = [](double value) {
+        return std::isfinite(value) ? eval::numberText(value, QLocale(), 10) : plot::tableCellText(value);
+    };
     for (std::size_t r = 0; r < m_table.xs.size(); ++r) {
-        m_grid->setItem(int(r), 0, new QTableWidgetItem(eval::roundTripText(m_table.xs[r])));
+        m_grid->setItem(int(r), 0, new QTableWidgetItem(shown(m_table.xs[r])));
         for (std::size_t c = 0; c < columns.size(); ++c)
-            m_grid->setItem(int(r), int(c) + 1,
-                            new QTableWidgetItem(plot::tableCellText(m_table.values[r][c])));
+            m_grid->setItem(int(r), int(c) + 1, new QTableWidgetItem(shown(m_table.values[r][c])));
     }
+    m_grid->resizeColumnsToContents();
     return true;
 }
 
