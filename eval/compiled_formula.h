@@ -1,6 +1,7 @@
 #pragma once
 
 #include "eval/evaluator.h"
+#include "eval/parameters.h"
 #include "eval/program.h"
 
 #include <QString>
@@ -16,12 +17,15 @@ namespace curvix::eval {
 class CompiledFormula {
 public:
     // Nothing when the text does not compile; error and message then say why and where.
-    // sin, cos and tan take angles in unit, asin, acos and atan answer in it.
+    // sin, cos and tan take angles in unit, asin, acos and atan answer in it. A name of
+    // parameters reads as that parameter's value of the moment: a new value needs a new
+    // compile, which keeps every compiled formula constant and free to share.
     static std::shared_ptr<const CompiledFormula> compile(const QString& preparedText,
                                                           const QString& variable,
                                                           AngleUnit unit = AngleUnit::Radians,
                                                           CompileError* error = nullptr,
-                                                          QString* message = nullptr);
+                                                          QString* message = nullptr,
+                                                          const ParameterList& parameters = {});
 
     double evaluate(double x) const;
     // ys[i] = the formula at xs[i]; ys must be as long as xs.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "eval/evaluator.h"
+#include "eval/parameters.h"
 #include "model/demonstration.h"
 #include "model/graph.h"
 #include "model/view_window.h"
@@ -25,6 +26,16 @@ struct FillPoint {
     quint32 color = 0;
 
     friend bool operator==(const FillPoint&, const FillPoint&) = default;
+};
+
+// The region between a curve and the x axis from a to b, shaded and labelled with its
+// integral. a and b are x values as the axis reads them, in the drawing's angle unit.
+struct AreaRegion {
+    qint32 curve = -1; // the graph list index
+    double a = 0;
+    double b = 0;
+
+    friend bool operator==(const AreaRegion&, const AreaRegion&) = default;
 };
 
 // The program's whole state: one graph list, one view, one evaluator. Owned by the main
@@ -70,6 +81,11 @@ struct AppState {
     std::vector<double> verticalLines;
     std::vector<double> horizontalLines;
     std::vector<FillPoint> fills;
+
+    // The named numbers formulas may use besides the variable, in the order declared.
+    eval::ParameterList parameters;
+    // The areas under curves, in the order asked for.
+    std::vector<AreaRegion> areas;
 
     // The trace: a point walking along one curve, kept by its x so that it survives the
     // resampling of every redraw.

@@ -91,6 +91,9 @@ struct Drawing {
     std::vector<double> horizontalLines;
     std::vector<FillPoint> fills;
 
+    eval::ParameterList parameters;
+    std::vector<AreaRegion> areas;
+
     std::vector<TextLabel> textLabels;
     std::vector<PointLabel> pointLabels;
     std::vector<FormulaPicture> formulaPictures;
