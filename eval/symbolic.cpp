@@ -20,6 +20,7 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <vector>
 
 namespace curvix::eval {
 
@@ -142,52 +143,61 @@ private:
 // --- choosing the answer ------------------------------------------------------------------
 
 // The values of a text in the formula language (pi written "pi") at the sample points, as
-// the function box would compute them; nothing when the box does not read it.
-std::optional<cas::SampleValues> boxValues(const QString& text, const QString& variable,
-                                           int angleUnit)
+// the function box would compute them, one array for each set of parameter values; nothing
+// when the box does not read it.
+std::optional<std::vector<cas::SampleValues>> boxValues(const QString& text,
+                                                        const QString& variable,
+                                                        const SymbolicOptions& options)
 {
     ExpressionEvaluator evaluator;
     const QString boxText = AngleTextInRadians(
-        ReplaceText(text, QStringLiteral("pi"), QString(kPiChar)), angleUnit);
+        ReplaceText(text, QStringLiteral("pi"), QString(kPiChar)), options.angleUnit);
+    // Known before the text is read, so that the box takes the parameters as names.
+    for (const QString& name : options.parameters)
+        evaluator.DefineVariable(name);
     const QString prepared = PrepareExpressionText(
         evaluator, boxText, QStringLiteral("f(%1)").arg(variable), {}, QLocale::c());
     if (prepared.isEmpty())
         return std::nullopt;
     const int variableId = evaluator.DefineVariable(variable);
+    std::vector<int> parameterIds;
+    for (const QString& name : options.parameters)
+        parameterIds.push_back(evaluator.DefineVariable(name));
     const int expressionId = evaluator.SetExpression(prepared);
     if (expressionId < 0)
         return std::nullopt;
-    cas::SampleValues ys{};
-    evaluator.EvaluateBatch(expressionId, variableId, cas::kSamplePoints, ys);
-    return ys;
+    std::vector<cas::SampleValues> sets(cas::parameterSetCount(options.parameters.size()));
+    for (std::size_t set = 0; set < sets.size(); ++set) {
+        for (std::size_t i = 0; i < parameterIds.size(); ++i)
+            evaluator.SetVariable(parameterIds[i], cas::parameterValue(set, i));
+        evaluator.EvaluateBatch(expressionId, variableId, cas::kSamplePoints, sets[set]);
+    }
+    return sets;
 }
 
-// Whether a form, as the function box would read it, is right wherever the problem's
+// Whether values ys, as the function box computes a form, are right wherever the problem's
 // function is defined: finite there, and equal to the CAS's own values where those are
 // finite (they overflow where a form such as exp(x^3)/exp(2x^3) does). Outside the
 // function's domain a form may have values or not: ln(sqrt(x))' = 1/(2x) is right.
-bool agreesWithValues(const QString& form, const QString& variable, const cas::Answer& answer,
-                      const cas::SampleValues& defined, int angleUnit)
+bool agreesWithValues(const cas::SampleValues& ys, const cas::SampleValues& values,
+                      bool upToConstant, const cas::SampleValues& defined)
 {
-    const std::optional<cas::SampleValues> ys = boxValues(form, variable, angleUnit);
-    if (!ys)
-        return false;
     // A primitive's constant, the same at every point: taken where the values are smallest,
     // so that it carries little rounding.
     double offset = 0;
     double smallest = INFINITY;
-    for (std::size_t i = 0; answer.upToConstant && i < ys->size(); ++i) {
-        const double a = (*ys)[i];
-        const double b = answer.values[i];
+    for (std::size_t i = 0; upToConstant && i < ys.size(); ++i) {
+        const double a = ys[i];
+        const double b = values[i];
         const double size = std::max(std::fabs(a), std::fabs(b));
         if (std::isfinite(defined[i]) && std::isfinite(a - b) && size < smallest) {
             smallest = size;
             offset = a - b;
         }
     }
-    for (std::size_t i = 0; i < ys->size(); ++i) {
-        const double a = (*ys)[i];
-        const double b = answer.values[i];
+    for (std::size_t i = 0; i < ys.size(); ++i) {
+        const double a = ys[i];
+        const double b = values[i];
         if (!std::isfinite(defined[i]))
             continue;
         if (!std::isfinite(a))
@@ -201,10 +211,26 @@ bool agreesWithValues(const QString& form, const QString& variable, const cas::A
     return true;
 }
 
+// Whether a form holds for every set of parameter values; a primitive's constant may
+// differ from set to set.
+bool formHolds(const QString& form, const QString& variable, const cas::Answer& answer,
+               const std::vector<cas::SampleValues>& defined, const SymbolicOptions& options)
+{
+    const auto ys = boxValues(form, variable, options);
+    if (!ys || ys->size() != answer.values.size() || ys->size() != defined.size())
+        return false;
+    for (std::size_t set = 0; set < ys->size(); ++set) {
+        if (!agreesWithValues((*ys)[set], answer.values[set], answer.upToConstant, defined[set]))
+            return false;
+    }
+    return true;
+}
+
 // The shortest form that the evaluator accepts and that is right where the problem's
 // function (its values: defined) is.
 std::optional<QString> bestForm(const cas::Answer& answer, const QString& variable,
-                                const cas::SampleValues& defined, int angleUnit)
+                                const std::vector<cas::SampleValues>& defined,
+                                const SymbolicOptions& options)
 {
     // Shortest first, the CAS's order among equals: the first that holds is the answer.
     std::vector<const QString*> byLength;
@@ -213,10 +239,23 @@ std::optional<QString> bestForm(const cas::Answer& answer, const QString& variab
     std::stable_sort(byLength.begin(), byLength.end(),
                      [](const QString* a, const QString* b) { return a->size() < b->size(); });
     for (const QString* form : byLength) {
-        if (agreesWithValues(*form, variable, answer, defined, angleUnit))
+        if (formHolds(*form, variable, answer, defined, options))
             return *form;
     }
     return std::nullopt;
+}
+
+// The options' parameters that can be parameters of this request: one letter, not the
+// variable, not e, each once.
+QStringList requestParameters(const QStringList& parameters, const QString& variable)
+{
+    QStringList names;
+    for (const QString& name : parameters) {
+        if (name.size() == 1 && isAsciiLetter(name[0]) && name != variable && name != u"e" &&
+            !names.contains(name))
+            names << name;
+    }
+    return names;
 }
 
 // --- the requests of the procedures -------------------------------------------------------
@@ -284,10 +323,13 @@ std::int32_t symbolic_calculate(const char* request, char* result, std::int32_t 
     if (!parsed)
         return -1;
 
-    QStringList names{parsed->variable};
-    if (parsed->variable != u"e")
-        names << QStringLiteral("e");
-    ParseResult tree = parseFormula(splitGluedNames(parsed->formula, parsed->variable), names);
+    SymbolicOptions used = options;
+    used.parameters = requestParameters(options.parameters, parsed->variable);
+    const QString formula = splitGluedNames(parsed->formula, parsed->variable, used.parameters);
+    // Always {variable, e, parameters...}, so that a parameter's index is fixed; a variable
+    // called e shadows Euler's number.
+    ParseResult tree =
+        parseFormula(formula, QStringList{parsed->variable, QStringLiteral("e")} + used.parameters);
     if (!tree.ok())
         return 0;
 
@@ -295,6 +337,7 @@ std::int32_t symbolic_calculate(const char* request, char* result, std::int32_t 
     problem.operation = parsed->operation;
     problem.decimals = hasDecimals(tree.tree);
     problem.formula = std::move(tree.tree);
+    problem.parameters = used.parameters;
     problem.variable = parsed->variable;
     problem.order = parsed->order;
     problem.angleUnit = options.angleUnit;
@@ -304,13 +347,12 @@ std::int32_t symbolic_calculate(const char* request, char* result, std::int32_t 
         return 0;
     // Where the problem's function is defined; a formula the box cannot read counts as
     // defined everywhere, so that every form must hold at every point.
-    cas::SampleValues defined{};
-    defined.fill(0);
-    if (const auto values = boxValues(splitGluedNames(parsed->formula, parsed->variable),
-                                      parsed->variable, options.angleUnit))
-        defined = *values;
-    const std::optional<QString> best =
-        bestForm(*answer, parsed->variable, defined, options.angleUnit);
+    std::vector<cas::SampleValues> defined(cas::parameterSetCount(used.parameters.size()));
+    for (cas::SampleValues& set : defined)
+        set.fill(0);
+    if (auto values = boxValues(formula, parsed->variable, used))
+        defined = std::move(*values);
+    const std::optional<QString> best = bestForm(*answer, parsed->variable, defined, used);
     if (!best)
         return 0;
     const QByteArray bytes = best->toLatin1();

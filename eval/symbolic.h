@@ -6,6 +6,7 @@
 #include "eval/formula.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <atomic>
 #include <chrono>
@@ -36,6 +37,10 @@ struct SymbolicOptions {
     // The angle unit of the formula and the answer: 1 radians, 2 degrees, 3 gradians. In
     // degrees the derivative of sin(x) is ¶cos(x)/180.
     int angleUnit = 1;
+    // Names the formula may use besides its variable (one letter, neither the variable nor
+    // e): parameters, kept as symbols in the answer, so that the derivative of a*x^2 is
+    // 2a*x. Answers write every product between names with "*".
+    QStringList parameters;
 };
 
 // The text with its trigonometric functions written for radians, when it is meant in the

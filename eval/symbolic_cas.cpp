@@ -72,6 +72,34 @@ Session::Session()
     giac::angle_radian(true, &context);
 }
 
+void Session::setParameters(const QStringList& names)
+{
+    parameterNames = names;
+    parameters.clear();
+    for (const QString& name : names) {
+        // Apart from x and the CAS's own names: a parameter may be called x when the
+        // variable is t.
+        parameters.push_back(giac::identificateur("curvix_p_" + name.toStdString()));
+    }
+    useParameterSet(0);
+}
+
+void Session::useParameterSet(std::size_t set)
+{
+    parameterValues.resize(parameters.size());
+    for (std::size_t i = 0; i < parameters.size(); ++i)
+        parameterValues[i] = parameterValue(set, i);
+}
+
+int Session::parameterIndex(const gen& g) const
+{
+    for (std::size_t i = 0; i < parameters.size(); ++i) {
+        if (g == parameters[i])
+            return int(i);
+    }
+    return -1;
+}
+
 Session& session()
 {
     static Session* s = new Session;
@@ -198,7 +226,10 @@ gen toGiac(const Node& node, Session& s)
     auto arg = [&](int i) { return toGiac(node.args[std::size_t(i)], s); };
     switch (node.kind) {
     case Node::Kind::Number: return exactNumber(node.text);
-    case Node::Kind::Variable: return node.variable == 0 ? s.x : giac::exp(gen(1), ctx);
+    case Node::Kind::Variable:
+        if (node.variable >= 2)
+            return s.parameters.at(std::size_t(node.variable - 2));
+        return node.variable == 0 ? s.x : giac::exp(gen(1), ctx);
     case Node::Kind::Pi: return giac::cst_pi;
     case Node::Kind::Negate: return -arg(0);
     case Node::Kind::Add: return arg(0) + arg(1);
@@ -248,6 +279,8 @@ std::optional<double> numericValue(const gen& g, double x, const Session& s)
             return x;
         if (g == giac::cst_pi)
             return M_PI;
+        if (const int p = s.parameterIndex(g); p >= 0)
+            return s.parameterValues[std::size_t(p)];
         return std::nullopt;
     case giac::_SYMB: break;
     default: return std::nullopt;
@@ -290,16 +323,22 @@ std::optional<double> numericValue(const gen& g, double x, const Session& s)
     return std::nullopt;
 }
 
-std::optional<SampleValues> sampleValues(const gen& g, const Session& s)
+std::optional<std::vector<SampleValues>> sampleValues(const gen& g, Session& s)
 {
-    SampleValues values{};
-    for (std::size_t i = 0; i < kSamplePoints.size(); ++i) {
-        const auto value = numericValue(g, kSamplePoints[i], s);
-        if (!value)
-            return std::nullopt;
-        values[i] = *value;
+    std::vector<SampleValues> sets(s.parameterSets());
+    for (std::size_t set = 0; set < sets.size(); ++set) {
+        s.useParameterSet(set);
+        for (std::size_t i = 0; i < kSamplePoints.size(); ++i) {
+            const auto value = numericValue(g, kSamplePoints[i], s);
+            if (!value) {
+                s.useParameterSet(0);
+                return std::nullopt;
+            }
+            sets[set][i] = *value;
+        }
     }
-    return values;
+    s.useParameterSet(0);
+    return sets;
 }
 
 bool isNegativeNumber(const gen& g)
@@ -327,12 +366,12 @@ using namespace detail;
 
 // --- the computation ----------------------------------------------------------------------
 
-// Whether every name in g is the variable or pi: a formula such as 1/0 becomes infinity or
-// undef, which has no derivative or primitive.
+// Whether every name in g is the variable, a parameter or pi: a formula such as 1/0 becomes
+// infinity or undef, which has no derivative or primitive.
 bool onlyKnownNames(const gen& g, const Session& s)
 {
     if (g.type == giac::_IDNT)
-        return g == s.x || g == giac::cst_pi;
+        return g == s.x || g == giac::cst_pi || s.parameterIndex(g) >= 0;
     if (g.type == giac::_SYMB)
         return onlyKnownNames(g._SYMBptr->feuille, s);
     if (g.type == giac::_VECT) {
@@ -415,6 +454,7 @@ Answer solve(const Problem& problem)
         s.angle = problem.angleUnit == 2   ? giac::cst_pi / gen(180)
                   : problem.angleUnit == 3 ? giac::cst_pi / gen(200)
                                            : gen(1);
+        s.setParameters(problem.parameters);
         const gen f = toGiac(problem.formula, s);
         if (!onlyKnownNames(f, s))
             throw std::runtime_error("the formula has no finite real value");

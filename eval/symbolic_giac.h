@@ -34,9 +34,21 @@ struct Session {
     gen x{giac::identificateur("x")};
     std::ostream silent{nullptr}; // a stream without a buffer swallows everything
     gen angle = 1; // the problem's angle unit in radians: pi/180 for degrees
+    // The problem's parameters: their symbols, their names in the answer, and the values
+    // numericValue gives them (one set of parameterValue at a time).
+    std::vector<gen> parameters;
+    QStringList parameterNames;
+    std::vector<double> parameterValues;
 
     Session();
     const giac::context* ctx() const { return &context; }
+    // Makes the problem's parameters the symbols of names, at the first set of values.
+    void setParameters(const QStringList& names);
+    // Gives the parameters the values of one set.
+    void useParameterSet(std::size_t set);
+    std::size_t parameterSets() const { return parameterSetCount(parameterNames.size()); }
+    // The index of a parameter's symbol, or -1.
+    int parameterIndex(const gen& g) const;
 };
 
 Session& session();
@@ -55,7 +67,8 @@ bool hasAny(const gen& g, std::initializer_list<const giac::unary_function_ptr*>
 // The value of g at x in doubles, the way our evaluator would compute it; nothing when g
 // holds something our language lacks (a complex unit, erf, ...).
 std::optional<double> numericValue(const gen& g, double x, const Session& s);
-std::optional<SampleValues> sampleValues(const gen& g, const Session& s);
+// The values at every sample point for every set of parameter values.
+std::optional<std::vector<SampleValues>> sampleValues(const gen& g, Session& s);
 
 // --- products and printing (symbolic_print.cpp) --------------------------------------------
 

@@ -158,8 +158,8 @@ private:
     {
         if (f.base == giac::cst_pi)
             return 0;
-        if (isNumber(f.base) || isEuler(f.base))
-            return 1; // sqrt(3), e
+        if (isNumber(f.base) || isEuler(f.base) || m_session.parameterIndex(f.base) >= 0)
+            return 1; // sqrt(3), e, a parameter: 2a*x
         if (f.base == m_session.x)
             return 2;
         if (!dependsOnVariable(f.base) && !dependsOnVariable(f.exponent))
@@ -325,6 +325,8 @@ private:
                 ++piCount;
                 return QStringLiteral("pi");
             }
+            if (const int p = m_session.parameterIndex(g); p >= 0)
+                return m_session.parameterNames[p];
             throw Unprintable{};
         }
         if (isNumber(g))

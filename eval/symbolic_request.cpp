@@ -55,25 +55,28 @@ std::optional<Request> parseRequest(const QString& text)
     return parsed;
 }
 
-bool isKnownName(const QString& name, const QString& variable)
+bool isKnownName(const QString& name, const QString& variable, const QStringList& parameters)
 {
-    return functionByName(name) || name == u"pi" || name == variable || name == u"e";
+    return functionByName(name) || name == u"pi" || name == variable || name == u"e" ||
+           parameters.contains(name);
 }
 
 // A run of letters that is no name but a product of names: "pix" (the request's form of
 // "¶x") is pi times x, "pisin" pi times sin. A function name can only end the run.
-std::optional<QStringList> splitRun(const QString& run, const QString& variable)
+std::optional<QStringList> splitRun(const QString& run, const QString& variable,
+                                    const QStringList& parameters)
 {
     const int n = int(run.size());
     // from[i]: the piece that ends a split of run[0, i), or empty when there is none.
     std::vector<QString> from(std::size_t(n) + 1);
     std::vector<bool> reachable(std::size_t(n) + 1, false);
     reachable[0] = true;
+    const QStringList names =
+        QStringList{QStringLiteral("pi"), variable, QStringLiteral("e")} + parameters;
     for (int i = 0; i < n; ++i) {
         if (!reachable[std::size_t(i)])
             continue;
-        const QStringList pieces{QStringLiteral("pi"), variable, QStringLiteral("e")};
-        for (const QString& piece : pieces) {
+        for (const QString& piece : names) {
             const int end = i + int(piece.size());
             if (end <= n && QStringView(run).mid(i, piece.size()) == piece &&
                 !reachable[std::size_t(end)]) {
@@ -95,7 +98,8 @@ std::optional<QStringList> splitRun(const QString& run, const QString& variable)
     return pieces;
 }
 
-QString splitGluedNames(const QString& formula, const QString& variable)
+QString splitGluedNames(const QString& formula, const QString& variable,
+                        const QStringList& parameters)
 {
     QString out;
     const int n = int(formula.size());
@@ -110,7 +114,8 @@ QString splitGluedNames(const QString& formula, const QString& variable)
             ++j;
         const QString run = formula.mid(i, j - i);
         const std::optional<QStringList> pieces =
-            isKnownName(run, variable) ? std::nullopt : splitRun(run, variable);
+            isKnownName(run, variable, parameters) ? std::nullopt
+                                                   : splitRun(run, variable, parameters);
         out += pieces ? pieces->join(u'*') : run;
         i = j;
     }

@@ -7,6 +7,7 @@
 #include "eval/symbolic_cas.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -19,11 +20,13 @@ struct Request {
     int order = 1;
 };
 
+bool isAsciiLetter(QChar c);
 // The request, or nothing when it is not one.
 std::optional<Request> parseRequest(const QString& text);
 // "pix" (the request's form of "¶x") as "pi*x", "pisin" as "pi*sin": runs of letters that are
-// no name split into names.
-QString splitGluedNames(const QString& formula, const QString& variable);
+// no name split into names (parameters among them: "pia" is pi*a).
+QString splitGluedNames(const QString& formula, const QString& variable,
+                        const QStringList& parameters = {});
 // Whether a number in the tree was typed with a decimal point.
 bool hasDecimals(const Node& node);
 

@@ -391,22 +391,29 @@ std::optional<gen> bySubstitution(const gen& f, const gen& v, Session& s, int de
     return std::nullopt;
 }
 
-// Whether F' is f at the sample points where f is defined.
-bool differentiatesTo(const gen& F, const gen& f, const Session& s)
+// Whether F' is f at the sample points where f is defined, for every set of parameter values.
+bool differentiatesTo(const gen& F, const gen& f, Session& s)
 {
     const gen derivative = giac::derive(F, s.x, s.ctx());
     int compared = 0;
-    for (double x : kSamplePoints) {
-        const auto want = numericValue(f, x, s);
-        if (!want || !std::isfinite(*want))
-            continue;
-        const auto got = numericValue(derivative, x, s);
-        if (!got || !std::isfinite(*got) ||
-            std::fabs(*got - *want) > 1e-7 * std::max(1.0, std::fabs(*want)))
-            return false;
-        ++compared;
+    bool holds = true;
+    for (std::size_t set = 0; holds && set < s.parameterSets(); ++set) {
+        s.useParameterSet(set);
+        for (double x : kSamplePoints) {
+            const auto want = numericValue(f, x, s);
+            if (!want || !std::isfinite(*want))
+                continue;
+            const auto got = numericValue(derivative, x, s);
+            if (!got || !std::isfinite(*got) ||
+                std::fabs(*got - *want) > 1e-7 * std::max(1.0, std::fabs(*want))) {
+                holds = false;
+                break;
+            }
+            ++compared;
+        }
     }
-    return compared > 0;
+    s.useParameterSet(0);
+    return holds && compared > 0;
 }
 
 } // namespace

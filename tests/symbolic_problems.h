@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <utility>
 #include <vector>
 
 namespace curvix::symbolic_problems {
@@ -105,29 +106,36 @@ inline bool longerThanReference(const Problem& problem, const QString& answer)
     return problem.kind != Kind::NoElementaryPrimitive && answer.size() > problem.reference.size();
 }
 
+// A parameter's name and the value it takes in a check.
+using ParameterValues = std::vector<std::pair<QString, double>>;
+
 // Checks an answer the way the function box would read it: at points spread over the
 // problem's interval, the answer equals the central difference quotient of the formula
 // (derivatives), or the formula equals the central difference quotient of the answer
-// (primitives). Returns "" when the answer holds, otherwise what is wrong.
-inline QString checkAnswer(const Problem& problem, const QString& answer)
+// (primitives), with the parameters at the given values. Returns "" when the answer holds,
+// otherwise what is wrong.
+inline QString checkAnswer(const Problem& problem, const QString& answer,
+                           const ParameterValues& parameters = {})
 {
     const QString& label = problem.label;
     eval::ExpressionEvaluator evaluator;
     QString message;
-    const auto keep = [&](const QString& m) { message = m; };
-    const auto radians = [&](const QString& text) {
-        return eval::AngleTextInRadians(text, problem.angleUnit);
+    const auto prepare = [&](const QString& text) {
+        for (const auto& parameter : parameters)
+            evaluator.DefineVariable(parameter.first);
+        return eval::PrepareExpressionText(
+            evaluator, eval::AngleTextInRadians(text, problem.angleUnit), label,
+            [&](const QString& m) { message = m; });
     };
-    const QString formula =
-        eval::PrepareExpressionText(evaluator, radians(problem.formula), label, keep);
-    const QString prepared = formula.isEmpty() ? QString()
-                                               : eval::PrepareExpressionText(
-                                                     evaluator, radians(answer), label, keep);
+    const QString formula = prepare(problem.formula);
+    const QString prepared = formula.isEmpty() ? QString() : prepare(answer);
     if (prepared.isEmpty())
         return (formula.isEmpty() ? QStringLiteral("the problem") : QStringLiteral("the answer")) +
                QStringLiteral(" does not compile: ") + message;
 
     const int variable = evaluator.DefineVariable(variableOf(problem));
+    for (const auto& parameter : parameters)
+        evaluator.SetVariable(evaluator.DefineVariable(parameter.first), parameter.second);
     const int f = evaluator.SetExpression(formula);
     const int g = evaluator.SetExpression(prepared);
     const auto at = [&](int id, double x) {

@@ -21,6 +21,8 @@ class TestSymbolic : public QObject {
 private slots:
     void schoolProblems_data();
     void schoolProblems();
+    void withParameters_data();
+    void withParameters();
     void throughTheLibrary_data();
     void throughTheLibrary();
     void libraryRequests_data();
@@ -90,6 +92,101 @@ void TestSymbolic::schoolProblems()
              qPrintable(answer));
     QVERIFY2(!answer.contains(QLatin1String("pi")), qPrintable(answer));
     QVERIFY2(!answer.contains(u','), qPrintable(answer));
+}
+
+// Parameters stay symbols: each answer is checked numerically for several values of them
+// (sets "a=0.6,b=1.7;a=-2.3,b=-0.45"), and no longer than a textbook's answer. An empty
+// reference: the request must fail.
+void TestSymbolic::withParameters_data()
+{
+    QTest::addColumn<bool>("derivative");
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<QString>("formula");
+    QTest::addColumn<QString>("label");
+    QTest::addColumn<QString>("values");
+    QTest::addColumn<double>("from");
+    QTest::addColumn<double>("to");
+    QTest::addColumn<QString>("reference");
+
+    const auto row = [](const char* name, bool derivative, const char* formula, const char* values,
+                        double from, double to, const char* reference, int unit = 1,
+                        const char* label = "f(x)") {
+        QTest::newRow(name) << derivative << unit << QString::fromUtf8(formula) << QString(label)
+                            << QString(values) << from << to << QString::fromUtf8(reference);
+    };
+    const char* ab = "a=0.6,b=1.7;a=-2.3,b=-0.45;a=3.1,b=2.9";
+    row("d polynomial", true, "a*x^2", "a=0.6;a=-2.3", -3, 3, "2a*x");
+    row("d several", true, "a*x^3+b*x+c", "a=0.6,b=1.7,c=2;a=-2.3,b=-0.45,c=-1", -3, 3, "3a*x^2+b");
+    row("d sine", true, "a*sin(b*x)", ab, -3, 3, "a*b*cos(b*x)");
+    row("d tangent", true, "tan(a*x)", "a=0.3;a=-0.2", -2, 2, "a/cos(a*x)^2");
+    row("d exp keeps e and k", true, "a*e^(k*x)", "a=0.6,k=1.3;a=-2.3,k=-0.7", -2, 2, "a*k*exp(k*x)");
+    row("d ln", true, "ln(a*x)", "a=0.6;a=2.3", 0.5, 4, "1/x");
+    row("d root", true, "sqrt(a*x+b)", "a=0.6,b=1.7;a=2.3,b=0.4", 0.5, 3, "a/(2sqrt(a*x+b))");
+    row("d pi and a parameter", true, "¶a*x^2", "a=0.6;a=-2.3", -3, 3, "2¶a*x");
+    row("d parameter named x", true, "x*t^2", "x=0.6;x=-2.3", -3, 3, "2x*t", 1, "f(t)");
+    row("d degrees", true, "sin(b*x)", "b=0.6;b=-2.3", -200, 200, "¶b*cos(b*x)/180", 2);
+    row("p sine", false, "a*sin(b*x)", ab, -3, 3, "-a*cos(b*x)/b");
+    row("p exp", false, "e^(k*x)", "k=1.3;k=-0.7", -2, 2, "exp(k*x)/k");
+    row("p polynomial", false, "a*x^2+b*x+c", "a=0.6,b=1.7,c=2;a=-2.3,b=-0.45,c=-1", -3, 3,
+        "a*x^3/3+b*x^2/2+c*x");
+    row("p power", false, "x^a", "a=0.6;a=2.3", 0.5, 3, "x^(a+1)/(a+1)");
+    row("p reciprocal", false, "a/x", "a=0.6;a=-2.3", 0.5, 3, "a*ln(abs(x))");
+    row("p root", false, "sqrt(a*x+b)", "a=0.6,b=1.7;a=2.3,b=0.4", 0.5, 3,
+        "2(a*x+b)^(3/2)/(3a)");
+    row("p degrees", false, "cos(b*x)", "b=0.6;b=-2.3", -200, 200, "180sin(b*x)/(¶b)", 2);
+    row("undeclared name", true, "a*y*x", "a=0.6", -1, 1, "");
+    row("p arctangent", false, "1/(x^2+a^2)", "a=0.6;a=-2.3", -3, 3, "atan(x/a)/a");
+    row("p by parts", false, "x*exp(a*x)", "a=0.6;a=-2.3", -3, 3, "(a*x-1)exp(a*x)/a^2");
+    row("p square of a sine", false, "sin(a*x)^2", "a=0.6;a=-2.3", -3, 3, "x/2-sin(2a*x)/(4a)");
+    row("d power of a parameter", true, "a^x", "a=0.6;a=2.3", -3, 3, "a^x*ln(a)");
+    row("d product", true, "e^(a*x)*sin(b*x)", ab, -3, 3, "(a*sin(b*x)+b*cos(b*x))exp(a*x)");
+    row("p logarithm keeps abs", false, "x/(x^2+a)", "a=0.6;a=2.3", -3, 3, "ln(abs(x^2+a))/2");
+    row("d quotient", true, "(a*x+b)/(c*x+d)", "a=1,b=2,c=3,d=4;a=-1,b=2,c=0.5,d=7", 0.5, 3,
+        "(a*d-b*c)/(c*x+d)^2");
+    row("p tangent", false, "tan(a*x)", "a=0.3;a=-0.2", -2, 2, "-ln(abs(cos(a*x)))/a");
+
+}
+
+void TestSymbolic::withParameters()
+{
+    QFETCH(bool, derivative);
+    QFETCH(int, unit);
+    QFETCH(QString, formula);
+    QFETCH(QString, label);
+    QFETCH(QString, values);
+    QFETCH(double, from);
+    QFETCH(double, to);
+    QFETCH(QString, reference);
+    std::vector<problems::ParameterValues> sets;
+    for (const QString& set : values.split(u';')) {
+        problems::ParameterValues named;
+        for (const QString& pair : set.split(u','))
+            named.emplace_back(pair.section(u'=', 0, 0), pair.section(u'=', 1).toDouble());
+        sets.push_back(named);
+    }
+    SymbolicOptions options;
+    options.angleUnit = unit;
+    for (const auto& [name, value] : sets.front())
+        options.parameters << name;
+    const problems::Problem p{derivative ? problems::Kind::Derivative : problems::Kind::Primitive,
+                              formula, from, to, reference, label, {}, unit};
+    const QString variable = problems::variableOf(p);
+    Messages messages;
+    const QString answer =
+        derivative ? SymbolicDerivative(formula, variable, 1, messages.report(), options)
+                   : SymbolicPrimitive(formula, variable, messages.report(), options);
+    if (reference.isEmpty()) {
+        QCOMPARE(answer, QString());
+        QCOMPARE(messages.list, derivative ? kDerivativeFailure : kPrimitiveFailure);
+        return;
+    }
+    QVERIFY2(!answer.isEmpty(), qPrintable(messages.list.join(u'|')));
+    for (const problems::ParameterValues& set : sets) {
+        QVERIFY2(problems::checkAnswer(p, reference, set).isEmpty(), qPrintable(reference));
+        const QString wrong = problems::checkAnswer(p, answer, set);
+        QVERIFY2(wrong.isEmpty(), qPrintable(answer + QStringLiteral(": ") + wrong));
+    }
+    QVERIFY2(!problems::longerThanReference(p, answer), qPrintable(answer + " > " + reference));
 }
 
 void TestSymbolic::throughTheLibrary_data()
