@@ -288,22 +288,68 @@ gen exponentialsAsHyperbolic(const gen& g, const giac::context* ctx)
 
 namespace {
 
-template <class Make>
-void addForm(std::vector<gen>& forms, const Make& make)
+// Whether two trees are the same, node for node and number for number: 1/2 is not 0.5.
+bool identical(const gen& a, const gen& b)
 {
-    checkInterrupt();
-    try {
-        forms.push_back(make());
-    } catch (const std::runtime_error&) {
-        checkInterrupt(); // a simplifier that fails costs one form, not the answer
+    if (a.type != b.type)
+        return false;
+    if (a.type == giac::_SYMB) {
+        return a._SYMBptr == b._SYMBptr ||
+               (a._SYMBptr->sommet == b._SYMBptr->sommet &&
+                identical(a._SYMBptr->feuille, b._SYMBptr->feuille));
     }
+    if (a.type == giac::_VECT) {
+        const giac::vecteur& u = *a._VECTptr;
+        const giac::vecteur& v = *b._VECTptr;
+        return a.subtype == b.subtype && u.size() == v.size() &&
+               std::equal(u.begin(), u.end(), v.begin(), identical);
+    }
+    return a == b;
 }
+
+// The forms found so far, each once: most rewrites give back a form that is already there,
+// and every copy would be rewritten and printed again for nothing.
+class FormList {
+public:
+    explicit FormList(const gen& first) : m_forms{first}, m_last(first) {}
+
+    // Adds g unless an identical form is there; last() is g either way.
+    void add(const gen& g)
+    {
+        m_last = g;
+        if (std::none_of(m_forms.begin(), m_forms.end(),
+                         [&](const gen& f) { return identical(f, g); }))
+            m_forms.push_back(g);
+    }
+    // Adds what make gives, or nothing when it fails; true when it gave something.
+    template <class Make>
+    bool tryAdd(const Make& make)
+    {
+        checkInterrupt();
+        try {
+            add(make());
+            return true;
+        } catch (const std::runtime_error&) {
+            checkInterrupt(); // a simplifier that fails costs one form, not the answer
+            return false;
+        }
+    }
+    // The form added last, whether it was new or not.
+    const gen& last() const { return m_last; }
+    std::size_t size() const { return m_forms.size(); }
+    const gen& operator[](std::size_t i) const { return m_forms[i]; }
+    std::vector<gen>& forms() { return m_forms; }
+
+private:
+    std::vector<gen> m_forms;
+    gen m_last;
+};
 
 // Our own rewrites of every form so far: identities and common factors, and for primitives
 // the logarithms and constants as a textbook writes them.
-void addTextbookForms(std::vector<gen>& forms, const gen& result, bool primitive, Session& s)
+void addTextbookForms(FormList& forms, const gen& result, bool primitive, Session& s)
 {
-    auto add = [&](auto make) { addForm(forms, make); };
+    auto add = [&](auto make) { forms.tryAdd(make); };
     add([&] { return distributedCoefficients(result); });
     const std::size_t count = forms.size();
     for (std::size_t i = 0; i < count; ++i) {
@@ -313,10 +359,10 @@ void addTextbookForms(std::vector<gen>& forms, const gen& result, bool primitive
         // The identities leave a form without one unchanged, so the common factors are
         // taken out of that one only.
         add([&] { return withIdentities(form, s); });
-        const gen identities = forms.back();
+        const gen identities = forms.last();
         try {
             for (const gen& collected : commonFactorsOut(identities, s))
-                forms.push_back(collected);
+                forms.add(collected);
         } catch (const std::runtime_error&) {
             checkInterrupt();
         }
@@ -332,7 +378,7 @@ void addTextbookForms(std::vector<gen>& forms, const gen& result, bool primitive
         }
     }
     if (primitive) {
-        for (gen& form : forms)
+        for (gen& form : forms.forms())
             form = withoutConstantTerms(form, s);
     }
 }
@@ -345,13 +391,13 @@ void addTextbookForms(std::vector<gen>& forms, const gen& result, bool primitive
 std::vector<gen> equivalentForms(const gen& result, bool hyperbolic, bool primitive, Session& s)
 {
     const giac::context* ctx = s.ctx();
-    std::vector<gen> forms{result};
-    auto add = [&](auto make) { addForm(forms, make); };
+    FormList forms(result);
+    auto add = [&](auto make) { return forms.tryAdd(make); };
     // The CAS's normal forms take seconds over roots of logarithms and the like, and
     // gain nothing there.
     if (!hasRootOfTranscendental(result)) {
         add([&] { return giac::ratnormal(result, ctx); });
-        const gen rational = forms.back();
+        const gen rational = forms.last();
         add([&] { return giac::normal(result, ctx); });
         add([&] { return giac::_factor(rational, ctx); });
         // A rational function in partial fractions: 1-1/x^2.
@@ -372,25 +418,24 @@ std::vector<gen> equivalentForms(const gen& result, bool hyperbolic, bool primit
         add([&] { return giac::_tcollect(result, ctx); });
         // sin(x)^2+cos(x)^2 is 1 once either is written in the other.
         add([&] { return giac::ratnormal(giac::_trigcos(result, ctx), ctx); });
-        add([&] { return giac::_tcollect(forms.back(), ctx); });
+        add([&] { return giac::_tcollect(forms.last(), ctx); });
         add([&] { return giac::ratnormal(giac::_trigsin(result, ctx), ctx); });
     }
     if (giac::has_op(result, *giac::at_exp)) {
         const std::size_t count = forms.size();
+        std::vector<gen> folded;
         for (std::size_t i = 0; i < count; ++i) {
             const gen form = forms[i];
-            add([&] { return foldExponentials(form, ctx); });
+            if (add([&] { return foldExponentials(form, ctx); }))
+                folded.push_back(forms.last());
         }
         if (hyperbolic) {
-            const std::size_t withFolded = forms.size();
-            for (std::size_t i = count; i < withFolded; ++i) {
-                const gen folded = forms[i];
-                add([&] { return giac::ratnormal(exponentialsAsHyperbolic(folded, ctx), ctx); });
-            }
+            for (const gen& g : folded)
+                add([&] { return giac::ratnormal(exponentialsAsHyperbolic(g, ctx), ctx); });
         }
     }
     addTextbookForms(forms, result, primitive, s);
-    return forms;
+    return std::move(forms.forms());
 }
 
 // Rewrites tan(u/2) as sin(u)/(1+cos(u)), which has the same domain.
