@@ -1,8 +1,8 @@
 #pragma once
 
-// What the files over Giac share (symbolic_cas.cpp, symbolic_print.cpp, symbolic_forms.cpp,
-// symbolic_rules.cpp): the session, reading Giac's trees, printing them in our formula
-// language and the rewrites between equivalent forms. Needs C++17 and Giac's headers.
+// What the files over Giac share (symbolic_cas.cpp, symbolic_values.cpp, symbolic_print.cpp,
+// symbolic_forms.cpp, symbolic_rules.cpp): the session, reading Giac's trees and their
+// values, printing them in our formula language and the rewrites between equivalent forms. Needs C++17 and Giac's headers.
 
 #include "eval/symbolic_cas.h"
 
@@ -64,6 +64,9 @@ bool isEuler(const gen& g);
 bool isNumber(const gen& g);
 bool isNegativeNumber(const gen& g);
 bool hasAny(const gen& g, std::initializer_list<const giac::unary_function_ptr*> functions);
+
+// --- Giac -> numbers (symbolic_values.cpp) -------------------------------------------------
+
 // The value of g at x in doubles, the way our evaluator would compute it; nothing when g
 // holds something our language lacks (a complex unit, erf, ...).
 std::optional<double> numericValue(const gen& g, double x, const Session& s);
