@@ -2,6 +2,7 @@
 
 #include "app/form_names.h"
 #include "app/pi_line_edit.h"
+#include "eval/formula.h"
 #include "eval/numtext.h"
 #include "plot/coordinates.h"
 #include "plot/range_rows.h"
@@ -29,7 +30,7 @@ QString boundText(double value)
 {
     const auto readsBack = [value](const QString& text) { return plot::readRangeNumber(text) == value; };
     if (value != 0 && std::isfinite(value)) {
-        const double quarters = std::round(value / M_PI * 4) / 4;
+        const double quarters = std::round(value / eval::kPiValue * 4) / 4;
         const QString text = quarters == 1    ? QStringLiteral("p")
                              : quarters == -1 ? QStringLiteral("-p")
                                               : eval::numberText(quarters) + QLatin1Char('p');

@@ -39,19 +39,19 @@ int decimalsOf(double number)
     return 10;
 }
 
-// The slider counts whole steps from the minimum; its last position is the maximum even when
-// the range is no whole number of steps.
-int lastPosition(const eval::Parameter& p)
-{
-    const double steps = std::round((p.maximum - p.minimum) / p.step);
-    return int(std::clamp(steps, 1.0, kMostPositions));
-}
-
 // The slider's step: the parameter's own, or coarser where it would give too many positions.
 double sliderStep(const eval::Parameter& p)
 {
     const double range = p.maximum - p.minimum;
-    return std::round(range / p.step) > kMostPositions ? range / kMostPositions : p.step;
+    return range / p.step > kMostPositions ? range / kMostPositions : p.step;
+}
+
+// The slider counts whole steps from the minimum; when the range is no whole number of steps
+// (0 to 1 in steps of 0.3) one more position, the last, is the maximum.
+int lastPosition(const eval::Parameter& p)
+{
+    const double steps = (p.maximum - p.minimum) / sliderStep(p);
+    return int(std::clamp(std::ceil(steps * (1 - 1e-9)), 1.0, kMostPositions));
 }
 
 double valueAt(const eval::Parameter& p, int position)
@@ -216,7 +216,7 @@ ParameterPanel::Row* ParameterPanel::createRow(const eval::Parameter& parameter)
     describe(row->play, tr("Play %1").arg(n), tr("Sweep %1 between its bounds and back").arg(n));
     describe(row->edit, tr("Edit %1").arg(n), tr("Value, bounds and step of %1").arg(n));
     describe(row->remove, tr("Remove %1").arg(n));
-    showInRow(*row, parameter);
+    showInRow(*row, parameter, true);
 
     connect(row->slider, &QSlider::valueChanged, this, [this, row](int position) { sliderMoved(*row, position); });
     connect(row->slider, &QSlider::sliderPressed, this, [this, row] { stopPlaying(*row); });
@@ -232,11 +232,10 @@ ParameterPanel::Row* ParameterPanel::createRow(const eval::Parameter& parameter)
 
 // Sets only what changed, with the controls' signals held back: the panel shows the
 // drawing, it does not answer it. A held slider keeps its place under the mouse.
-void ParameterPanel::showInRow(Row& row, const eval::Parameter& parameter)
+void ParameterPanel::showInRow(Row& row, const eval::Parameter& parameter, bool fresh)
 {
-    const bool bounds = row.parameter.minimum != parameter.minimum ||
-                        row.parameter.maximum != parameter.maximum || row.parameter.step != parameter.step ||
-                        row.slider->maximum() == 0;
+    const bool bounds = fresh || row.parameter.minimum != parameter.minimum ||
+                        row.parameter.maximum != parameter.maximum || row.parameter.step != parameter.step;
     row.parameter = parameter;
     const QSignalBlocker holdValue(row.value);
     const QSignalBlocker holdSlider(row.slider);

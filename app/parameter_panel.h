@@ -47,7 +47,7 @@ private:
     struct Row;
 
     Row* createRow(const eval::Parameter& parameter);
-    void showInRow(Row& row, const eval::Parameter& parameter);
+    void showInRow(Row& row, const eval::Parameter& parameter, bool fresh = false);
     void placeRows();
     int indexOf(const Row* row) const;
     void sliderMoved(Row& row, int position);
