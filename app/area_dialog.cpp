@@ -83,6 +83,7 @@ std::optional<std::pair<double, double>> askAreaBounds(QWidget* parent, const QS
                 problem->setText(trArea("The %1 box needs a number, such as 0, %2 or 2π.")
                                      .arg(names[i], eval::numberText(1.5)));
                 problem->setVisible(true);
+                dialog.adjustSize(); // room for the lines of the problem
                 boxes[i]->setFocus();
                 boxes[i]->selectAll();
                 return;

@@ -24,6 +24,7 @@ ParameterDialog::ParameterDialog(const eval::Parameter& shown, bool nameEditable
     auto* form = new QFormLayout(this);
     m_name = named(new QLineEdit(shown.name), QStringLiteral("name"));
     m_name->setReadOnly(!nameEditable);
+    m_name->setEnabled(nameEditable); // a row keeps its name: formulas use it
     m_name->setMaxLength(1);
     // One small letter; which letters are free is checked at OK, where the reason can be said.
     m_name->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[a-z]?")), m_name));
@@ -87,6 +88,7 @@ void ParameterDialog::accept()
     const auto [problem, box] = readBoxes(read);
     m_problem->setText(problem);
     m_problem->setVisible(!problem.isEmpty());
+    adjustSize(); // room for the lines of the problem
     if (box) {
         box->setFocus();
         return;

@@ -3,6 +3,7 @@
 #include "app/form_names.h"
 #include "app/parameter_dialog.h"
 #include "app/tool_icons.h"
+#include "eval/numtext.h"
 
 #include <QDoubleSpinBox>
 #include <QHBoxLayout>
@@ -246,6 +247,9 @@ void ParameterPanel::showInRow(Row& row, const eval::Parameter& parameter, bool 
         row.value->setRange(parameter.minimum, parameter.maximum);
         row.value->setSingleStep(parameter.step);
         row.slider->setRange(0, lastPosition(parameter));
+        row.slider->setToolTip(tr("From %1 to %2 in steps of %3")
+                                   .arg(eval::numberText(parameter.minimum), eval::numberText(parameter.maximum),
+                                        eval::numberText(parameter.step)));
     }
     if (row.value->value() != parameter.value)
         row.value->setValue(parameter.value);
@@ -260,6 +264,19 @@ void ParameterPanel::placeRows()
         m_rowLayout->insertWidget(int(i), m_rows[i]->box);
     }
     m_placeholder->setVisible(m_rows.empty());
+    // The same widths in every row, so that the sliders stand in one column.
+    int nameWidth = 0;
+    int valueWidth = 0;
+    for (const auto& row : m_rows) {
+        row->name->setMinimumWidth(0);
+        row->value->setMinimumWidth(0);
+        nameWidth = std::max(nameWidth, row->name->sizeHint().width());
+        valueWidth = std::max(valueWidth, row->value->sizeHint().width());
+    }
+    for (const auto& row : m_rows) {
+        row->name->setMinimumWidth(nameWidth);
+        row->value->setMinimumWidth(valueWidth);
+    }
     // Tab goes along each row and down the rows, then to Add.
     QWidget* previous = nullptr;
     for (const auto& row : m_rows)
