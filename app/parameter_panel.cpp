@@ -28,6 +28,8 @@ constexpr int kTickMs = 33;
 constexpr int kTicksPerSweep = 120;
 // More slider positions than this would only slow the slider down: the step is then coarser.
 constexpr double kMostPositions = 1e6;
+// A value box wider than this many decimals would crowd the slider out of its row.
+constexpr int kMostDecimals = 6;
 
 // The decimals that show this number exactly, at most 10.
 int decimalsOf(double number)
@@ -104,6 +106,7 @@ struct ParameterPanel::Row {
     QToolButton* edit = nullptr;
     QToolButton* remove = nullptr;
     int direction = 1; // of a sweep: +1 up, -1 down
+    int ticks = 0;     // of the timer since the sweep last moved
 
     ~Row() { delete box; }
 };
@@ -236,13 +239,14 @@ ParameterPanel::Row* ParameterPanel::createRow(const eval::Parameter& parameter)
 void ParameterPanel::showInRow(Row& row, const eval::Parameter& parameter, bool fresh)
 {
     const bool bounds = fresh || row.parameter.minimum != parameter.minimum ||
-                        row.parameter.maximum != parameter.maximum || row.parameter.step != parameter.step;
+                        row.parameter.maximum != parameter.maximum || row.parameter.step != parameter.step ||
+                        std::min(decimalsOf(parameter.value), kMostDecimals) > row.value->decimals();
     row.parameter = parameter;
     const QSignalBlocker holdValue(row.value);
     const QSignalBlocker holdSlider(row.slider);
     if (bounds) {
-        const int decimals = std::max({decimalsOf(parameter.step), decimalsOf(parameter.minimum),
-                                       decimalsOf(parameter.maximum)});
+        const int decimals = std::min(kMostDecimals, std::max({decimalsOf(parameter.step), decimalsOf(parameter.value),
+                                                               decimalsOf(parameter.minimum), decimalsOf(parameter.maximum)}));
         row.value->setDecimals(decimals);
         row.value->setRange(parameter.minimum, parameter.maximum);
         row.value->setSingleStep(parameter.step);
@@ -337,6 +341,26 @@ void ParameterPanel::stopPlaying(Row& row)
         row.play->setChecked(false);
 }
 
+// Few positions are each held for some ticks, many are passed in strides, so that a sweep
+// takes about the same time whatever the step.
+int ParameterPanel::nextPlayPosition(Row& row)
+{
+    const eval::Parameter& p = row.parameter;
+    const int last = lastPosition(p);
+    const int position = positionOf(p, p.value);
+    if (++row.ticks < std::max(1, int(std::lround(double(kTicksPerSweep) / last))))
+        return position;
+    row.ticks = 0;
+    const int stride = std::max(1, int(std::lround(double(last) / kTicksPerSweep)));
+    int next = position + row.direction * stride;
+    // Turn at a bound only once it is reached, so that every sweep shows both ends.
+    if ((next > last && position == last) || (next < 0 && position == 0)) {
+        row.direction = -row.direction;
+        next = position + row.direction * stride;
+    }
+    return std::clamp(next, 0, last);
+}
+
 void ParameterPanel::playTick()
 {
     bool any = false;
@@ -344,15 +368,10 @@ void ParameterPanel::playTick()
         if (!row->play->isChecked())
             continue;
         any = true;
-        const eval::Parameter& p = row->parameter;
-        const int last = lastPosition(p);
-        const int stride = std::max(1, int(std::lround(double(last) / kTicksPerSweep)));
-        int position = positionOf(p, p.value) + row->direction * stride;
-        if (position >= last || position <= 0) {
-            position = std::clamp(position, 0, last);
-            row->direction = position == last ? -1 : 1;
-        }
-        row->parameter.value = valueAt(p, position);
+        const int position = nextPlayPosition(*row);
+        if (position == positionOf(row->parameter, row->parameter.value))
+            continue;
+        row->parameter.value = valueAt(row->parameter, position);
         {
             const QSignalBlocker holdValue(row->value);
             const QSignalBlocker holdSlider(row->slider);

@@ -54,6 +54,7 @@ private:
     void typedValue(Row& row, double value);
     void togglePlay(Row& row, bool on);
     void stopPlaying(Row& row);
+    int nextPlayPosition(Row& row);
     void playTick();
     void openEditor(Row* row);
 

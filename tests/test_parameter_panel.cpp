@@ -182,12 +182,12 @@ void TestParameterPanel::playSweepsAndStops()
 {
     QFETCH(int, stop);
     app::ParameterPanel panel;
-    panel.setParameters({{"a", 0.1, 0, 0.3, 0.1}});
+    panel.setParameters({{"a", 11.8, 0, 12, 0.1}});
     QSignalSpy changed(&panel, &app::ParameterPanel::valueChanged);
     auto* play = child<QToolButton>(&panel, QStringLiteral("parameterPlay"));
     play->click();
     QTRY_VERIFY_WITH_TIMEOUT(changed.size() >= 6, 5000);
-    QCOMPARE(values(changed, true).mid(0, 6), (QList<double>{0.2, 0.3, 0.2, 0.1, 0, 0.1}));
+    QCOMPARE(values(changed, true).mid(0, 6), (QList<double>{11.9, 12, 11.9, 11.8, 11.7, 11.6}));
     if (stop == 0)
         play->click();
     else if (stop == 1)
