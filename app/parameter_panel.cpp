@@ -224,7 +224,9 @@ ParameterPanel::Row* ParameterPanel::createRow(const eval::Parameter& parameter)
 
     connect(row->slider, &QSlider::valueChanged, this, [this, row](int position) { sliderMoved(*row, position); });
     connect(row->slider, &QSlider::sliderPressed, this, [this, row] { stopPlaying(*row); });
+    // The value is where the slider was let go, whatever the drawing last answered.
     connect(row->slider, &QSlider::sliderReleased, this, [this, row] {
+        row->parameter.value = valueAt(row->parameter, row->slider->value());
         emit valueChanged(indexOf(row), row->parameter.value, false);
     });
     connect(row->value, &QDoubleSpinBox::valueChanged, this, [this, row](double v) { typedValue(*row, v); });
