@@ -257,10 +257,11 @@ void ParameterPanel::showInRow(Row& row, const eval::Parameter& parameter, bool 
                                    .arg(eval::numberText(parameter.minimum), eval::numberText(parameter.maximum),
                                         eval::numberText(parameter.step)));
     }
+    if (row.slider->isSliderDown())
+        return; // the box shows the slider's value until it is let go
     if (row.value->value() != parameter.value)
         row.value->setValue(parameter.value);
-    if (!row.slider->isSliderDown())
-        row.slider->setValue(positionOf(parameter, parameter.value));
+    row.slider->setValue(positionOf(parameter, parameter.value));
 }
 
 void ParameterPanel::placeRows()
