@@ -28,7 +28,9 @@ QString trArea(const char* text)
 
 QString boundText(double value)
 {
-    const auto readsBack = [value](const QString& text) { return plot::readRangeNumber(text) == value; };
+    const auto readsBack = [value](const QString& text) {
+        return plot::readRangeNumber(text) == value;
+    };
     if (value != 0 && std::isfinite(value)) {
         const double quarters = std::round(value / eval::kPiValue * 4) / 4;
         const QString text = quarters == 1    ? QStringLiteral("p")

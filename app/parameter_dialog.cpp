@@ -27,7 +27,8 @@ ParameterDialog::ParameterDialog(const eval::Parameter& shown, bool nameEditable
     m_name->setEnabled(nameEditable); // a row keeps its name: formulas use it
     m_name->setMaxLength(1);
     // One small letter; which letters are free is checked at OK, where the reason can be said.
-    m_name->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[a-z]?")), m_name));
+    const QRegularExpression oneLetter(QStringLiteral("[a-z]?"));
+    m_name->setValidator(new QRegularExpressionValidator(oneLetter, m_name));
     form->addRow(tr("&Name:"), m_name);
     const char* names[4] = {"value", "minimum", "maximum", "step"};
     const QString labels[4] = {tr("&Value:"), tr("M&inimum:"), tr("M&aximum:"), tr("&Step:")};
@@ -59,7 +60,8 @@ std::pair<QString, QWidget*> ParameterDialog::readBoxes(eval::Parameter& read) c
         if (read.name == QLatin1String("e"))
             return {tr("The name cannot be e: e is Euler's number."), m_name};
         if (read.name == m_variable)
-            return {tr("The name cannot be %1: it is the drawing's variable.").arg(read.name), m_name};
+            return {tr("The name cannot be %1: it is the drawing's variable.").arg(read.name),
+                    m_name};
         if (m_taken.contains(read.name))
             return {tr("There is already a parameter %1.").arg(read.name), m_name};
     }

@@ -17,6 +17,7 @@
 #include <QToolButton>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace curvix::app {
@@ -179,7 +180,8 @@ void ParameterPanel::setParameters(const eval::ParameterList& parameters)
     }
     m_rows = std::move(kept); // the rows left behind are deleted here, their sweep with them
     placeRows();
-    if (std::none_of(m_rows.begin(), m_rows.end(), [](const auto& row) { return row->play->isChecked(); }))
+    const auto playing = [](const auto& row) { return row->play->isChecked(); };
+    if (std::none_of(m_rows.begin(), m_rows.end(), playing))
         m_playTimer->stop();
 }
 
@@ -222,17 +224,20 @@ ParameterPanel::Row* ParameterPanel::createRow(const eval::Parameter& parameter)
     describe(row->remove, tr("Remove %1").arg(n));
     showInRow(*row, parameter, true);
 
-    connect(row->slider, &QSlider::valueChanged, this, [this, row](int position) { sliderMoved(*row, position); });
+    connect(row->slider, &QSlider::valueChanged, this,
+            [this, row](int position) { sliderMoved(*row, position); });
     connect(row->slider, &QSlider::sliderPressed, this, [this, row] { stopPlaying(*row); });
     // The value is where the slider was let go, whatever the drawing last answered.
     connect(row->slider, &QSlider::sliderReleased, this, [this, row] {
         row->parameter.value = valueAt(row->parameter, row->slider->value());
         emit valueChanged(indexOf(row), row->parameter.value, false);
     });
-    connect(row->value, &QDoubleSpinBox::valueChanged, this, [this, row](double v) { typedValue(*row, v); });
+    connect(row->value, &QDoubleSpinBox::valueChanged, this,
+            [this, row](double v) { typedValue(*row, v); });
     connect(row->play, &QToolButton::toggled, this, [this, row](bool on) { togglePlay(*row, on); });
     connect(row->edit, &QToolButton::clicked, this, [this, row] { openEditor(row); });
-    connect(row->remove, &QToolButton::clicked, this, [this, row] { emit removeRequested(indexOf(row)); });
+    connect(row->remove, &QToolButton::clicked, this,
+            [this, row] { emit removeRequested(indexOf(row)); });
     return row;
 }
 
@@ -240,21 +245,26 @@ ParameterPanel::Row* ParameterPanel::createRow(const eval::Parameter& parameter)
 // drawing, it does not answer it. A held slider keeps its place under the mouse.
 void ParameterPanel::showInRow(Row& row, const eval::Parameter& parameter, bool fresh)
 {
-    const bool bounds = fresh || row.parameter.minimum != parameter.minimum ||
-                        row.parameter.maximum != parameter.maximum || row.parameter.step != parameter.step ||
-                        std::min(decimalsOf(parameter.value), kMostDecimals) > row.value->decimals();
+    const eval::Parameter& was = row.parameter;
+    const int valueDecimals = std::min(decimalsOf(parameter.value), kMostDecimals);
+    const bool bounds = fresh || was.minimum != parameter.minimum ||
+                        was.maximum != parameter.maximum || was.step != parameter.step ||
+                        valueDecimals > row.value->decimals();
     row.parameter = parameter;
     const QSignalBlocker holdValue(row.value);
     const QSignalBlocker holdSlider(row.slider);
     if (bounds) {
-        const int decimals = std::min(kMostDecimals, std::max({decimalsOf(parameter.step), decimalsOf(parameter.value),
-                                                               decimalsOf(parameter.minimum), decimalsOf(parameter.maximum)}));
+        const int decimals = std::min(kMostDecimals,
+                                      std::max({decimalsOf(parameter.step), valueDecimals,
+                                                decimalsOf(parameter.minimum),
+                                                decimalsOf(parameter.maximum)}));
         row.value->setDecimals(decimals);
         row.value->setRange(parameter.minimum, parameter.maximum);
         row.value->setSingleStep(parameter.step);
         row.slider->setRange(0, lastPosition(parameter));
         row.slider->setToolTip(tr("From %1 to %2 in steps of %3")
-                                   .arg(eval::numberText(parameter.minimum), eval::numberText(parameter.maximum),
+                                   .arg(eval::numberText(parameter.minimum),
+                                        eval::numberText(parameter.maximum),
                                         eval::numberText(parameter.step)));
     }
     if (row.slider->isSliderDown())
@@ -286,12 +296,15 @@ void ParameterPanel::placeRows()
     }
     // Tab goes along each row and down the rows, then to Add.
     QWidget* previous = nullptr;
-    for (const auto& row : m_rows)
-        for (QWidget* w : std::initializer_list<QWidget*>{row->value, row->slider, row->play, row->edit, row->remove}) {
+    for (const auto& row : m_rows) {
+        const std::array<QWidget*, 5> controls{row->value, row->slider, row->play, row->edit,
+                                               row->remove};
+        for (QWidget* w : controls) {
             if (previous)
                 setTabOrder(previous, w);
             previous = w;
         }
+    }
     if (previous)
         setTabOrder(previous, m_add);
 }
@@ -328,7 +341,8 @@ void ParameterPanel::typedValue(Row& row, double value)
 void ParameterPanel::togglePlay(Row& row, bool on)
 {
     row.play->setIcon(style()->standardIcon(on ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
-    describe(row.play, on ? tr("Stop %1").arg(row.parameter.name) : tr("Play %1").arg(row.parameter.name));
+    const QString& name = row.parameter.name;
+    describe(row.play, on ? tr("Stop %1").arg(name) : tr("Play %1").arg(name));
     if (on) {
         if (!m_playTimer->isActive())
             m_playTimer->start();
@@ -405,7 +419,8 @@ void ParameterPanel::openEditor(Row* row)
     dialog->setTakenNames(m_variable, taken);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     // The row may go while the dialog is open: it is found again by its name.
-    connect(dialog, &QDialog::accepted, this, [this, dialog, adding = row == nullptr, name = shown.name] {
+    const bool adding = row == nullptr;
+    connect(dialog, &QDialog::accepted, this, [this, dialog, adding, name = shown.name] {
         if (adding) {
             emit addRequested(dialog->parameter());
             return;
