@@ -33,14 +33,14 @@ QString boundText(double value)
     };
     if (value != 0 && std::isfinite(value)) {
         const double quarters = std::round(value / eval::kPiValue * 4) / 4;
-        const QString text = quarters == 1    ? QStringLiteral("p")
-                             : quarters == -1 ? QStringLiteral("-p")
-                                              : eval::numberText(quarters) + QLatin1Char('p');
+        QString text = quarters == 1    ? QStringLiteral("p")
+                       : quarters == -1 ? QStringLiteral("-p")
+                                        : eval::numberText(quarters) + QLatin1Char('p');
         if (readsBack(text))
             return text;
     }
     for (int digits : {7, 15, 17}) {
-        const QString text = eval::numberText(value, QLocale(), digits);
+        QString text = eval::numberText(value, QLocale(), digits);
         if (readsBack(text))
             return text;
     }
