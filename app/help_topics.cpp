@@ -40,6 +40,9 @@ constexpr TopicEntry kTopics[] = {
     {"frmgraph", "lblGrip", "ranges.html#plot-size"},
     {"frmgraph", "traceControls", "trace.html"},
     {"frmgraph", "demoControls", "demonstration.html"},
+    {"frmgraph", "parameterPanel", "parameters.html#sliders"},
+    {"parameterDialog", "parameterDialog", "parameters.html#declaring"},
+    {"areaDialog", "areaDialog", "parameters.html#area"},
     {"frmsettings", "frmsettings", "ranges.html#settings"},
     {"frmAbout1", "frmAbout1", "curvix-help.html#about"},
 };

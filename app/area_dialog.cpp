@@ -1,0 +1,104 @@
+#include "app/area_dialog.h"
+
+#include "app/form_names.h"
+#include "app/pi_line_edit.h"
+#include "eval/formula.h"
+#include "eval/numtext.h"
+#include "plot/coordinates.h"
+#include "plot/range_rows.h"
+
+#include <QCoreApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFormLayout>
+#include <QLabel>
+
+#include <cmath>
+
+namespace curvix::app {
+
+namespace {
+
+QString trArea(const char* text)
+{
+    return QCoreApplication::translate("AreaDialog", text);
+}
+
+} // namespace
+
+QString boundText(double value)
+{
+    const auto readsBack = [value](const QString& text) {
+        return plot::readRangeNumber(text) == value;
+    };
+    if (value != 0 && std::isfinite(value)) {
+        const double quarters = std::round(value / eval::kPiValue * 4) / 4;
+        QString text = quarters == 1    ? QStringLiteral("p")
+                       : quarters == -1 ? QStringLiteral("-p")
+                                        : eval::numberText(quarters) + QLatin1Char('p');
+        if (readsBack(text))
+            return text;
+    }
+    for (int digits : {7, 15, 17}) {
+        QString text = eval::numberText(value, QLocale(), digits);
+        if (readsBack(text))
+            return text;
+    }
+    return eval::numberText(value, QLocale(), 17);
+}
+
+std::optional<std::pair<double, double>> askAreaBounds(QWidget* parent, const QString& formulaText,
+                                                       double a, double b)
+{
+    QDialog dialog(parent);
+    dialog.setObjectName(QStringLiteral("areaDialog"));
+    dialog.setWindowTitle(trArea("Area under f(x) = %1").arg(formulaText));
+    auto* form = new QFormLayout(&dialog);
+    auto* intro = new QLabel(trArea("The area between the curve and the x axis, from a to b:"));
+    intro->setWordWrap(true);
+    form->addRow(intro);
+    PiLineEdit* boxes[2] = {named(new PiLineEdit, QStringLiteral("areaFrom")),
+                            named(new PiLineEdit, QStringLiteral("areaTo"))};
+    const QString names[2] = {trArea("From"), trArea("To")};
+    const double shown[2] = {a, b};
+    for (int i = 0; i < 2; ++i) {
+        boxes[i]->setRule(plot::acceptsRangeText);
+        boxes[i]->setText(boundText(shown[i]));
+        boxes[i]->setAlignment(Qt::AlignRight);
+        describe(boxes[i], names[i], trArea("A number; p or π stands for pi, as in 2p"));
+        form->addRow(i == 0 ? trArea("&From a =") : trArea("&To b ="), boxes[i]);
+    }
+    auto* problem = named(new QLabel, QStringLiteral("problem"));
+    problem->setWordWrap(true);
+    problem->setVisible(false);
+    form->addRow(problem);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    form->addRow(buttons);
+
+    std::pair<double, double> bounds;
+    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, [&] {
+        double* read[2] = {&bounds.first, &bounds.second};
+        for (int i = 0; i < 2; ++i) {
+            const std::optional<double> number = plot::readRangeNumber(boxes[i]->storedText());
+            if (!number || !std::isfinite(*number)) {
+                problem->setText(trArea("The %1 box needs a number, such as 0, %2 or 2π.")
+                                     .arg(names[i], eval::numberText(1.5)));
+                problem->setVisible(true);
+                dialog.adjustSize(); // room for the lines of the problem
+                boxes[i]->setFocus();
+                boxes[i]->selectAll();
+                return;
+            }
+            *read[i] = *number;
+        }
+        dialog.accept();
+    });
+    boxes[0]->setFocus();
+    boxes[0]->selectAll();
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return bounds;
+}
+
+} // namespace curvix::app
