@@ -1,6 +1,7 @@
 #include "eval/formula.h"
 #include "plot/area.h"
 #include "plot/coordinates.h"
+#include "plot/render.h"
 
 #include <QFile>
 #include <QTest>
@@ -34,6 +35,7 @@ private slots:
     void defaultBounds_data();
     void defaultBounds();
     void readoutsFollowTheState();
+    void shadingBetweenCurveAndAxis();
 };
 
 // Rows of data/areas.tsv: formula, a, b, a primitive ("" for the quadrature alone), the
@@ -133,5 +135,32 @@ void TestArea::readoutsFollowTheState()
     QCOMPARE(state.areaReadouts.size(), std::size_t(1));
 }
 
-QTEST_GUILESS_MAIN(TestArea)
+// The shading covers the region between the curve and the x axis from a to b, on both
+// sides of the axis, and nothing beyond the bounds or between the curve and the view's edge.
+void TestArea::shadingBetweenCurveAndAxis()
+{
+    model::AppState state;
+    plot::InitPlotDefaults(state);
+    state.view = model::ViewWindow{-4, 4, 1, 1, -4, 4, 1, 1};
+    model::GraphEntry entry;
+    entry.expression = QStringLiteral("2-x");
+    entry.color = 0x00FF0000; // blue
+    state.graphs.push_back(entry);
+    state.areas = {{0, -1, 3}};
+    QImage picture(400, 400, QImage::Format_ARGB32_Premultiplied);
+    plot::RedrawOptions options;
+    options.grid = false;
+    plot::redraw(state, picture, options);
+    QCOMPARE(state.areaReadouts.size(), std::size_t(1));
+    QCOMPARE(state.areaReadouts[0].value.integral, 4.0);
+    const plot::PlotScale scale = plot::SetPlotScale(QSizeF(picture.size()), state.view);
+    auto tinted = [&](double x, double y) {
+        const QColor c = picture.pixelColor(scale.toPixel(x, y).toPoint());
+        return c.blue() > c.red() + 20;
+    };
+    QVERIFY(tinted(-0.5, 1.5) && tinted(1.5, 0.25) && tinted(2.8, -0.5));
+    QVERIFY(!tinted(-1.5, 1.5) && !tinted(3.5, -0.5) && !tinted(0.5, 2.5) && !tinted(0.5, -1));
+}
+
+QTEST_MAIN(TestArea)
 #include "test_area.moc"
