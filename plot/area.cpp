@@ -101,8 +101,10 @@ bool bisectable(const Segment& s)
 
 // Whether the integral from s towards s + dir * length diverges at s: the pieces between
 // s + dir * length / 2^(k+1) and s + dir * length / 2^k of a convergent integral shrink
-// geometrically (by 2^(p-1) for |x - s|^-p), those of a divergent one do not.
-Kind singularityAt(const eval::CompiledFormula& f, double s, double dir, double length)
+// geometrically (by 2^(p-1) for |x - s|^-p), those of a divergent one do not. Pieces nearer
+// s than resolution, where s may be off the singular point, are not looked at.
+Kind singularityAt(const eval::CompiledFormula& f, double s, double dir, double length,
+                   double resolution)
 {
     std::vector<double> pieces;
     double outer = length;
@@ -110,7 +112,7 @@ Kind singularityAt(const eval::CompiledFormula& f, double s, double dir, double 
         const double inner = outer / 2;
         const double near = s + dir * inner, far = s + dir * outer;
         // Closer to s than its last digits can tell, the pieces are rounding.
-        if (near == s || near == far || inner < 1e-11 * std::abs(s))
+        if (near == s || near == far || inner < 1e-11 * std::abs(s) || inner < resolution)
             break;
         const Segment piece = kronrod(f, std::min(near, far), std::max(near, far));
         if (piece.trouble == NodeTrouble::Undefined)
@@ -135,30 +137,47 @@ struct PieceResult {
     double value = 0;
 };
 
-// The quadrature did not converge: look at the points where the worst segments end.
-Kind diagnose(const eval::CompiledFormula& f, double lo, double hi, std::vector<Segment> segments)
+// Looks at the singular point a segment of the quadrature was narrowed down to: the end
+// where f is larger, on both sides within [lo, hi].
+Kind singularityNear(const eval::CompiledFormula& f, double lo, double hi, const Segment& segment)
 {
+    const double w = segment.hi - segment.lo;
+    if (segment.trouble == NodeTrouble::Undefined && w > 1e-6 * (hi - lo))
+        return Kind::Undefined;
+    const double nearLo = std::abs(f.evaluate(segment.lo + 1e-3 * w));
+    const double nearHi = std::abs(f.evaluate(segment.hi - 1e-3 * w));
+    const double s = !(nearLo <= nearHi) ? segment.lo : segment.hi;
+    for (const double dir : {-1.0, 1.0}) {
+        const double length = dir > 0 ? hi - s : s - lo;
+        if (length <= 0)
+            continue;
+        const Kind kind = singularityAt(f, s, dir, std::min(length, 0.5 * (hi - lo)), 64 * w);
+        if (kind != Kind::Finite)
+            return kind;
+    }
+    return Kind::Finite;
+}
+
+// Whether the quadrature's segments hide a divergence or a gap in the domain. One that did
+// not converge is looked at where its worst segments are; one that did, where it narrowed
+// down far, since near a pole the relative accuracy can be met by a huge, wrong value.
+Kind diagnose(const eval::CompiledFormula& f, double lo, double hi, std::vector<Segment> segments,
+              bool converged)
+{
+    if (converged) {
+        const auto narrowest = std::min_element(
+            segments.begin(), segments.end(),
+            [](const Segment& x, const Segment& y) { return x.hi - x.lo < y.hi - y.lo; });
+        if (narrowest->hi - narrowest->lo > 1e-7 * (hi - lo))
+            return Kind::Finite;
+        return singularityNear(f, lo, hi, *narrowest);
+    }
     std::sort(segments.begin(), segments.end(),
               [](const Segment& x, const Segment& y) { return y < x; });
     const std::size_t looked = std::min<std::size_t>(segments.size(), 4);
-    for (std::size_t i = 0; i < looked; ++i) {
-        const Segment& worst = segments[i];
-        if (worst.trouble == NodeTrouble::Undefined && worst.hi - worst.lo > 1e-6 * (hi - lo))
-            return Kind::Undefined;
-        // The singular point is the end where f is larger.
-        const double w = worst.hi - worst.lo;
-        const double nearLo = std::abs(f.evaluate(worst.lo + 1e-3 * w));
-        const double nearHi = std::abs(f.evaluate(worst.hi - 1e-3 * w));
-        const double s = !(nearLo <= nearHi) ? worst.lo : worst.hi;
-        for (const double dir : {-1.0, 1.0}) {
-            const double length = dir > 0 ? hi - s : s - lo;
-            if (length <= 0)
-                continue;
-            const Kind kind = singularityAt(f, s, dir, std::min(length, 0.5 * (hi - lo)));
-            if (kind != Kind::Finite)
-                return kind;
-        }
-    }
+    for (std::size_t i = 0; i < looked; ++i)
+        if (const Kind kind = singularityNear(f, lo, hi, segments[i]); kind != Kind::Finite)
+            return kind;
     return Kind::Finite;
 }
 
@@ -209,8 +228,7 @@ PieceResult integratePiece(const eval::CompiledFormula& f, double lo, double hi)
     PieceResult result;
     for (const Segment& s : all)
         result.value += s.value;
-    if (!totals.converged())
-        result.kind = diagnose(f, lo, hi, all);
+    result.kind = diagnose(f, lo, hi, all, totals.converged());
     return result;
 }
 
