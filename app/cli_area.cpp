@@ -13,9 +13,10 @@ namespace {
 
 constexpr int kExitFailure = 1;
 
-std::shared_ptr<const eval::CompiledFormula> compileText(const QString& text, model::AngleUnit angle,
-                                                         const eval::ParameterList& parameters,
-                                                         QString& message)
+using Formula = std::shared_ptr<const eval::CompiledFormula>;
+
+Formula compileText(const QString& text, model::AngleUnit angle,
+                    const eval::ParameterList& parameters, QString& message)
 {
     eval::ExpressionEvaluator evaluator;
     const QString prepared = eval::PrepareExpressionText(
@@ -28,13 +29,13 @@ std::shared_ptr<const eval::CompiledFormula> compileText(const QString& text, mo
 
 // The symbolic library's primitive, compiled; none where it has no answer (the quadrature
 // alone then gives the value, so its messages are not shown).
-std::shared_ptr<const eval::CompiledFormula> exactPrimitive(const QString& text, model::AngleUnit angle,
-                                                            const eval::ParameterList& parameters)
+Formula exactPrimitive(const QString& text, model::AngleUnit angle,
+                       const eval::ParameterList& parameters)
 {
     eval::SymbolicOptions options;
     options.angleUnit = int(angle);
-    const QString primitive =
-        eval::SymbolicPrimitive(text, QStringLiteral("x"), [](const QString&) {}, options);
+    const eval::Report quiet = [](const QString&) {};
+    const QString primitive = eval::SymbolicPrimitive(text, QStringLiteral("x"), quiet, options);
     QString unused;
     return primitive.isEmpty() ? nullptr : compileText(primitive, angle, parameters, unused);
 }

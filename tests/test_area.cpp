@@ -12,16 +12,16 @@ namespace {
 
 using Kind = plot::AreaValue::Kind;
 
-std::shared_ptr<const eval::CompiledFormula> compile(const QString& text,
-                                                     eval::AngleUnit unit = eval::AngleUnit::Radians,
-                                                     const eval::ParameterList& parameters = {})
+using Formula = std::shared_ptr<const eval::CompiledFormula>;
+
+Formula compile(const QString& text, eval::AngleUnit unit = eval::AngleUnit::Radians)
 {
     if (text.isEmpty())
         return nullptr;
     eval::ExpressionEvaluator evaluator;
     return eval::CompiledFormula::compile(
         eval::PrepareExpressionText(evaluator, text, QStringLiteral("f(x)"), {}, QLocale::c()),
-        QStringLiteral("x"), unit, nullptr, nullptr, parameters);
+        QStringLiteral("x"), unit);
 }
 
 } // namespace
@@ -53,7 +53,8 @@ void TestArea::knownIntegrals_data()
         const QStringList f = line.split(u'\t');
         QCOMPARE(f.size(), 7);
         QTest::addRow("%s on %s..%s %s", qPrintable(f[0]), qPrintable(f[1]), qPrintable(f[2]),
-                      qPrintable(f[3])) << f;
+                      qPrintable(f[3]))
+            << f;
     }
 }
 
@@ -70,7 +71,8 @@ void TestArea::knownIntegrals()
     const double a = *plot::readRangeNumber(row[1]), b = *plot::readRangeNumber(row[2]);
     const plot::AreaValue value = plot::integrateArea(*f, a, b, primitive.get());
     if (row[4] == QLatin1String("divergent") || row[4] == QLatin1String("undefined")) {
-        QCOMPARE(value.kind, row[4] == QLatin1String("divergent") ? Kind::Divergent : Kind::Undefined);
+        const bool divergent = row[4] == QLatin1String("divergent");
+        QCOMPARE(value.kind, divergent ? Kind::Divergent : Kind::Undefined);
         QVERIFY2(value.message.contains(eval::readoutNumber(a)), qPrintable(value.message));
         return;
     }
