@@ -1,5 +1,7 @@
 #include "plot/area.h"
 
+#include "plot/root_finding.h"
+
 
 #include <algorithm>
 #include <array>
@@ -100,10 +102,8 @@ bool bisectable(const Segment& s)
 
 // Whether the integral from s towards s + dir * length diverges at s: the pieces between
 // s + dir * length / 2^(k+1) and s + dir * length / 2^k of a convergent integral shrink
-// geometrically (by 2^(p-1) for |x - s|^-p), those of a divergent one do not. Pieces nearer
-// s than resolution, where s may be off the singular point, are not looked at.
-Kind singularityAt(const eval::CompiledFormula& f, double s, double dir, double length,
-                   double resolution)
+// geometrically (by 2^(p-1) for |x - s|^-p), those of a divergent one do not.
+Kind singularityAt(const eval::CompiledFormula& f, double s, double dir, double length)
 {
     std::vector<double> pieces;
     double outer = length;
@@ -111,7 +111,7 @@ Kind singularityAt(const eval::CompiledFormula& f, double s, double dir, double 
         const double inner = outer / 2;
         const double near = s + dir * inner, far = s + dir * outer;
         // Closer to s than its last digits can tell, the pieces are rounding.
-        if (near == s || near == far || inner < 1e-11 * std::abs(s) || inner < resolution)
+        if (near == s || near == far || inner < 1e-11 * std::abs(s))
             break;
         const Segment piece = kronrod(f, std::min(near, far), std::max(near, far));
         if (piece.trouble == NodeTrouble::Undefined)
@@ -136,21 +136,28 @@ struct PieceResult {
     double value = 0;
 };
 
-// Looks at the singular point a segment of the quadrature was narrowed down to: the end
-// where f is larger, on both sides within [lo, hi].
+// Looks at the singular point a segment of the quadrature was narrowed down to, on both
+// sides within [lo, hi].
 Kind singularityNear(const eval::CompiledFormula& f, double lo, double hi, const Segment& segment)
 {
     const double w = segment.hi - segment.lo;
     if (segment.trouble == NodeTrouble::Undefined && w > 1e-6 * (hi - lo))
         return Kind::Undefined;
-    const double nearLo = std::abs(f.evaluate(segment.lo + 1e-3 * w));
-    const double nearHi = std::abs(f.evaluate(segment.hi - 1e-3 * w));
-    const double s = !(nearLo <= nearHi) ? segment.lo : segment.hi;
+    // Where |f| peaks: a pole to the last digit, or the top of a steep but finite hill,
+    // whose pieces then shrink as those of a convergent integral do.
+    const auto magnitude = [&f](double x) { return std::abs(f.evaluate(x)); };
+    double s = numeric::goldenExtremum(magnitude, std::max(lo, segment.lo - w),
+                                       std::min(hi, segment.hi + w), 1);
+    // The search closes in on an end of the piece without reaching it.
+    if (s - lo <= 1e-12 * (hi - lo))
+        s = lo;
+    else if (hi - s <= 1e-12 * (hi - lo))
+        s = hi;
     for (const double dir : {-1.0, 1.0}) {
         const double length = dir > 0 ? hi - s : s - lo;
         if (length <= 0)
             continue;
-        const Kind kind = singularityAt(f, s, dir, std::min(length, 0.5 * (hi - lo)), 64 * w);
+        const Kind kind = singularityAt(f, s, dir, std::min(length, 0.5 * (hi - lo)));
         if (kind != Kind::Finite)
             return kind;
     }
@@ -349,6 +356,9 @@ AreaValue integrateArea(const eval::CompiledFormula& f, double a, double b,
         value.integral += piece.value;
         value.area += std::abs(piece.value);
     }
+    // Values beyond the doubles near a singular point: nothing finite to show.
+    if (value.kind == Kind::Finite && !std::isfinite(value.area))
+        value.kind = Kind::Divergent;
     if (value.kind != Kind::Finite) {
         value.integral = value.area = 0;
         value.message = areaMessage(value, a, b);
