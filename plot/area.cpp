@@ -2,7 +2,6 @@
 
 #include "plot/root_finding.h"
 
-
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -45,9 +44,13 @@ constexpr std::array<double, 5> kGaussWeights{
     0.219086362515982043995534934228163, 0.269266719309996355091226921569469,
     0.295524224714752870173892994651338};
 
-enum class NodeTrouble { None,
-                         Infinite,
-                         Undefined };
+// What a segment's nodes met besides finite values: a pole hit, or a point where f is
+// not defined.
+enum class NodeTrouble {
+    None,
+    Infinite,
+    Undefined,
+};
 
 struct Segment {
     double lo = 0;
