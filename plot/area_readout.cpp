@@ -69,7 +69,8 @@ std::pair<double, double> defaultAreaBounds(const eval::CompiledFormula& f,
             (defined(mid) ? in : out) = mid;
         }
         const double quantum = span * 1e-10;
-        return std::round(in / quantum) * quantum;
+        const double rounded = std::round(in / quantum) * quantum;
+        return defined(rounded) ? rounded : in;
     };
     const double from = first == 0 ? lo : edge(at(first - 1), at(first));
     const double to = last == kScanCells ? hi : edge(at(last + 1), at(last));
