@@ -1,4 +1,5 @@
 #include "app/cli.h"
+#include "app/cli_area.h"
 #include "app/cli_points.h"
 
 #include "eval/evaluator.h"
@@ -9,6 +10,7 @@
 #include "model/graph_list.h"
 #include "output/export_picture.h"
 #include "output/picture_file.h"
+#include "plot/area.h"
 #include "plot/coordinates.h"
 #include "plot/range_rows.h"
 #include "plot/render.h"
@@ -183,6 +185,7 @@ int writeScene(Scene& scene, const CommandLine& line, StreamPrompter& prompter)
         const plot::RedrawOptions options = output::exportRedrawOptions(
             scene.options, line.picture, *output::pictureTypeOf(line.file));
         plot::sampleDrawing(scene.state, [&](const QString& m) { prompter.message(m); });
+        plot::computeAreas(scene.state);
         const QImage picture = output::exportPicture(scene.state, scene.drawing, options.font,
                                                      options, line.picture.size);
         written = output::writePlotFile(
@@ -230,6 +233,8 @@ int runCommand(const CommandLine& line, QTextStream& out, QTextStream& err)
         return cli::runPoints(line, out, err);
     case CliCommand::Table:
         return cli::runTable(line, out, err);
+    case CliCommand::Area:
+        return cli::runArea(line, {}, out, err);
     case CliCommand::Window:
         break;
     }

@@ -25,8 +25,8 @@ constexpr CommandSet kCalculating =
     bit(CliCommand::Eval) | bit(CliCommand::Derivative) | bit(CliCommand::Primitive);
 constexpr CommandSet kDrawing = bit(CliCommand::Export) | bit(CliCommand::WriteDrawing);
 constexpr CommandSet kViewing = kDrawing | bit(CliCommand::Points);
-constexpr CommandSet kHeadless =
-    kCalculating | kDrawing | bit(CliCommand::Points) | bit(CliCommand::Table);
+constexpr CommandSet kHeadless = kCalculating | kDrawing | bit(CliCommand::Points) |
+                                 bit(CliCommand::Table) | bit(CliCommand::Area);
 
 // One option: the parser's and the help text's. An option that is a command gives it in
 // `command`; any other option names the commands it goes with.
@@ -49,6 +49,7 @@ constexpr OptionInfo kCommands[] = {
      CliCommand::WriteDrawing},
     {"points", "", "print the formulas' points of interest (see below)", CliCommand::Points},
     {"table", "FROM,TO,STEP", "print a table of the formulas' values", CliCommand::Table},
+    {"area", "A,B", "print the integral from A to B and the area (see below)", CliCommand::Area},
 };
 
 constexpr OptionInfo kOptions[] = {
@@ -357,6 +358,20 @@ bool readCommandValue(const QCommandLineParser& parser, CommandLine& line, QStri
             problem = QStringLiteral("--table: '%1' is not FROM,TO,STEP: %2").arg(value, problem);
         break;
     }
+    case CliCommand::Area: {
+        // A semicolon parts bounds written with decimal commas: 0,5;1,5.
+        const QStringList parts = value.split(QLatin1Char(value.contains(u';') ? ';' : ','));
+        const bool two = parts.size() == 2;
+        const std::optional<double> a = two ? plot::readRangeNumber(parts[0]) : std::nullopt;
+        const std::optional<double> b = two ? plot::readRangeNumber(parts[1]) : std::nullopt;
+        if (a && b) {
+            line.areaFrom = *a;
+            line.areaTo = *b;
+        } else {
+            problem = QStringLiteral("--area: '%1' is not A,B").arg(value);
+        }
+        break;
+    }
     default:
         break;
     }
@@ -367,7 +382,8 @@ bool readCommandValue(const QCommandLineParser& parser, CommandLine& line, QStri
 bool readPositional(const QStringList& arguments, CommandLine& line, QString& problem)
 {
     const CliCommand command = line.command;
-    const bool listsFormulas = command == CliCommand::Points || command == CliCommand::Table;
+    const bool listsFormulas = command == CliCommand::Points || command == CliCommand::Table ||
+                               command == CliCommand::Area;
     const bool takesFormulas = listsFormulas || (bit(command) & kDrawing);
     const bool takesDrawing = command == CliCommand::Window || (bit(command) & kDrawing);
     for (const QString& argument : arguments) {
@@ -391,6 +407,10 @@ bool readPositional(const QStringList& arguments, CommandLine& line, QString& pr
     }
     if (line.formulas.isEmpty() && listsFormulas) {
         problem = QStringLiteral("%1 needs a formula").arg(commandName(command));
+        return false;
+    }
+    if (command == CliCommand::Area && line.formulas.size() > 1) {
+        problem = QStringLiteral("--area takes one formula");
         return false;
     }
     return true;
@@ -449,6 +469,7 @@ QString helpText()
         "  or:  curvix --write-drawing FILE.curvix [OPTION]... [DRAWING.curvix] [FORMULA]...\n"
         "  or:  curvix --points [--view V] [--angle UNIT] FORMULA...\n"
         "  or:  curvix --table FROM,TO,STEP [--angle UNIT] FORMULA...\n"
+        "  or:  curvix --area A,B [--angle UNIT] FORMULA\n"
         "Draw the graphs of functions for school mathematics. Without a command, open the\n"
         "main window, with the drawing when one is given. The commands need no display.\n");
     const auto list = [&text](const char* heading, const OptionInfo* begin, const OptionInfo* end) {
@@ -477,9 +498,15 @@ QString helpText()
         "--table prints a column of values for each formula, tab-separated, and a dash\n"
         "where the formula is not defined.\n"
         "\n"
+        "--area prints the integral of the formula from A to B and the area between its\n"
+        "curve and the x axis, tab-separated, to 10 significant digits; the two differ where\n"
+        "the curve crosses the axis. A divergent integral, or a formula not defined on the\n"
+        "whole interval, is told on the standard error with the exit status 1.\n"
+        "\n"
         "Exit status:\n"
         "  0  success\n"
-        "  1  a formula does not compile, or a file cannot be read or written\n"
+        "  1  a formula does not compile, a file cannot be read or written, or --area\n"
+        "     has no number\n"
         "  2  arguments that make no sense\n");
     return text;
 }

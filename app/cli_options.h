@@ -25,7 +25,8 @@ enum class CliCommand {
     Export,
     WriteDrawing,
     Points,
-    Table
+    Table,
+    Area
 };
 
 // The arguments, read and checked. Options left unset keep what a loaded drawing says (or
@@ -39,6 +40,8 @@ struct CommandLine {
     std::optional<model::AngleUnit> angle;
     std::optional<model::ViewWindow> view;
     plot::TableRange tableRange;
+    double areaFrom = 0; // of --area
+    double areaTo = 0;
     output::ExportOptions picture{{output::SizeUnit::Pixels, 800, 600}}; // of --export
     bool exactTrig = false;
     bool noGrid = false;

@@ -38,6 +38,27 @@ struct AreaRegion {
     friend bool operator==(const AreaRegion&, const AreaRegion&) = default;
 };
 
+// What an area's integral came to: a number, or why there is none.
+struct AreaValue {
+    enum class Kind { Finite, Divergent, Undefined };
+    Kind kind = Kind::Undefined;
+    double integral = 0; // the signed integral from a to b
+    double area = 0;     // the geometric area, the integral of |f|: larger where f changes sign
+    bool exact = false;  // taken from the exact primitive
+    QString message;     // Divergent and Undefined: why there is no number, naming the interval
+};
+
+// Derived from one area of AppState::areas (same index), never saved: the window fills in
+// the primitive, computeAreas the value.
+struct AreaReadout {
+    // The prepared text of an exact primitive of the curve from the symbolic library;
+    // empty for a value from the quadrature alone.
+    QString primitive;
+    AreaValue value;
+    // What value was computed from, so that a redraw with nothing changed skips the work.
+    QString computedFor;
+};
+
 // The program's whole state: one graph list, one view, one evaluator. Owned by the main
 // window and handed by reference to the procedures that work on it; tests make their own.
 struct AppState {
@@ -86,6 +107,8 @@ struct AppState {
     eval::ParameterList parameters;
     // The areas under curves, in the order asked for.
     std::vector<AreaRegion> areas;
+    // One read-out per area, kept as long as areas by computeAreas.
+    std::vector<AreaReadout> areaReadouts;
 
     // The trace: a point walking along one curve, kept by its x so that it survives the
     // resampling of every redraw.

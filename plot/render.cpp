@@ -2,6 +2,7 @@
 
 #include "eval/numtext.h"
 #include "model/strings.h"
+#include "plot/area.h"
 #include "plot/colors.h"
 #include "plot/flood_fill.h"
 #include "plot/surface.h"
@@ -251,9 +252,8 @@ void paintCurves(Surface& surface, const model::AppState& state,
         drawHorizontalLine(surface, view, y, guideColor);
 }
 
-// The slope and the line of each tangent, beside its point of tangency, on a patch of the
-// background so that the curves crossing it do not hide it.
-// A read-out on a patch of the background, so that no curve or grid line strikes through it.
+} // namespace
+
 void drawTextOnPatch(QPainter& painter, QPointF at, const QString& text, QColor background)
 {
     if (background.alpha() > 0) {
@@ -264,6 +264,10 @@ void drawTextOnPatch(QPainter& painter, QPointF at, const QString& text, QColor 
     painter.drawText(at, text);
 }
 
+namespace {
+
+// The slope and the line of each tangent, beside its point of tangency, on a patch of the
+// background so that the curves crossing it do not hide it.
 void paintTangentLabels(Surface& surface, const model::AppState& state, const QColor& background)
 {
     QPainter& painter = surface.painter;
@@ -393,6 +397,7 @@ Surface paintUnderLabels(const model::AppState& state, QPainter& painter, QSizeF
     const QColor axisColor = colorFromValue(state.axisColor);
     if (options.grid)
         drawGrid(surface, view, gridColor);
+    drawAreaShading(surface, state);
     drawAxis(surface, view, 0, axisColor);
     drawAxis(surface, view, 1, axisColor);
     if (options.arrows)
@@ -410,6 +415,7 @@ void paintReadouts(Surface& surface, const model::AppState& state, const RedrawO
 {
     drawTickLabels(surface, state.view, options, state.angleUnit, colorFromValue(state.axisColor));
     paintTangentLabels(surface, state, options.background);
+    drawAreaLabels(surface, state, options.background);
     paintDemonstrationLegend(surface, state);
     if (!state.trace.on || !state.trace.found)
         return;
@@ -462,6 +468,7 @@ void redraw(model::AppState& state, QImage& picture, const RedrawOptions& option
             const eval::Report& report)
 {
     sampleDrawing(state, report);
+    computeAreas(state);
     paintSampled(state, picture, options);
 }
 

@@ -79,7 +79,8 @@ void sampleDrawing(model::AppState& state, const eval::Report& report = {},
                    Sampling sampling = Sampling::Parallel);
 
 // Paints a sampled state onto any device, size in logical pixels: grid, axes, arrows, tick
-// labels, curves and their tangents, the demonstration, guide lines and the trace. A raster
+// labels, the areas under curves, curves and their tangents, the demonstration, guide lines
+// and the trace. A raster
 // picture, when given, takes the curve points as single pixels of its own; other media get
 // them as dots.
 void paintPlot(const model::AppState& state, QPainter& painter, QSizeF logical, QImage* raster,
@@ -96,7 +97,8 @@ void paintPlotLayer(const model::AppState& state, QPainter& painter, QSizeF logi
 // another resolution, a printer: the text keeps the size it has on the screen.
 QFont fontForDevice(QFont font, const QPaintDevice* device);
 
-// The full redraw: samples, clears the picture, paints and replays the fills. The picture
+// The full redraw: samples, computes the areas (computeAreas), clears the picture, paints
+// and replays the fills. The picture
 // keeps its size and device pixel ratio; an empty picture is only sampled for.
 void redraw(model::AppState& state, QImage& picture, const RedrawOptions& options,
             const eval::Report& report = {});

@@ -13,6 +13,10 @@
 #include <QtGlobal>
 #include <vector>
 
+namespace curvix::model {
+struct AppState;
+}
+
 namespace curvix::plot {
 
 // The surface for one paint: a painter in logical pixels and the world scales for it
@@ -39,6 +43,14 @@ void drawCurvePoints(Surface& surface, const std::vector<eval::PointD>& points,
 // breaks; a point standing alone is drawn as a dot of that width.
 void drawJoinedCurve(Surface& surface, const std::vector<eval::PointD>& points,
                      const std::vector<std::size_t>& breaks, const QColor& color, bool antialias);
+
+// A read-out on a patch of the background, so that no curve or grid line strikes through it.
+void drawTextOnPatch(QPainter& painter, QPointF at, const QString& text, QColor background);
+
+// The areas under curves: the translucent shading, painted under the curves and axes, and
+// the integrals' labels, painted with the read-outs.
+void drawAreaShading(Surface& surface, const model::AppState& state);
+void drawAreaLabels(Surface& surface, const model::AppState& state, const QColor& background);
 
 // Where an axis crosses the other: at 0 when the range holds it, else at the lower end.
 inline double AxisPosition(double min, double max)

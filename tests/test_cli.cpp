@@ -153,6 +153,15 @@ void answerRows()
         value("x\tx/pi\tsqrt(x)\n3.14159265358979\t0.999999999999999\t1.7724538509055152\n0\t0\t0\n"
               "-3.14159265358979\t-0.999999999999999\t\u2014\n"),
         none);
+    row("area where the curve crosses the axis", {"--area", "-2,2", "x^2-1"}, 0, value("1.333333333\t4\n"), none);
+    row("area backwards over pi, in degrees", {"--area", "180,0", "--angle", "deg", "sin(x)"}, 0,
+        value("-114.591559\t114.591559\n"), none);
+    row("area with decimal commas", {"--area", "0,5;1,5", "2x"}, 0, value("2\t2\n"), none);
+    row("area of a divergent integral", {"--area", "-1,1", "1/x"}, 1, none,
+        value("The integral diverges on [−1, 1].\n"));
+    row("area where the formula is undefined", {"--area", "-1,2", "ln(x)"}, 1, none,
+        value("The function is not defined on the whole interval [−1, 2].\n"));
+    row("area of a bad formula", {"--area", "0,1", "2x+"}, 1, none, value("Unexpected end of formula at position 4\n"));
 }
 
 // Arguments that make no sense: nothing runs.
@@ -172,6 +181,8 @@ void refusalRows()
     row("a formula for --eval", {"--eval", "x", "--at", "1", "x^2"}, 2, none, usage("'x^2'"));
     row("two drawings", {"a.curvix", "b.curvix"}, 2, none, usage("one drawing at a time"));
     row("no formula", {"--primitive"}, 2, none, usage("--primitive needs a value"));
+    row("area needs two bounds", {"--area", "0,1,2", "x"}, 2, none, usage("'0,1,2' is not A,B"));
+    row("area of one formula", {"--area", "0,1", "x", "x^2"}, 2, none, usage("one formula"));
     row("table needs three values", {"--table", "0,1", "x"}, 2, none, usage("FROM,TO,STEP"));
     row("unknown kind of picture", {"--export", "x.gif", "x"}, 2, none, usage(".png"));
     row("a drawing not called .curvix", {"--write-drawing", "x.txt", "x"}, 2, none, usage(".curvix"));
