@@ -7,6 +7,7 @@
 #include "eval/symbolic.h"
 #include "model/drawing_file.h"
 #include "model/graph_list.h"
+#include "model/parameter_list.h"
 #include "output/export_picture.h"
 #include "output/picture_file.h"
 #include "plot/coordinates.h"
@@ -36,17 +37,25 @@ constexpr int kExitUsage = 2;
 
 int runEval(const CommandLine& line, QTextStream& out, QTextStream& err)
 {
+    const QString variable = model::labelVariable(line.label);
+    if (const auto missing = cli::undeclaredParameters(line.formula, variable, line.parameters)) {
+        err << *missing << "\n";
+        return kExitFailure;
+    }
     eval::ExpressionEvaluator evaluator;
     QString compileMessage;
     const QString prepared =
         eval::PrepareExpressionText(evaluator, line.formula, line.label,
-                                    [&](const QString& m) { compileMessage = m; });
+                                    [&](const QString& m) { compileMessage = m; }, QLocale(),
+                                    line.parameters);
     if (prepared.isEmpty()) {
         err << (compileMessage.isEmpty() ? QStringLiteral("empty formula") : compileMessage)
             << "\n";
         return kExitFailure;
     }
-    const int variableId = evaluator.DefineVariable(model::labelVariable(line.label));
+    const int variableId = evaluator.DefineVariable(variable);
+    for (const eval::Parameter& parameter : line.parameters)
+        evaluator.SetVariable(evaluator.DefineVariable(parameter.name), parameter.value);
     evaluator.SetAngleUnit(line.angle.value_or(model::AngleUnit::Radians));
     const int expressionId = evaluator.SetExpression(prepared);
     for (double x : line.xs) {
@@ -63,6 +72,8 @@ int runSymbolic(const CommandLine& line, QTextStream& out, QTextStream& err)
     eval::SymbolicOptions options; // the answer is read and written in the angle unit
     if (line.angle)
         options.angleUnit = int(*line.angle);
+    // TODO(lead): pass the names on once SymbolicOptions has them (the psym branch):
+    // for (const eval::Parameter& p : line.parameters) options.parameters << p.name;
     const QString variable = model::labelVariable(line.label);
     // One line for one failure: the primitive's two message boxes say the same thing.
     bool reported = false;
@@ -122,6 +133,22 @@ struct Scene {
     plot::RedrawOptions options;
 };
 
+// --param: a new value for a parameter the drawing declares, otherwise a new parameter.
+std::optional<int> setParameters(const CommandLine& line, model::AppState& state, QTextStream& err)
+{
+    for (const eval::Parameter& parameter : line.parameters) {
+        const int k = eval::parameterIndex(state.parameters, parameter.name);
+        if (k >= 0) {
+            model::setParameterValue(state, k, parameter.value);
+        } else if (const auto problem = model::parameterProblem(state, parameter)) {
+            return reportUsageError(err, QStringLiteral("--param: ") + *problem);
+        } else {
+            state.parameters.push_back(parameter);
+        }
+    }
+    return std::nullopt;
+}
+
 std::optional<int> setUpScene(const CommandLine& line, Scene& scene, StreamPrompter& prompter,
                               QTextStream& err)
 {
@@ -157,12 +184,19 @@ std::optional<int> setUpScene(const CommandLine& line, Scene& scene, StreamPromp
         state.view = plot::equalScaleView(state.view, output::logicalSizeOf(line.picture.size));
     if (line.drawingFile.isEmpty())
         state.startView = state.view;
+    if (const std::optional<int> failed = setParameters(line, state, err))
+        return failed;
     // Nothing is pending here, so the link check is never asked.
     model::SymbolicLinkCheck links([&](const QString& m) { prompter.message(m); });
-    const QString label = QStringLiteral("f(%1)").arg(
-        state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable);
-    for (const QString& formula : line.formulas)
-        model::addFunction(state, prompter, links, formula, label);
+    const QString variable =
+        state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
+    for (const QString& formula : line.formulas) {
+        if (const auto missing = cli::undeclaredParameters(formula, variable, state.parameters)) {
+            err << *missing << "\n";
+            return kExitFailure;
+        }
+        model::addFunction(state, prompter, links, formula, QStringLiteral("f(%1)").arg(variable));
+    }
     return std::nullopt;
 }
 
@@ -256,6 +290,23 @@ namespace cli {
 model::ViewWindow defaultView(const model::AppState& state)
 {
     return presetView(state, false);
+}
+
+std::optional<QString> undeclaredParameters(const QString& formula, const QString& variable,
+                                            const eval::ParameterList& parameters)
+{
+    const QStringList letters = eval::undeclaredLetters(formula, variable, parameters);
+    if (letters.isEmpty())
+        return std::nullopt;
+    QStringList hints;
+    for (const QString& letter : letters)
+        hints << QStringLiteral("--param %1=VALUE").arg(letter);
+    return (letters.size() == 1
+                ? QStringLiteral("curvix: '%1' uses %2, which is not a parameter; give it a "
+                                 "value with %3")
+                : QStringLiteral("curvix: '%1' uses %2, which are not parameters; give each a "
+                                 "value with %3"))
+        .arg(formula, letters.join(QStringLiteral(", ")), hints.join(QLatin1Char(' ')));
 }
 
 } // namespace cli

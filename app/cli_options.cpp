@@ -1,6 +1,7 @@
 #include "app/cli_options.h"
 
 #include "app/cli.h"
+#include "model/graph_list.h"
 #include "plot/coordinates.h"
 #include "plot/range_rows.h"
 
@@ -8,6 +9,7 @@
 #include <QFileInfo>
 #include <QLocale>
 
+#include <cmath>
 #include <iterator>
 
 namespace curvix::app {
@@ -55,6 +57,8 @@ constexpr OptionInfo kOptions[] = {
     {"at", "X", "a value of the variable for --eval (once for each)", {}, bit(CliCommand::Eval)},
     {"label", "f(t)", "the function's label, which names its variable", {}, kCalculating},
     {"angle", "UNIT", "the angle unit: rad (the default), deg or grad", {}, kHeadless},
+    {"param", "a=2", "a parameter the formulas use and its value (once for each)", {},
+     kHeadless},
     {"view", "V", "the view xmin,xmax,xstep,ymin,ymax,ystep", {}, kViewing},
     {"size", "WxH", "the picture's size: 800x600 pixels (the default) or 10x8cm", {}, kDrawing},
     {"dpi", "N", "the resolution of a size in centimetres (300 by default)", {}, kDrawing},
@@ -267,6 +271,37 @@ bool optionsFit(const QCommandLineParser& parser, CliCommand command, QString& p
     return true;
 }
 
+// Each --param NAME=VALUE: a new small letter other than e and the variable, and a number
+// as --at takes it.
+bool readParameters(const QCommandLineParser& parser, CommandLine& line, QString& problem)
+{
+    const QString variable = model::labelVariable(line.label);
+    for (const QString& text : parser.values(QStringLiteral("param"))) {
+        const qsizetype equals = text.indexOf(QLatin1Char('='));
+        const QString name = text.left(equals).trimmed();
+        const double value =
+            equals < 0 ? qQNaN() : readNumber(text.mid(equals + 1)).value_or(qQNaN());
+        if (equals < 0)
+            problem = QStringLiteral("--param: '%1' is not NAME=VALUE, such as a=2").arg(text);
+        else if (!eval::isParameterName(name, variable))
+            problem = QStringLiteral("--param: '%1' is not a parameter name: one small letter, "
+                                     "neither e nor the variable %2")
+                          .arg(name, variable);
+        else if (eval::parameterIndex(line.parameters, name) >= 0)
+            problem = QStringLiteral("--param: %1 is given twice").arg(name);
+        else if (!std::isfinite(value))
+            problem = QStringLiteral("--param: '%1' is not a number").arg(text.mid(equals + 1));
+        if (!problem.isEmpty())
+            return false;
+        eval::Parameter parameter{name, value};
+        // The slider's range takes in the value given.
+        parameter.minimum = std::min(parameter.minimum, std::floor(parameter.value));
+        parameter.maximum = std::max(parameter.maximum, std::ceil(parameter.value));
+        line.parameters.push_back(parameter);
+    }
+    return true;
+}
+
 // The values of the options that are not commands.
 bool readValues(const QCommandLineParser& parser, CommandLine& line, QString& problem)
 {
@@ -282,6 +317,8 @@ bool readValues(const QCommandLineParser& parser, CommandLine& line, QString& pr
     }
     if (isSet("label"))
         line.label = value("label");
+    if (!readParameters(parser, line, problem))
+        return false;
     if (isSet("angle") && !(line.angle = angleByName(value("angle")))) {
         problem = QStringLiteral("--angle takes rad, deg or grad, not '%1'").arg(value("angle"));
         return false;
@@ -443,12 +480,13 @@ QString helpText()
     QString text = QStringLiteral(
         "Usage: curvix [DRAWING.curvix]\n"
         "  or:  curvix --eval FORMULA --at X [--at X]... [--label f(t)] [--angle UNIT]\n"
-        "  or:  curvix --derivative FORMULA [--label f(t)] [--angle UNIT]\n"
-        "  or:  curvix --primitive FORMULA [--label f(t)] [--angle UNIT]\n"
+        "                [--param a=2]...\n"
+        "  or:  curvix --derivative FORMULA [--label f(t)] [--angle UNIT] [--param a=2]...\n"
+        "  or:  curvix --primitive FORMULA [--label f(t)] [--angle UNIT] [--param a=2]...\n"
         "  or:  curvix --export FILE [OPTION]... [DRAWING.curvix] [FORMULA]...\n"
         "  or:  curvix --write-drawing FILE.curvix [OPTION]... [DRAWING.curvix] [FORMULA]...\n"
-        "  or:  curvix --points [--view V] [--angle UNIT] FORMULA...\n"
-        "  or:  curvix --table FROM,TO,STEP [--angle UNIT] FORMULA...\n"
+        "  or:  curvix --points [--view V] [--angle UNIT] [--param a=2]... FORMULA...\n"
+        "  or:  curvix --table FROM,TO,STEP [--angle UNIT] [--param a=2]... FORMULA...\n"
         "Draw the graphs of functions for school mathematics. Without a command, open the\n"
         "main window, with the drawing when one is given. The commands need no display.\n");
     const auto list = [&text](const char* heading, const OptionInfo* begin, const OptionInfo* end) {
@@ -468,7 +506,10 @@ QString helpText()
     text += QStringLiteral(
         "\nAn option's value follows it or an equals sign: --at 2 or --at=2. Formulas are\n"
         "written as in the window's function box; numbers take a decimal point or comma,\n"
-        "and the view, the table's range and --at take 2p for 2 pi.\n"
+        "and the view, the table's range, --at and --param take 2p for 2 pi.\n"
+        "\n"
+        "A formula may use parameters besides its variable, a*sin(b*x) or ax^2+bx+c, each\n"
+        "given a value with --param; --param also sets a parameter of a loaded drawing.\n"
         "\n"
         "--points prints each formula's zeros, minima, maxima and inflection points in the\n"
         "view, then where each two meet: one line KIND<tab>X<tab>Y each, KIND one of zero,\n"
