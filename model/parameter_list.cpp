@@ -96,7 +96,9 @@ bool changeParameter(AppState& state, Prompter& prompter, int index,
     if (parameter.name != old.name) {
         const QStringList users = functionsUsingParameter(state, old.name);
         if (!users.isEmpty())
-            return refuse(prompter, ParameterText::tr("%1 cannot be renamed: %2 use it")
+            return refuse(prompter, (users.size() == 1
+                                         ? ParameterText::tr("%1 cannot be renamed: %2 uses it")
+                                         : ParameterText::tr("%1 cannot be renamed: %2 use it"))
                                         .arg(old.name, namesText(users)));
     }
     state.parameters[std::size_t(index)] = parameter;
@@ -126,7 +128,9 @@ bool removeParameter(AppState& state, Prompter& prompter, int index)
     const QString name = state.parameters[std::size_t(index)].name;
     const QStringList users = functionsUsingParameter(state, name);
     if (!users.isEmpty())
-        return refuse(prompter, ParameterText::tr("%1 cannot be deleted: %2 use it")
+        return refuse(prompter, (users.size() == 1
+                                     ? ParameterText::tr("%1 cannot be deleted: %2 uses it")
+                                     : ParameterText::tr("%1 cannot be deleted: %2 use it"))
                                     .arg(name, namesText(users)));
     state.parameters.erase(state.parameters.begin() + index);
     state.documentChanged = true;

@@ -1,6 +1,7 @@
 #include "eval/evaluator.h"
 #include "eval/formula.h"
 #include "eval/numtext.h"
+#include "eval/parameters.h"
 #include "eval/parser.h"
 
 #include <QRegularExpression>
@@ -90,6 +91,8 @@ private slots:
     void textHelpers();
     void prepareExpressionText_data();
     void prepareExpressionText();
+    void parametersInFormulas_data();
+    void parametersInFormulas();
     void tangentLineText_data();
     void tangentLineText();
     void slopeAgreesWithTheDerivative_data();
@@ -434,6 +437,66 @@ void TestEval::prepareExpressionText()
         QCOMPARE(evaluator.DefineVariable(QStringLiteral("zz")), 0); // reset: variables gone
     }
     QCOMPARE(PrepareExpressionText(evaluator, formula, label, nullptr), expected);
+}
+
+void TestEval::parametersInFormulas_data()
+{
+    QTest::addColumn<QString>("formula");
+    QTest::addColumn<QString>("variable");
+    QTest::addColumn<QStringList>("declared"); // name=value
+    QTest::addColumn<QString>("prepared");      // "" when it does not compile
+    QTest::addColumn<QStringList>("used");
+    QTest::addColumn<QStringList>("undeclared");
+    QTest::addColumn<double>("valueAt2");
+
+    const QStringList abc{"a=2", "b=3", "c=1"};
+    QTest::newRow("letters glued to the variable")
+        << "ax^2+bx+c" << "x" << abc << "a*x^2+b*x+c" << QStringList{"a", "b", "c"} << QStringList{} << 15.0;
+    QTest::newRow("glued after a number") << "2ab" << "x" << abc << "2a*b" << QStringList{"a", "b"} << QStringList{} << 12.0;
+    QTest::newRow("used in declaration order") << "c*sin(ax)" << "x" << abc << "c*sin(a*x)"
+                                               << QStringList{"a", "c"} << QStringList{} << std::sin(4.0);
+    QTest::newRow("functions and pi are not split") << "pi*a+exp(0)" << "x" << abc << "pi*a+Exp(0)"
+                                                    << QStringList{"a"} << QStringList{} << 2 * 3.141592653589793 + 1;
+    QTest::newRow("no parameter, nothing split") << "x^2" << "x" << abc << "x^2" << QStringList{} << QStringList{} << 4.0;
+    QTest::newRow("another variable") << "at" << "t" << abc << "a*t" << QStringList{"a"} << QStringList{} << 4.0;
+    QTest::newRow("one letter to declare") << "sin(bx)" << "x" << QStringList{} << "" << QStringList{}
+                                           << QStringList{"b"} << kNaN;
+    QTest::newRow("letters to declare, in order") << "ax^2+bx+a" << "x" << QStringList{} << "" << QStringList{}
+                                                  << QStringList{"a", "b"} << kNaN;
+    QTest::newRow("only the missing ones") << "ca+d(x+1)" << "x" << abc << "" << QStringList{"a", "c"}
+                                           << QStringList{"d"} << kNaN;
+    QTest::newRow("the variable of another list") << "t*x" << "x" << QStringList{} << "" << QStringList{}
+                                                  << QStringList{"t"} << kNaN;
+    QTest::newRow("a misspelt function") << "xsin(x)" << "x" << QStringList{} << "" << QStringList{}
+                                         << QStringList{} << kNaN;
+    QTest::newRow("an unknown function") << "foo(x)" << "x" << abc << "" << QStringList{} << QStringList{} << kNaN;
+    QTest::newRow("a capital") << "Ax" << "x" << QStringList{} << "" << QStringList{} << QStringList{} << kNaN;
+    QTest::newRow("e inside a name") << "bex" << "x" << QStringList{} << "" << QStringList{} << QStringList{} << kNaN;
+    QTest::newRow("a real error beside") << "bx+" << "x" << QStringList{} << "" << QStringList{} << QStringList{} << kNaN;
+}
+
+void TestEval::parametersInFormulas()
+{
+    QFETCH(QString, formula);
+    QFETCH(QString, variable);
+    QFETCH(QStringList, declared);
+    QFETCH(QString, prepared);
+    QFETCH(QStringList, used);
+    QFETCH(QStringList, undeclared);
+    QFETCH(double, valueAt2);
+    ParameterList parameters;
+    for (const QString& d : declared)
+        parameters.push_back({d.section('=', 0, 0), d.section('=', 1).toDouble()});
+
+    ExpressionEvaluator evaluator;
+    QCOMPARE(PrepareExpressionText(evaluator, formula, "f(" + variable + ")", {}, QLocale::c(), parameters),
+             prepared);
+    QCOMPARE(parametersUsedBy(formula, variable, parameters), used);
+    QCOMPARE(undeclaredLetters(formula, variable, parameters), undeclared);
+    const auto compiled = CompiledFormula::compile(prepared, variable, AngleUnit::Radians, nullptr, nullptr, parameters);
+    QVERIFY(close(compiled ? compiled->evaluate(2) : kNaN, valueAt2));
+    // Without parameters the text is as typed.
+    QCOMPARE(splitParameterProducts(formula, variable, {}), formula);
 }
 
 void TestEval::tangentLineText_data()
