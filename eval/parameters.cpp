@@ -41,6 +41,19 @@ bool isReservedName(QStringView name)
     return functionByName(name).has_value() || name == u"pi";
 }
 
+// Whether a function's name or pi lies inside a longer name: "xsin" is a function written
+// without its "*", not the product x·s·i·n.
+bool hidesReservedName(QStringView name)
+{
+    for (qsizetype start = 0; start < name.size(); ++start) {
+        for (qsizetype length = 2; start + length <= name.size(); ++length) {
+            if (isReservedName(name.mid(start, length)))
+                return true;
+        }
+    }
+    return false;
+}
+
 // A name that is a product of the variable and declared parameters, one at least of them.
 bool isParameterProduct(QStringView name, const QString& variable, const ParameterList& parameters)
 {
@@ -134,8 +147,9 @@ QStringList undeclaredLetters(const QString& text, const QString& variable,
         const QStringView name = QStringView(text).mid(token.start, token.length);
         if (isReservedName(name) || name == u"e")
             continue;
-        // A longer unknown name before "(" is a misspelt function, not a product.
-        if (name.size() > 1 && beforeParenthesis(text, token))
+        // A longer unknown name before "(", or one with a function's name in it, is a
+        // misspelt function, not a product.
+        if (name.size() > 1 && (beforeParenthesis(text, token) || hidesReservedName(name)))
             return {};
         for (QChar c : name) {
             const QString letter(c);

@@ -293,10 +293,11 @@ void sampleDrawing(model::AppState& state, const eval::Report& report, Sampling 
     else
         std::for_each(jobs.begin(), jobs.end(), sampleOne);
     model::Demonstration& demo = state.demonstration;
-    if (demo.formula && demo.formula->angleUnit() != state.angleUnit) {
-        // The walk goes on along its curve as the new unit draws it.
+    if (demo.formula) {
+        // The walk goes on along its curve as a new unit or parameter value draws it.
         const int k = model::findGraphByText(state, demo.text);
-        if (k >= 0 && state.graphs[std::size_t(k)].formula) {
+        if (k >= 0 && state.graphs[std::size_t(k)].formula &&
+            state.graphs[std::size_t(k)].formula != demo.formula) {
             demo.formula = state.graphs[std::size_t(k)].formula;
             demo.curve = sampleCurve(*demo.formula, view, step);
         }

@@ -206,7 +206,6 @@ void refusalRows()
     row("the variable as a parameter", {"--eval", "t", "--label", "f(t)", "--at", "1", "--param", "t=1"}, 2, none,
         usage("'t' is not a parameter name"));
     row("a parameter twice", {"--table", "0,1,1", "a", "--param", "a=1", "--param", "a=2"}, 2, none, usage("a is given twice"));
-    row("a parameter's value not a number", {"--eval", "a", "--at", "1", "--param", "a=zz"}, 2, none, usage("'zz' is not a number"));
     row("exact trig in degrees", {"--export", "x.png", "--angle", "deg", "--exact-trig"}, 2, none, usage("radians"));
 }
 
