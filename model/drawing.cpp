@@ -44,7 +44,8 @@ bool buildGraphs(AppState& scratch, const Drawing& drawing, QString* error)
         const DrawingFunction& f = drawing.functions[i];
         const QString label = QStringLiteral("f(%1)").arg(f.variable);
         last.clear();
-        const QStringList undeclared = eval::undeclaredLetters(f.text, f.variable, scratch.parameters);
+        const QStringList undeclared =
+            eval::undeclaredLetters(f.text, f.variable, scratch.parameters);
         if (!undeclared.isEmpty())
             return refuse(error, DrawingText::tr("function %1 '%2' uses %3, which the drawing "
                                                  "does not declare as parameters")

@@ -24,8 +24,8 @@ QString namesText(const QStringList& names)
 {
     if (names.size() < 2)
         return names.value(0);
-    return ParameterText::tr("%1 and %2").arg(names.first(names.size() - 1).join(QStringLiteral(", ")),
-                                              names.last());
+    const QString allButLast = names.first(names.size() - 1).join(QStringLiteral(", "));
+    return ParameterText::tr("%1 and %2").arg(allButLast, names.last());
 }
 
 bool refuse(Prompter& prompter, const QString& message)
