@@ -1,4 +1,5 @@
 #include "app/cli.h"
+#include "app/cli_parameters.h"
 #include "app/cli_points.h"
 
 #include "eval/evaluator.h"
@@ -290,23 +291,6 @@ namespace cli {
 model::ViewWindow defaultView(const model::AppState& state)
 {
     return presetView(state, false);
-}
-
-std::optional<QString> undeclaredParameters(const QString& formula, const QString& variable,
-                                            const eval::ParameterList& parameters)
-{
-    const QStringList letters = eval::undeclaredLetters(formula, variable, parameters);
-    if (letters.isEmpty())
-        return std::nullopt;
-    QStringList hints;
-    for (const QString& letter : letters)
-        hints << QStringLiteral("--param %1=VALUE").arg(letter);
-    return (letters.size() == 1
-                ? QStringLiteral("curvix: '%1' uses %2, which is not a parameter; give it a "
-                                 "value with %3")
-                : QStringLiteral("curvix: '%1' uses %2, which are not parameters; give each a "
-                                 "value with %3"))
-        .arg(formula, letters.join(QStringLiteral(", ")), hints.join(QLatin1Char(' ')));
 }
 
 } // namespace cli

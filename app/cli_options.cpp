@@ -1,6 +1,7 @@
 #include "app/cli_options.h"
 
 #include "app/cli.h"
+#include "app/cli_parameters.h"
 #include "model/graph_list.h"
 #include "plot/coordinates.h"
 #include "plot/range_rows.h"
@@ -9,7 +10,6 @@
 #include <QFileInfo>
 #include <QLocale>
 
-#include <cmath>
 #include <iterator>
 
 namespace curvix::app {
@@ -146,19 +146,6 @@ std::optional<model::AngleUnit> angleByName(const QString& name)
     return std::nullopt;
 }
 
-// A value of --at as the range boxes read it (a decimal point or comma whatever the
-// locale, 2p for 2 pi), else with an exponent, else as the locale writes numbers.
-std::optional<double> readNumber(const QString& text)
-{
-    if (const std::optional<double> value = plot::readRangeNumber(text))
-        return value;
-    bool ok = false;
-    double value = QLocale::c().toDouble(text.trimmed(), &ok);
-    if (!ok)
-        value = QLocale().toDouble(text.trimmed(), &ok);
-    return ok ? std::optional<double>(value) : std::nullopt;
-}
-
 // "800x600" in pixels or "10x8cm" (a decimal point or comma) in centimetres.
 std::optional<output::PictureSize> readSize(const QString& text)
 {
@@ -271,44 +258,13 @@ bool optionsFit(const QCommandLineParser& parser, CliCommand command, QString& p
     return true;
 }
 
-// Each --param NAME=VALUE: a new small letter other than e and the variable, and a number
-// as --at takes it.
-bool readParameters(const QCommandLineParser& parser, CommandLine& line, QString& problem)
-{
-    const QString variable = model::labelVariable(line.label);
-    for (const QString& text : parser.values(QStringLiteral("param"))) {
-        const qsizetype equals = text.indexOf(QLatin1Char('='));
-        const QString name = text.left(equals).trimmed();
-        const double value =
-            equals < 0 ? qQNaN() : readNumber(text.mid(equals + 1)).value_or(qQNaN());
-        if (equals < 0)
-            problem = QStringLiteral("--param: '%1' is not NAME=VALUE, such as a=2").arg(text);
-        else if (!eval::isParameterName(name, variable))
-            problem = QStringLiteral("--param: '%1' is not a parameter name: one small letter, "
-                                     "neither e nor the variable %2")
-                          .arg(name, variable);
-        else if (eval::parameterIndex(line.parameters, name) >= 0)
-            problem = QStringLiteral("--param: %1 is given twice").arg(name);
-        else if (!std::isfinite(value))
-            problem = QStringLiteral("--param: '%1' is not a number").arg(text.mid(equals + 1));
-        if (!problem.isEmpty())
-            return false;
-        eval::Parameter parameter{name, value};
-        // The slider's range takes in the value given.
-        parameter.minimum = std::min(parameter.minimum, std::floor(parameter.value));
-        parameter.maximum = std::max(parameter.maximum, std::ceil(parameter.value));
-        line.parameters.push_back(parameter);
-    }
-    return true;
-}
-
 // The values of the options that are not commands.
 bool readValues(const QCommandLineParser& parser, CommandLine& line, QString& problem)
 {
     const auto value = [&](const char* name) { return parser.value(QLatin1String(name)); };
     const auto isSet = [&](const char* name) { return parser.isSet(QLatin1String(name)); };
     for (const QString& text : parser.values(QStringLiteral("at"))) {
-        const std::optional<double> x = readNumber(text);
+        const std::optional<double> x = cli::readNumberArgument(text);
         if (!x) {
             problem = QStringLiteral("--at: '%1' is not a number").arg(text);
             return false;
@@ -317,7 +273,8 @@ bool readValues(const QCommandLineParser& parser, CommandLine& line, QString& pr
     }
     if (isSet("label"))
         line.label = value("label");
-    if (!readParameters(parser, line, problem))
+    if (!cli::readParameterArguments(parser.values(QStringLiteral("param")),
+                                     model::labelVariable(line.label), line.parameters, problem))
         return false;
     if (isSet("angle") && !(line.angle = angleByName(value("angle")))) {
         problem = QStringLiteral("--angle takes rad, deg or grad, not '%1'").arg(value("angle"));

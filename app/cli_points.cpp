@@ -1,5 +1,7 @@
 #include "app/cli_points.h"
 
+#include "app/cli_parameters.h"
+
 #include "eval/formula.h"
 #include "eval/numtext.h"
 #include "plot/coordinates.h"

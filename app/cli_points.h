@@ -5,8 +5,6 @@
 
 #include <QTextStream>
 
-#include <optional>
-
 namespace curvix::app::cli {
 
 // --points: the points of interest of each formula, then the intersections of each pair,
@@ -18,10 +16,5 @@ int runTable(const CommandLine& line, QTextStream& out, QTextStream& err);
 
 // The view a new drawing starts with in the state's angle unit (in cli.cpp).
 model::ViewWindow defaultView(const model::AppState& state);
-
-// For a formula that only lacks parameters: a line naming the letters and how to give
-// them with --param; nothing otherwise (in cli.cpp).
-std::optional<QString> undeclaredParameters(const QString& formula, const QString& variable,
-                                            const eval::ParameterList& parameters);
 
 } // namespace curvix::app::cli
