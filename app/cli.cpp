@@ -1,5 +1,6 @@
 #include "app/cli.h"
 #include "app/cli_area.h"
+#include "app/cli_parameters.h"
 #include "app/cli_points.h"
 
 #include "eval/evaluator.h"
@@ -8,6 +9,7 @@
 #include "eval/symbolic.h"
 #include "model/drawing_file.h"
 #include "model/graph_list.h"
+#include "model/parameter_list.h"
 #include "output/export_picture.h"
 #include "output/picture_file.h"
 #include "plot/area.h"
@@ -38,17 +40,25 @@ constexpr int kExitUsage = 2;
 
 int runEval(const CommandLine& line, QTextStream& out, QTextStream& err)
 {
+    const QString variable = model::labelVariable(line.label);
+    if (const auto missing = cli::undeclaredParameters(line.formula, variable, line.parameters)) {
+        err << *missing << "\n";
+        return kExitFailure;
+    }
     eval::ExpressionEvaluator evaluator;
     QString compileMessage;
     const QString prepared =
         eval::PrepareExpressionText(evaluator, line.formula, line.label,
-                                    [&](const QString& m) { compileMessage = m; });
+                                    [&](const QString& m) { compileMessage = m; }, QLocale(),
+                                    line.parameters);
     if (prepared.isEmpty()) {
         err << (compileMessage.isEmpty() ? QStringLiteral("empty formula") : compileMessage)
             << "\n";
         return kExitFailure;
     }
-    const int variableId = evaluator.DefineVariable(model::labelVariable(line.label));
+    const int variableId = evaluator.DefineVariable(variable);
+    for (const eval::Parameter& parameter : line.parameters)
+        evaluator.SetVariable(evaluator.DefineVariable(parameter.name), parameter.value);
     evaluator.SetAngleUnit(line.angle.value_or(model::AngleUnit::Radians));
     const int expressionId = evaluator.SetExpression(prepared);
     for (double x : line.xs) {
@@ -65,6 +75,8 @@ int runSymbolic(const CommandLine& line, QTextStream& out, QTextStream& err)
     eval::SymbolicOptions options; // the answer is read and written in the angle unit
     if (line.angle)
         options.angleUnit = int(*line.angle);
+    for (const eval::Parameter& p : line.parameters)
+        options.parameters << p.name;
     const QString variable = model::labelVariable(line.label);
     // One line for one failure: the primitive's two message boxes say the same thing.
     bool reported = false;
@@ -124,6 +136,22 @@ struct Scene {
     plot::RedrawOptions options;
 };
 
+// --param: a new value for a parameter the drawing declares, otherwise a new parameter.
+std::optional<int> setParameters(const CommandLine& line, model::AppState& state, QTextStream& err)
+{
+    for (const eval::Parameter& parameter : line.parameters) {
+        const int k = eval::parameterIndex(state.parameters, parameter.name);
+        if (k >= 0) {
+            model::setParameterValue(state, k, parameter.value);
+        } else if (const auto problem = model::parameterProblem(state, parameter)) {
+            return reportUsageError(err, QStringLiteral("--param: ") + *problem);
+        } else {
+            state.parameters.push_back(parameter);
+        }
+    }
+    return std::nullopt;
+}
+
 std::optional<int> setUpScene(const CommandLine& line, Scene& scene, StreamPrompter& prompter,
                               QTextStream& err)
 {
@@ -159,12 +187,19 @@ std::optional<int> setUpScene(const CommandLine& line, Scene& scene, StreamPromp
         state.view = plot::equalScaleView(state.view, output::logicalSizeOf(line.picture.size));
     if (line.drawingFile.isEmpty())
         state.startView = state.view;
+    if (const std::optional<int> failed = setParameters(line, state, err))
+        return failed;
     // Nothing is pending here, so the link check is never asked.
     model::SymbolicLinkCheck links([&](const QString& m) { prompter.message(m); });
-    const QString label = QStringLiteral("f(%1)").arg(
-        state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable);
-    for (const QString& formula : line.formulas)
-        model::addFunction(state, prompter, links, formula, label);
+    const QString variable =
+        state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
+    for (const QString& formula : line.formulas) {
+        if (const auto missing = cli::undeclaredParameters(formula, variable, state.parameters)) {
+            err << *missing << "\n";
+            return kExitFailure;
+        }
+        model::addFunction(state, prompter, links, formula, QStringLiteral("f(%1)").arg(variable));
+    }
     return std::nullopt;
 }
 
@@ -234,7 +269,7 @@ int runCommand(const CommandLine& line, QTextStream& out, QTextStream& err)
     case CliCommand::Table:
         return cli::runTable(line, out, err);
     case CliCommand::Area:
-        return cli::runArea(line, {}, out, err);
+        return cli::runArea(line, line.parameters, out, err);
     case CliCommand::Window:
         break;
     }

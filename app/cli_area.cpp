@@ -20,7 +20,8 @@ Formula compileText(const QString& text, model::AngleUnit angle,
 {
     eval::ExpressionEvaluator evaluator;
     const QString prepared = eval::PrepareExpressionText(
-        evaluator, text, QStringLiteral("f(x)"), [&](const QString& m) { message = m; });
+        evaluator, text, QStringLiteral("f(x)"), [&](const QString& m) { message = m; }, QLocale(),
+        parameters);
     if (prepared.isEmpty())
         return nullptr;
     return eval::CompiledFormula::compile(prepared, QStringLiteral("x"), angle, nullptr, &message,
@@ -34,6 +35,8 @@ Formula exactPrimitive(const QString& text, model::AngleUnit angle,
 {
     eval::SymbolicOptions options;
     options.angleUnit = int(angle);
+    for (const eval::Parameter& p : parameters)
+        options.parameters << p.name;
     const eval::Report quiet = [](const QString&) {};
     const QString primitive = eval::SymbolicPrimitive(text, QStringLiteral("x"), quiet, options);
     QString unused;

@@ -1,6 +1,8 @@
 #include "app/cli_options.h"
 
 #include "app/cli.h"
+#include "app/cli_parameters.h"
+#include "model/graph_list.h"
 #include "plot/coordinates.h"
 #include "plot/range_rows.h"
 
@@ -56,6 +58,8 @@ constexpr OptionInfo kOptions[] = {
     {"at", "X", "a value of the variable for --eval (once for each)", {}, bit(CliCommand::Eval)},
     {"label", "f(t)", "the function's label, which names its variable", {}, kCalculating},
     {"angle", "UNIT", "the angle unit: rad (the default), deg or grad", {}, kHeadless},
+    {"param", "a=2", "a parameter the formulas use and its value (once for each)", {},
+     kHeadless},
     {"view", "V", "the view xmin,xmax,xstep,ymin,ymax,ystep", {}, kViewing},
     {"size", "WxH", "the picture's size: 800x600 pixels (the default) or 10x8cm", {}, kDrawing},
     {"dpi", "N", "the resolution of a size in centimetres (300 by default)", {}, kDrawing},
@@ -141,19 +145,6 @@ std::optional<model::AngleUnit> angleByName(const QString& name)
     if (name == QLatin1String("grad"))
         return model::AngleUnit::Gradians;
     return std::nullopt;
-}
-
-// A value of --at as the range boxes read it (a decimal point or comma whatever the
-// locale, 2p for 2 pi), else with an exponent, else as the locale writes numbers.
-std::optional<double> readNumber(const QString& text)
-{
-    if (const std::optional<double> value = plot::readRangeNumber(text))
-        return value;
-    bool ok = false;
-    double value = QLocale::c().toDouble(text.trimmed(), &ok);
-    if (!ok)
-        value = QLocale().toDouble(text.trimmed(), &ok);
-    return ok ? std::optional<double>(value) : std::nullopt;
 }
 
 // "800x600" in pixels or "10x8cm" (a decimal point or comma) in centimetres.
@@ -274,7 +265,7 @@ bool readValues(const QCommandLineParser& parser, CommandLine& line, QString& pr
     const auto value = [&](const char* name) { return parser.value(QLatin1String(name)); };
     const auto isSet = [&](const char* name) { return parser.isSet(QLatin1String(name)); };
     for (const QString& text : parser.values(QStringLiteral("at"))) {
-        const std::optional<double> x = readNumber(text);
+        const std::optional<double> x = cli::readNumberArgument(text);
         if (!x) {
             problem = QStringLiteral("--at: '%1' is not a number").arg(text);
             return false;
@@ -283,6 +274,9 @@ bool readValues(const QCommandLineParser& parser, CommandLine& line, QString& pr
     }
     if (isSet("label"))
         line.label = value("label");
+    if (!cli::readParameterArguments(parser.values(QStringLiteral("param")),
+                                     model::labelVariable(line.label), line.parameters, problem))
+        return false;
     if (isSet("angle") && !(line.angle = angleByName(value("angle")))) {
         problem = QStringLiteral("--angle takes rad, deg or grad, not '%1'").arg(value("angle"));
         return false;
@@ -463,13 +457,14 @@ QString helpText()
     QString text = QStringLiteral(
         "Usage: curvix [DRAWING.curvix]\n"
         "  or:  curvix --eval FORMULA --at X [--at X]... [--label f(t)] [--angle UNIT]\n"
-        "  or:  curvix --derivative FORMULA [--label f(t)] [--angle UNIT]\n"
-        "  or:  curvix --primitive FORMULA [--label f(t)] [--angle UNIT]\n"
+        "                [--param a=2]...\n"
+        "  or:  curvix --derivative FORMULA [--label f(t)] [--angle UNIT] [--param a=2]...\n"
+        "  or:  curvix --primitive FORMULA [--label f(t)] [--angle UNIT] [--param a=2]...\n"
         "  or:  curvix --export FILE [OPTION]... [DRAWING.curvix] [FORMULA]...\n"
         "  or:  curvix --write-drawing FILE.curvix [OPTION]... [DRAWING.curvix] [FORMULA]...\n"
-        "  or:  curvix --points [--view V] [--angle UNIT] FORMULA...\n"
-        "  or:  curvix --table FROM,TO,STEP [--angle UNIT] FORMULA...\n"
-        "  or:  curvix --area A,B [--angle UNIT] FORMULA\n"
+        "  or:  curvix --points [--view V] [--angle UNIT] [--param a=2]... FORMULA...\n"
+        "  or:  curvix --table FROM,TO,STEP [--angle UNIT] [--param a=2]... FORMULA...\n"
+        "  or:  curvix --area A,B [--angle UNIT] [--param a=2]... FORMULA\n"
         "Draw the graphs of functions for school mathematics. Without a command, open the\n"
         "main window, with the drawing when one is given. The commands need no display.\n");
     const auto list = [&text](const char* heading, const OptionInfo* begin, const OptionInfo* end) {
@@ -489,7 +484,10 @@ QString helpText()
     text += QStringLiteral(
         "\nAn option's value follows it or an equals sign: --at 2 or --at=2. Formulas are\n"
         "written as in the window's function box; numbers take a decimal point or comma,\n"
-        "and the view, the table's range and --at take 2p for 2 pi.\n"
+        "and the view, the table's range, --at and --param take 2p for 2 pi.\n"
+        "\n"
+        "A formula may use parameters besides its variable, a*sin(b*x) or ax^2+bx+c, each\n"
+        "given a value with --param; --param also sets a parameter of a loaded drawing.\n"
         "\n"
         "--points prints each formula's zeros, minima, maxima and inflection points in the\n"
         "view, then where each two meet: one line KIND<tab>X<tab>Y each, KIND one of zero,\n"

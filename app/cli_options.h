@@ -1,5 +1,6 @@
 #pragma once
 
+#include "eval/parameters.h"
 #include "model/app_state.h"
 #include "output/export_picture.h"
 #include "plot/value_table.h"
@@ -36,6 +37,8 @@ struct CommandLine {
     QString formula; // of --eval, --derivative and --primitive
     QString file;    // of --export and --write-drawing
     std::vector<double> xs;
+    // --param a=2, in the order given: declared for the formulas, or set in a loaded drawing.
+    eval::ParameterList parameters;
     QString label = QStringLiteral("f(x)");
     std::optional<model::AngleUnit> angle;
     std::optional<model::ViewWindow> view;

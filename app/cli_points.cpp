@@ -1,5 +1,7 @@
 #include "app/cli_points.h"
 
+#include "app/cli_parameters.h"
+
 #include "eval/formula.h"
 #include "eval/numtext.h"
 #include "plot/coordinates.h"
@@ -23,16 +25,21 @@ compileAll(const CommandLine& line, QTextStream& err)
 {
     std::vector<std::shared_ptr<const eval::CompiledFormula>> formulas;
     bool failed = false;
+    const QString variable = QStringLiteral("x");
     for (const QString& text : line.formulas) {
         eval::ExpressionEvaluator evaluator;
-        QString message;
-        const QString prepared = eval::PrepareExpressionText(
-            evaluator, text, QStringLiteral("f(x)"), [&](const QString& m) { message = m; });
+        QString message = undeclaredParameters(text, variable, line.parameters).value_or(QString());
+        const QString prepared =
+            message.isEmpty()
+                ? eval::PrepareExpressionText(evaluator, text, QStringLiteral("f(x)"),
+                                              [&](const QString& m) { message = m; }, QLocale(),
+                                              line.parameters)
+                : QString();
         const model::AngleUnit angle = line.angle.value_or(model::AngleUnit::Radians);
         auto formula = prepared.isEmpty()
                            ? nullptr
-                           : eval::CompiledFormula::compile(prepared, QStringLiteral("x"), angle,
-                                                            nullptr, &message);
+                           : eval::CompiledFormula::compile(prepared, variable, angle, nullptr,
+                                                            &message, line.parameters);
         if (!formula) {
             err << (message.isEmpty() ? QStringLiteral("empty formula") : message) << "\n";
             failed = true;

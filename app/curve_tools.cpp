@@ -6,6 +6,7 @@
 #include "app/symbolic_runner.h"
 #include "eval/formula.h"
 #include "eval/numtext.h"
+#include "model/parameter_list.h"
 #include "model/strings.h"
 #include "plot/coordinates.h"
 #include "plot/picking.h"
@@ -262,10 +263,12 @@ void CurveTools::askSlopeFormula(int entry)
         return;
     model::GraphEntry& graph = m_state.graphs[std::size_t(entry)];
     const auto key = std::make_pair(graph.text, variableOf(m_state));
-    if (const auto known = m_slopeFormulas.find(key); known != m_slopeFormulas.end())
-        graph.slopeFormula = known->second;
-    else
+    if (const auto known = m_slopeFormulas.find(key); known != m_slopeFormulas.end()) {
+        graph.slopeText = known->second;
+        model::compileEntry(m_state, graph);
+    } else {
         m_symbolic->requestSlopeFormula(key.first, key.second);
+    }
 }
 
 void CurveTools::takeSlopeFormula(const QString& text, const QString& variable, const QString& answer)
@@ -273,25 +276,26 @@ void CurveTools::takeSlopeFormula(const QString& text, const QString& variable, 
     // The answer is a formula like a typed one (with the pi character): prepared, then
     // compiled in radians, the unit the library differentiates in. A failure is kept too,
     // so that the library is not asked again.
-    std::shared_ptr<const eval::CompiledFormula> formula;
+    QString prepared;
     if (!answer.isEmpty()) {
         eval::ExpressionEvaluator evaluator;
-        const QString prepared =
-            eval::PrepareExpressionText(evaluator, answer, QStringLiteral("f(%1)").arg(variable), {});
-        formula = eval::CompiledFormula::compile(prepared, variable);
+        prepared = eval::PrepareExpressionText(evaluator, answer,
+                                               QStringLiteral("f(%1)").arg(variable), {},
+                                               QLocale(), m_state.parameters);
     }
-    m_slopeFormulas[{text, variable}] = formula;
+    m_slopeFormulas[{text, variable}] = prepared;
     bool changed = false;
     for (int k = 0; k < int(m_state.graphs.size()); ++k) {
         model::GraphEntry& entry = m_state.graphs[std::size_t(k)];
         if (entry.text == text && variableOf(m_state) == variable) {
-            entry.slopeFormula = formula;
-            changed = true;
+            entry.slopeText = prepared;
+            model::compileEntry(m_state, entry);
+            changed = changed || entry.slopeFormula != nullptr;
         } else if (!entry.slopeFormula && (!entry.marks.empty() || m_state.trace.entry == k)) {
             askSlopeFormula(k); // one asked at a time: the next waits for this answer
         }
     }
-    if (changed && formula)
+    if (changed)
         emit redrawNeeded();
 }
 

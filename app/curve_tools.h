@@ -79,8 +79,9 @@ private:
     plot::TangentPick m_menuPick;
     QMenu* m_tangentMenu = nullptr;
     SymbolicRunner* m_symbolic = nullptr;
-    // (text, variable) → the derivative's compiled formula; none where the library failed.
-    std::map<std::pair<QString, QString>, std::shared_ptr<const eval::CompiledFormula>> m_slopeFormulas;
+    // The derivative's prepared text for each (text, variable) asked, "" where the library
+    // had none; compiled for each entry with the parameter values of the moment.
+    std::map<std::pair<QString, QString>, QString> m_slopeFormulas;
 };
 
 } // namespace curvix::app

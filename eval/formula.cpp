@@ -83,15 +83,20 @@ QString ReplaceText(QString text, const QString& find, const QString& replacemen
 }
 
 QString PrepareExpressionText(ExpressionEvaluator& evaluator, const QString& formula,
-                              const QString& label, const Report& report, const QLocale& locale)
+                              const QString& label, const Report& report, const QLocale& locale,
+                              const ParameterList& parameters)
 {
-    evaluator.DefineVariable(variableOrX(label));
+    const QString variable = variableOrX(label);
+    evaluator.DefineVariable(variable);
+    for (const Parameter& parameter : parameters)
+        evaluator.DefineVariable(parameter.name);
     QString text = replaceConstant(formula, QString(kPiChar), numberText(kPiValue, locale));
     // "exp" first, or its "e" would become Euler's number.
     text = ReplaceText(text, QStringLiteral("exp"), QStringLiteral("Exp"));
     text = replaceConstant(text, QStringLiteral("e"), numberText(kEValue, locale));
     if (FindText(text, QStringLiteral(",")) > 0)
         text = ReplaceText(text, QStringLiteral(","), QStringLiteral("."));
+    text = splitParameterProducts(text, variable, parameters);
 
     evaluator.SetExpression(text);
     if (evaluator.HasError()) {

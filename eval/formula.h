@@ -2,6 +2,7 @@
 
 #include "eval/compiled_formula.h"
 #include "eval/evaluator.h"
+#include "eval/parameters.h"
 #include "eval/point.h"
 
 #include <QLocale>
@@ -28,11 +29,15 @@ int FindText(const QString& haystack, const QString& needle);
 // Replaces every occurrence, rescanning from the start after each splice.
 QString ReplaceText(QString text, const QString& find, const QString& replacement);
 
-// Turns a typed formula into the text the evaluator accepts (pi, e, decimal comma); on a
-// compile error reports the evaluator's message and returns "". Resets the evaluator.
+// Turns a typed formula into the text the evaluator accepts (pi, e, decimal comma, and
+// parameters written together split into products, "ab" into "a*b"); on a compile error
+// reports the evaluator's message and returns "". The parameters' names are known to the
+// evaluator as variables after the label's, so the text compiles with
+// CompiledFormula::compile(..., parameters). Resets the evaluator.
 QString PrepareExpressionText(ExpressionEvaluator& evaluator, const QString& formula,
                               const QString& label, const Report& report,
-                              const QLocale& locale = QLocale());
+                              const QLocale& locale = QLocale(),
+                              const ParameterList& parameters = {});
 
 struct TangentLine {
     QString text;     // the tangent's formula, e.g. "2*x+1,001-2*1"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
@@ -19,5 +20,28 @@ struct Parameter {
 };
 
 using ParameterList = std::vector<Parameter>;
+
+// One ASCII lower-case letter that is neither the variable nor e (Euler's number).
+bool isParameterName(const QString& name, const QString& variable);
+
+// The index of the parameter with this name, -1 when none is declared so.
+int parameterIndex(const ParameterList& parameters, const QString& name);
+
+// Letters written together are a product when each is the variable or a declared
+// parameter and one at least is a parameter: "ax^2+bx+c" becomes "a*x^2+b*x+c" and "2ab"
+// "2a*b". Functions, pi and every other name are left as typed, so without parameters the
+// text comes back unchanged.
+QString splitParameterProducts(const QString& text, const QString& variable,
+                               const ParameterList& parameters);
+
+// The declared names a formula uses, alone or in a product, in the order declared.
+QStringList parametersUsedBy(const QString& text, const QString& variable,
+                             const ParameterList& parameters);
+
+// The letters that, declared as parameters, would make the formula compile: "sin(bx)"
+// gives b. Empty when nothing is missing, and when an unknown name is more than such
+// letters ("xsin(x)", "foo(x)", "Ax"): a real mistake stays one.
+QStringList undeclaredLetters(const QString& text, const QString& variable,
+                              const ParameterList& parameters);
 
 } // namespace curvix::eval

@@ -44,6 +44,13 @@ bool buildGraphs(AppState& scratch, const Drawing& drawing, QString* error)
         const DrawingFunction& f = drawing.functions[i];
         const QString label = QStringLiteral("f(%1)").arg(f.variable);
         last.clear();
+        const QStringList undeclared =
+            eval::undeclaredLetters(f.text, f.variable, scratch.parameters);
+        if (!undeclared.isEmpty())
+            return refuse(error, DrawingText::tr("function %1 '%2' uses %3, which the drawing "
+                                                 "does not declare as parameters")
+                                     .arg(i + 1)
+                                     .arg(f.text, undeclared.join(QStringLiteral(", "))));
         const AddResult result = addFunction(scratch, prompter, links, f.text, label);
         if (result != AddResult::Added) {
             QString why = last.isEmpty() ? DrawingText::tr("it is empty") : last;
@@ -108,14 +115,24 @@ Drawing drawingFromState(const AppState& state)
     d.verticalLines = state.verticalLines;
     d.horizontalLines = state.horizontalLines;
     d.fills = state.fills;
+    d.parameters = state.parameters;
+    d.areas = state.areas;
     return d;
 }
 
 bool applyDrawing(AppState& state, const Drawing& drawing, QString* error)
 {
     AppState scratch;
+    // The functions read the parameters as they are added again.
+    scratch.parameters = drawing.parameters;
     if (!buildGraphs(scratch, drawing, error))
         return false;
+    for (const AreaRegion& area : drawing.areas) {
+        if (area.curve < 0 || area.curve >= scratch.graphCount)
+            return refuse(error, DrawingText::tr("an area lies under curve %1, which is not "
+                                                 "in the drawing")
+                                     .arg(area.curve + 1));
+    }
 
     state.graphs = std::move(scratch.graphs);
     state.graphCount = scratch.graphCount;
@@ -143,6 +160,8 @@ bool applyDrawing(AppState& state, const Drawing& drawing, QString* error)
     state.verticalLines = drawing.verticalLines;
     state.horizontalLines = drawing.horizontalLines;
     state.fills = drawing.fills;
+    state.parameters = drawing.parameters;
+    state.areas = drawing.areas;
 
     state.demonstration = Demonstration{};
     state.trace = AppState::Trace{};

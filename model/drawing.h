@@ -105,10 +105,11 @@ struct Drawing {
 // the caller fills drawing.display and the three label lists itself.
 Drawing drawingFromState(const AppState& state);
 
-// Replaces the state's drawing by this one: the functions are added again through
-// addFunction (so each gets its compiled formula), then their links, tangent marks and the
-// function box's tree are set as saved. The view, colours, lines and fills follow. Nothing
-// of the state changes when a function is refused; *error then says which and why.
+// Replaces the state's drawing by this one: the parameters are declared, the functions are
+// added again through addFunction (so each gets its compiled formula), then their links,
+// tangent marks and the function box's tree are set as saved. The view, colours, lines,
+// fills and areas follow. Nothing of the state changes when a function is refused or an
+// area lies under no curve; *error then says which and why.
 // The demonstration and the trace end; the document-changed flag is lowered. The caller
 // redraws, and takes drawing.display and the labels into the window.
 bool applyDrawing(AppState& state, const Drawing& drawing, QString* error = nullptr);

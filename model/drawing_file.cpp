@@ -127,6 +127,20 @@ QByteArray writeDrawing(const Drawing& d)
     for (const FillPoint& f : d.fills)
         fills.append(at({{Key("color"), qint64(f.color)}}, f.x, f.y));
     root.insert(Key("fills"), fills);
+    QJsonArray parameters;
+    for (const eval::Parameter& p : d.parameters)
+        parameters.append(QJsonObject{{Key("name"), p.name},
+                                      {Key("value"), plain(p.value)},
+                                      {Key("min"), plain(p.minimum)},
+                                      {Key("max"), plain(p.maximum)},
+                                      {Key("step"), p.step}});
+    root.insert(Key("parameters"), parameters);
+    QJsonArray areas;
+    for (const AreaRegion& area : d.areas)
+        areas.append(QJsonObject{{Key("curve"), area.curve},
+                                 {Key("a"), plain(area.a)},
+                                 {Key("b"), plain(area.b)}});
+    root.insert(Key("areas"), areas);
 
     QJsonArray points, formulas;
     root.insert(Key("textLabels"), labelLists(d, &points, &formulas));

@@ -20,6 +20,7 @@ inline constexpr qsizetype kMaxFunctions = 10000;
 inline constexpr qsizetype kMaxListEntries = 100000; // fills, guide lines, labels, tangents
 inline constexpr qsizetype kMaxZoomSteps = 10000;
 inline constexpr qsizetype kMaxTextLength = 10000;
+inline constexpr qsizetype kMaxParameters = 26; // one for each letter at most
 
 // The file's bytes. The same drawing always gives the same bytes, and reading them back
 // gives an equal drawing (numbers are written in their shortest exact form; -0 becomes 0).

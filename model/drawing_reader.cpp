@@ -246,6 +246,45 @@ void readLists(const Fields& root, Drawing& d)
     });
 }
 
+// Parameters a formula can read: one letter each, declared once, with a usable range.
+void readParameters(const Fields& root, Drawing& d)
+{
+    const QString variable = d.variable.isEmpty() ? QStringLiteral("x") : d.variable;
+    eachObject(root, "parameters", kMaxParameters, [&](const Fields& f) {
+        eval::Parameter p;
+        p.name = toText(f.required("name"), join(f.path, "name"));
+        if (!eval::isParameterName(p.name, variable))
+            badField(join(f.path, "name"),
+                     DrawingText::tr("is not a small letter other than e and the variable"));
+        if (eval::parameterIndex(d.parameters, p.name) >= 0)
+            badField(join(f.path, "name"), DrawingText::tr("names a parameter declared before"));
+        p.value = toNumber(f.required("value"), join(f.path, "value"));
+        p.minimum = toNumber(f.required("min"), join(f.path, "min"));
+        p.maximum = toNumber(f.required("max"), join(f.path, "max"));
+        p.step = toNumber(f.required("step"), join(f.path, "step"));
+        if (!(p.minimum < p.maximum))
+            badField(join(f.path, "min"), DrawingText::tr("is not below max"));
+        if (!(p.step > 0))
+            badField(join(f.path, "step"), DrawingText::tr("is not greater than 0"));
+        d.parameters.push_back(p);
+    });
+}
+
+void readAreas(const Fields& root, Drawing& d)
+{
+    const qint64 lastCurve = qint64(d.functions.size()) - 1;
+    eachObject(root, "areas", kMaxListEntries, [&](const Fields& f) {
+        AreaRegion area;
+        const QString curve = join(f.path, "curve");
+        if (lastCurve < 0)
+            badField(curve, DrawingText::tr("names a curve, but the drawing has none"));
+        area.curve = qint32(toInteger(f.required("curve"), curve, 0, lastCurve));
+        area.a = toNumber(f.required("a"), join(f.path, "a"));
+        area.b = toNumber(f.required("b"), join(f.path, "b"));
+        d.areas.push_back(area);
+    });
+}
+
 void readLook(const Fields& root, Drawing& d)
 {
     root.optional("angleUnit", d.angleUnit, [](const QJsonValue& v, const QString& p) {
@@ -321,6 +360,8 @@ Drawing toDrawing(const QJsonObject& object)
                [&](const Fields& f) { d.zoomHistory.push_back(toView(f)); });
     readLook(root, d);
     readLists(root, d);
+    readParameters(root, d);
+    readAreas(root, d);
     return d;
 }
 

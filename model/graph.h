@@ -4,6 +4,7 @@
 #include "eval/point.h"
 
 #include <QString>
+#include <QStringList>
 #include <QtGlobal>
 
 #include <memory>
@@ -39,6 +40,11 @@ struct GraphEntry {
     // The symbolic derivative, compiled in radians, for the slopes the tangents and the
     // trace read out; none until the library has answered, or where it cannot.
     std::shared_ptr<const eval::CompiledFormula> slopeFormula;
+    // The derivative's prepared text behind slopeFormula, "" when there is none: a new
+    // parameter value compiles it again.
+    QString slopeText;
+    // The names of the parameters the function uses, in the order they are declared.
+    QStringList parameters;
     qint32 derivativeIndex = -1;
     qint32 primitiveIndex = -1;
     quint32 color = 0;

@@ -1,7 +1,10 @@
 #include "model/graph_list.h"
 
 #include "eval/formula.h"
+#include "model/parameter_list.h"
 #include "model/strings.h"
+
+#include <QCoreApplication>
 
 #include <algorithm>
 #include <array>
@@ -87,10 +90,22 @@ QString oneVariableText()
 }
 
 // The typed text prepared for the evaluator, "" when it is refused (the evaluator says why).
+// Letters not declared are first offered as parameters; declined, the text is refused
+// without a second message.
 QString preparedText(AppState& state, Prompter& prompter, const QString& text, const QString& label)
 {
+    const QString letter = labelVariable(label);
+    if (eval::parameterIndex(state.parameters, letter) >= 0) {
+        prompter.message(QCoreApplication::translate(
+            "ParameterText", "%1 is a parameter of the drawing; it cannot be the variable too.")
+                             .arg(letter));
+        return {};
+    }
+    if (!offerParameters(state, prompter, text, letter))
+        return {};
     return eval::PrepareExpressionText(state.evaluator, text, label,
-                                       [&](const QString& m) { prompter.message(m); });
+                                       [&](const QString& m) { prompter.message(m); }, QLocale(),
+                                       state.parameters);
 }
 
 AddResult addFunctionSteps(AppState& state, Prompter& prompter, LinkCheck& links,
@@ -123,8 +138,9 @@ AddResult addFunctionSteps(AppState& state, Prompter& prompter, LinkCheck& links
     GraphEntry& entry = state.newEntry;
     entry = GraphEntry{};
     entry.expression = expression;
-    entry.formula = eval::CompiledFormula::compile(expression, letter, state.angleUnit);
     entry.text = text;
+    entry.parameters = eval::parametersUsedBy(text, letter, state.parameters);
+    compileEntry(state, entry);
     entry.color = colorForNewFunction(state);
 
     const int newIndex = state.graphCount;
@@ -214,7 +230,11 @@ AddResult replaceFunction(AppState& state, Prompter& prompter, LinkCheck& links,
     state.listVariable = letter;
     entry.text = text;
     entry.expression = expression;
-    entry.formula = eval::CompiledFormula::compile(expression, letter, state.angleUnit);
+    entry.parameters = eval::parametersUsedBy(text, letter, state.parameters);
+    // The old function's derivative does not hold for the new one.
+    entry.slopeText.clear();
+    entry.slopeFormula.reset();
+    compileEntry(state, entry);
     for (GraphMark& mark : entry.marks)
         mark.text = letter;
     recheckLink(state, links, k, LinkKind::Derivative);
@@ -238,6 +258,12 @@ void removeGraphAt(AppState& state, int k)
             e.primitiveIndex = -1;
             break;
         }
+    }
+    // The areas under the removed curve go with it; those of later curves follow their index.
+    std::erase_if(state.areas, [k](const AreaRegion& area) { return area.curve == k; });
+    for (AreaRegion& area : state.areas) {
+        if (area.curve > k)
+            --area.curve;
     }
     if (state.graphs.size() > 1) {
         state.graphs.erase(state.graphs.begin() + k);
@@ -274,6 +300,8 @@ void clearDrawing(AppState& state)
     state.verticalLines.clear();
     state.horizontalLines.clear();
     state.fills.clear();
+    state.parameters.clear();
+    state.areas.clear();
     state.demonstration = Demonstration{};
     state.pendingDerivativeOf = -1;
     state.pendingPrimitiveOf = -1;

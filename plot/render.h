@@ -73,8 +73,9 @@ enum class Sampling { Serial, Parallel };
 
 // Writes everything derived from the drawing and its view: the sample step, every entry's
 // points and tangent marks, the demonstration's tangent and the trace point. An entry made
-// without a compiled formula is compiled here once; one that does not compile is reported
-// and keeps no points. Reports come on the calling thread, in the order of the entries.
+// without a compiled formula is compiled here once, with the state's parameter values; one
+// that does not compile is reported and keeps no points. Reports come on the calling
+// thread, in the order of the entries.
 void sampleDrawing(model::AppState& state, const eval::Report& report = {},
                    Sampling sampling = Sampling::Parallel);
 

@@ -27,13 +27,14 @@ QString listVariable(const model::AppState& state)
 
 // An entry made without its compiled formula, or compiled for another angle unit, gets it
 // here, once; a text that does not compile is reported on every redraw and keeps no points.
-const eval::CompiledFormula* entryFormula(model::GraphEntry& entry, const QString& variable,
-                                          model::AngleUnit unit, const eval::Report& report)
+const eval::CompiledFormula* entryFormula(model::GraphEntry& entry, const model::AppState& state,
+                                          const eval::Report& report)
 {
+    const model::AngleUnit unit = state.angleUnit;
     if (!entry.formula || entry.formula->angleUnit() != unit) {
         QString message;
-        entry.formula =
-            eval::CompiledFormula::compile(entry.expression, variable, unit, nullptr, &message);
+        entry.formula = eval::CompiledFormula::compile(entry.expression, listVariable(state), unit,
+                                                       nullptr, &message, state.parameters);
         if (!entry.formula && report)
             report(message);
     }
@@ -283,7 +284,7 @@ void sampleDrawing(model::AppState& state, const eval::Report& report, Sampling 
     std::vector<EntryJob> jobs;
     jobs.reserve(state.graphs.size());
     for (model::GraphEntry& entry : state.graphs)
-        jobs.push_back({&entry, entryFormula(entry, variable, state.angleUnit, report)});
+        jobs.push_back({&entry, entryFormula(entry, state, report)});
     // Every curve is sampled at the same x positions: worked out once, read by every thread.
     const std::vector<double> xs = sampleXs(view, step);
     const auto sampleOne = [&](const EntryJob& job) { sampleEntry(job, state, variable, xs); };
@@ -292,10 +293,11 @@ void sampleDrawing(model::AppState& state, const eval::Report& report, Sampling 
     else
         std::for_each(jobs.begin(), jobs.end(), sampleOne);
     model::Demonstration& demo = state.demonstration;
-    if (demo.formula && demo.formula->angleUnit() != state.angleUnit) {
-        // The walk goes on along its curve as the new unit draws it.
+    if (demo.formula) {
+        // The walk goes on along its curve as a new unit or parameter value draws it.
         const int k = model::findGraphByText(state, demo.text);
-        if (k >= 0 && state.graphs[std::size_t(k)].formula) {
+        if (k >= 0 && state.graphs[std::size_t(k)].formula &&
+            state.graphs[std::size_t(k)].formula != demo.formula) {
             demo.formula = state.graphs[std::size_t(k)].formula;
             demo.curve = sampleCurve(*demo.formula, view, step);
         }

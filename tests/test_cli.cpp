@@ -149,6 +149,12 @@ void answerRows()
         value("maximum\t0\t1\nzero\t90\t0\ninflection\t90\t0\nminimum\t180\t-1\n"), none);
     row("points of a bad formula", {"--points", "x", "2x+"}, 1, none,
         value("Unexpected end of formula at position 4\n"));
+    row("parameters glued to the variable", {"--eval", "ax^2+bx", "--param", "a=2", "--param=b=-1", "--at", "3"}, 0,
+        value("15\n"), none);
+    row("parameters with a comma and pi", {"--table", "0,1,1", "2ab", "--param", "a=0,5", "--param", "b=p"}, 0,
+        value("x\t2ab\n0\t3.14159265358979\n1\t3.14159265358979\n"), none);
+    row("points with a parameter", {"--points", "--view=-3,3,1,-5,5,1", "x^2-a", "--param", "a=4"}, 0,
+        value("zero\t-2\t0\nminimum\t0\t-4\nzero\t2\t0\n"), none);
     row("table backwards in steps of pi", {"--table", "p,-p,p", "x/pi", "sqrt(x)"}, 0,
         value("x\tx/pi\tsqrt(x)\n3.14159265358979\t0.999999999999999\t1.7724538509055152\n0\t0\t0\n"
               "-3.14159265358979\t-0.999999999999999\t\u2014\n"),
@@ -207,6 +213,10 @@ void refusalRows()
     row("too few view values", {"--export", "x.png", "--view", "1,2"}, 2, none, usage("six values"));
     row("bad angle", {"--export", "x.png", "--angle", "turns"}, 2, none, usage("--angle takes"));
     row("unknown colours", {"--export", "x.png", "--colors", "rainbow", "x"}, 2, none, usage("--colors takes"));
+    row("a parameter without a value", {"--eval", "a*x", "--at", "1", "--param", "a"}, 2, none, usage("'a' is not NAME=VALUE"));
+    row("the variable as a parameter", {"--eval", "t", "--label", "f(t)", "--at", "1", "--param", "t=1"}, 2, none,
+        usage("'t' is not a parameter name"));
+    row("a parameter twice", {"--table", "0,1,1", "a", "--param", "a=1", "--param", "a=2"}, 2, none, usage("a is given twice"));
     row("exact trig in degrees", {"--export", "x.png", "--angle", "deg", "--exact-trig"}, 2, none, usage("radians"));
 }
 
@@ -215,6 +225,10 @@ void failureRows()
 {
     row("standard output on a full disk", {"--eval", "x", "--at", "1"}, 1, none,
         pattern("\\Acurvix: [^\\n]*standard output\\n\\z"), {.stdoutFull = true});
+    row("a letter not declared", {"--eval", "sin(bx)", "--at", "1"}, 1, none,
+        value("curvix: 'sin(bx)' uses b, which is not a parameter; give it a value with --param b=VALUE\n"));
+    row("letters not declared in a drawing", {"--write-drawing", "@/p.curvix", "--param", "a=1", "ax+bx^2+c"}, 1, none,
+        pattern("\\Acurvix: [^\\n]*uses b, c, [^\\n]*--param b=VALUE --param c=VALUE\\n\\z"));
     row("export to a missing folder", {"--export", "@/missing/x.png", "x"}, 1, none,
         pattern("\\Acurvix: [^\\n]*/missing/x\\.png: [^\\n]+\\n\\z"));
     row("drawing to a read-only place", {"--write-drawing", "/proc/x.curvix", "x"}, 1, none,
@@ -357,9 +371,10 @@ void TestCli::drawingFiles()
     // A written drawing draws as the options that described it, and writes itself again alike.
     const QStringList look{"--view", "-200,200,100,-2,2,1", "--angle", "grad", "--no-grid"};
     const QString drawing = m_dir.filePath("waves.curvix");
-    QCOMPARE(runCurvix(QStringList{"--write-drawing", drawing} + look + QStringList{"sin(x)", "x/100"}).exitCode, 0);
+    const QStringList formulas{"--param", "a=2", "a*sin(x)", "x/100"};
+    QCOMPARE(runCurvix(QStringList{"--write-drawing", drawing} + look + formulas).exitCode, 0);
     const QString direct = m_dir.filePath("direct.png"), fromFile = m_dir.filePath("from-file.png");
-    QCOMPARE(runCurvix(QStringList{"--export", direct} + look + QStringList{"sin(x)", "x/100"}).exitCode, 0);
+    QCOMPARE(runCurvix(QStringList{"--export", direct} + look + formulas).exitCode, 0);
     QCOMPARE(runCurvix({"--export", fromFile, drawing}).exitCode, 0);
     QCOMPARE(QImage(fromFile), QImage(direct));
     const QString again = m_dir.filePath("again.curvix");
@@ -368,6 +383,10 @@ void TestCli::drawingFiles()
     QVERIFY(a.open(QIODevice::ReadOnly) && b.open(QIODevice::ReadOnly));
     const QByteArray bytes = a.readAll();
     QCOMPARE(b.readAll(), bytes);
+    // --param moves a parameter the drawing declares.
+    const QString moved = m_dir.filePath("moved.png");
+    QCOMPARE(runCurvix({"--export", moved, "--param", "a=1", drawing}).exitCode, 0);
+    QVERIFY(QImage(moved) != QImage(direct));
 
     // A damaged drawing draws nothing, and the message names the file.
     QFile damaged(m_dir.filePath("damaged.curvix"));

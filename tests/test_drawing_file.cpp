@@ -1,5 +1,6 @@
 #include "model/drawing_file.h"
 #include "model/graph_list.h"
+#include "model/parameter_list.h"
 #include "plot/coordinates.h"
 #include "plot/render.h"
 #include "scripted_prompter.h"
@@ -31,6 +32,7 @@ private slots:
     void refused();
     void cutAtEveryByteIsRefused();
     void files();
+    void aParameterValueMovesItsCurves();
 };
 
 namespace {
@@ -148,6 +150,12 @@ void TestDrawingFile::roundTrip_data()
         s.coordinateSeparator = QStringLiteral(";");
         d.display = {false, false, false, false, false, 17};
     });
+    row("parameters and areas", [](model::AppState& s, model::Drawing&) {
+        s.parameters = {{QStringLiteral("a"), 2, -3, 3, 0.5}, {QStringLiteral("b"), 9, -5, 5, 0.1}};
+        add(s, QStringLiteral("a*sin(bx)"));
+        add(s, QStringLiteral("x^2"));
+        s.areas = {{1, -1, 2}, {0, 0.5, 1e-3}};
+    });
     row("guide lines, fills and labels", [](model::AppState& s, model::Drawing& d) {
         add(s, QStringLiteral("x^2-4"));
         s.verticalLines = {-0.0, 2.5, 1e-300};
@@ -247,6 +255,21 @@ void TestDrawingFile::refused_data()
     edited("huge list", "field 'horizontalLines' has too many entries", [](QJsonObject& r) {
         r["horizontalLines"] = QJsonArray::fromVariantList(QVariantList(100001, 1.0));
     });
+    const auto parameter = [](const char* key, QJsonValue v, int copies = 1) {
+        return [=](QJsonObject& root) {
+            QJsonObject p{{"name", "a"}, {"value", 1}, {"min", -5}, {"max", 5}, {"step", 0.1}};
+            p.insert(QLatin1String(key), v);
+            root["parameters"] = QJsonArray::fromVariantList(QVariantList(copies, p.toVariantMap()));
+        };
+    };
+    edited("parameter of two letters", "field 'parameters[0].name' is not a small letter", parameter("name", "ab"));
+    edited("parameter declared twice", "field 'parameters[1].name' names a parameter declared before", parameter("name", "a", 2));
+    edited("parameter range reversed", "field 'parameters[0].min' is not below max", parameter("min", 5));
+    edited("parameter step of 0", "field 'parameters[0].step' is not greater than 0", parameter("step", 0));
+    edited("area on a missing curve", "field 'areas[0].curve' is not a whole number from 0 to 1", [](QJsonObject& r) {
+        r["areas"] = QJsonArray{QJsonObject{{"curve", 2}, {"a", 0}, {"b", 1}}};
+    });
+    edited("a letter not declared", "function 1 'a*x' uses a, which the drawing does not declare", function("text", "a*x"));
     edited("formula that does not compile", "function 1 '2x+' cannot be drawn", function("text", "2x+"));
     edited("two variables", "function 2 't' cannot be drawn", [](QJsonObject& r) {
         r["functions"] = QJsonArray{QJsonObject{{"text", "x"}}, QJsonObject{{"text", "t"}, {"variable", "t"}}};
@@ -302,6 +325,26 @@ void TestDrawingFile::files()
     QVERIFY(!model::openDrawingFile(big.fileName(), &error));
     QVERIFY2(error.contains(QLatin1String("big.curvix")) && error.contains(QLatin1String("too large")),
              qPrintable(error));
+}
+
+void TestDrawingFile::aParameterValueMovesItsCurves()
+{
+    // The slider's path: the curves that use the parameter, and their slopes, follow; the
+    // others keep their compiled formula.
+    FreshState state;
+    state.parameters = {{QStringLiteral("a"), 1}};
+    add(state, QStringLiteral("ax^2"));
+    add(state, QStringLiteral("x+1"));
+    state.graphs[0].slopeText = QStringLiteral("2*a*x");
+    plot::sampleDrawing(state, {}, plot::Sampling::Serial);
+    const auto before = state.graphs[0].points;
+    const auto untouched = state.graphs[1].formula;
+    model::setParameterValue(state, 0, 3);
+    plot::sampleDrawing(state, {}, plot::Sampling::Serial);
+    for (std::size_t i = 0; i < before.size(); i += 500)
+        QCOMPARE(state.graphs[0].points[i].y, 3 * before[i].y);
+    QCOMPARE(state.graphs[0].slopeFormula->evaluate(1), 6.0);
+    QCOMPARE(state.graphs[1].formula, untouched);
 }
 
 QTEST_MAIN(TestDrawingFile)

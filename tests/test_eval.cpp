@@ -1,6 +1,7 @@
 #include "eval/evaluator.h"
 #include "eval/formula.h"
 #include "eval/numtext.h"
+#include "eval/parameters.h"
 #include "eval/parser.h"
 
 #include <QRegularExpression>
@@ -90,6 +91,8 @@ private slots:
     void textHelpers();
     void prepareExpressionText_data();
     void prepareExpressionText();
+    void parametersInFormulas_data();
+    void parametersInFormulas();
     void tangentLineText_data();
     void tangentLineText();
     void slopeAgreesWithTheDerivative_data();
@@ -434,6 +437,46 @@ void TestEval::prepareExpressionText()
         QCOMPARE(evaluator.DefineVariable(QStringLiteral("zz")), 0); // reset: variables gone
     }
     QCOMPARE(PrepareExpressionText(evaluator, formula, label, nullptr), expected);
+}
+
+void TestEval::parametersInFormulas_data()
+{
+    QTest::addColumn<QString>("formula"); // with a = 2, b = 3 and c = 1 declared
+    QTest::addColumn<QString>("variable");
+    QTest::addColumn<QString>("prepared"); // "" when it does not compile
+    QTest::addColumn<QStringList>("undeclared");
+    QTest::addColumn<double>("valueAt2");
+
+    QTest::newRow("letters glued to the variable") << "ax^2+bx+c" << "x" << "a*x^2+b*x+c" << QStringList{} << 15.0;
+    QTest::newRow("glued after a number") << "2ab" << "x" << "2a*b" << QStringList{} << 12.0;
+    QTest::newRow("functions and pi are not split") << "pi*a+exp(0)" << "x" << "pi*a+Exp(0)" << QStringList{}
+                                                    << 2 * 3.141592653589793 + 1;
+    QTest::newRow("another variable") << "at" << "t" << "a*t" << QStringList{} << 4.0;
+    QTest::newRow("one letter to declare") << "sin(dx)" << "x" << "" << QStringList{"d"} << kNaN;
+    QTest::newRow("only the missing ones") << "ca+d(x+1)+fx" << "x" << "" << QStringList{"d", "f"} << kNaN;
+    QTest::newRow("the variable of another list") << "t*x" << "x" << "" << QStringList{"t"} << kNaN;
+    QTest::newRow("a misspelt function") << "xsin(x)" << "x" << "" << QStringList{} << kNaN;
+    QTest::newRow("a function without its parenthesis") << "dcos" << "x" << "" << QStringList{} << kNaN;
+    QTest::newRow("e inside a name") << "dex" << "x" << "" << QStringList{} << kNaN;
+}
+
+void TestEval::parametersInFormulas()
+{
+    QFETCH(QString, formula);
+    QFETCH(QString, variable);
+    QFETCH(QString, prepared);
+    QFETCH(QStringList, undeclared);
+    QFETCH(double, valueAt2);
+    const ParameterList parameters{{"a", 2}, {"b", 3}, {"c", 1}};
+
+    ExpressionEvaluator evaluator;
+    QCOMPARE(PrepareExpressionText(evaluator, formula, "f(" + variable + ")", {}, QLocale::c(), parameters),
+             prepared);
+    QCOMPARE(undeclaredLetters(formula, variable, parameters), undeclared);
+    const auto compiled = CompiledFormula::compile(prepared, variable, AngleUnit::Radians, nullptr, nullptr, parameters);
+    QVERIFY(close(compiled ? compiled->evaluate(2) : kNaN, valueAt2));
+    // Without parameters the text is as typed.
+    QCOMPARE(splitParameterProducts(formula, variable, {}), formula);
 }
 
 void TestEval::tangentLineText_data()

@@ -1,4 +1,5 @@
 #include "model/graph_list.h"
+#include "model/parameter_list.h"
 #include "scripted_prompter.h"
 
 #include <QTest>
@@ -6,6 +7,8 @@
 #include <algorithm>
 
 using namespace curvix::model;
+namespace eval = curvix::eval;
+Q_DECLARE_METATYPE(curvix::eval::Parameter)
 
 namespace {
 
@@ -77,6 +80,10 @@ private slots:
     void editingReplacesInPlace();
     void newFunctionsTakeTheirColour_data();
     void newFunctionsTakeTheirColour();
+    void undeclaredLettersAreOffered_data();
+    void undeclaredLettersAreOffered();
+    void parameterEdits_data();
+    void parameterEdits();
 };
 
 void TestModel::addingFollowsTheListRules_data()
@@ -99,8 +106,8 @@ void TestModel::addingFollowsTheListRules_data()
         << QStringList{"t^2@g(t)", "sin(t)@f(t)"} << QStringList{"t^2", "sin(t)"} << "t" << 0;
     QTest::newRow("a formula that does not compile")
         << QStringList{"2x+", "x"} << QStringList{"x"} << "x" << 1;
-    QTest::newRow("the wrong variable letter does not compile")
-        << QStringList{"t+1"} << QStringList{} << "x" << 1;
+    QTest::newRow("the wrong variable letter is asked about, not told")
+        << QStringList{"t+1"} << QStringList{} << "x" << 0;
 }
 
 void TestModel::addingFollowsTheListRules()
@@ -217,10 +224,14 @@ void TestModel::removingKeepsStaleLinks_data()
     QTest::addColumn<int>("removed");                // out of three entries
     QTest::addColumn<QList<int>>("derivativeLinks"); // per entry, before removal
     QTest::addColumn<QList<int>>("expectedAfter");   // derivative links after removal
+    QTest::addColumn<QList<int>>("areaCurves");      // after removal; before: 0, 2, 2, 1
 
-    QTest::newRow("first, a link to 2 stays 2") << 0 << QList<int>{-1, 2, -1} << QList<int>{2, -1};
-    QTest::newRow("link into the removed entry cleared") << 1 << QList<int>{1, -1, -1} << QList<int>{-1, -1};
-    QTest::newRow("only the first link into it cleared") << 2 << QList<int>{2, 2, -1} << QList<int>{-1, 2};
+    QTest::newRow("first, a link to 2 stays 2")
+        << 0 << QList<int>{-1, 2, -1} << QList<int>{2, -1} << QList<int>{1, 1, 0};
+    QTest::newRow("link into the removed entry cleared")
+        << 1 << QList<int>{1, -1, -1} << QList<int>{-1, -1} << QList<int>{0, 1, 1};
+    QTest::newRow("only the first link into it cleared")
+        << 2 << QList<int>{2, 2, -1} << QList<int>{-1, 2} << QList<int>{0, 1};
 }
 
 void TestModel::removingKeepsStaleLinks()
@@ -228,8 +239,10 @@ void TestModel::removingKeepsStaleLinks()
     QFETCH(int, removed);
     QFETCH(QList<int>, derivativeLinks);
     QFETCH(QList<int>, expectedAfter);
+    QFETCH(QList<int>, areaCurves);
 
     AppState state;
+    state.areas = {{0, 1, 2}, {2, 0, 1}, {2, -1, 1}, {1, 3, 4}};
     for (int k = 0; k < 3; ++k) {
         state.graphs.push_back({});
         state.graphs.back().text = QStringLiteral("f%1").arg(k);
@@ -244,6 +257,10 @@ void TestModel::removingKeepsStaleLinks()
     for (const GraphEntry& e : state.graphs)
         after << e.derivativeIndex;
     QCOMPARE(after, expectedAfter);
+    QList<int> curves;
+    for (const AreaRegion& area : state.areas)
+        curves << area.curve;
+    QCOMPARE(curves, areaCurves);
 }
 
 void TestModel::deletingAnItemLiftsItsChildren_data()
@@ -385,6 +402,100 @@ void TestModel::newFunctionsTakeTheirColour()
     // A deleted curve's colour is the next one taken.
     removeGraphAt(state, 4);
     QCOMPARE(colorForNewFunction(state), colors[4]);
+}
+
+void TestModel::undeclaredLettersAreOffered_data()
+{
+    QTest::addColumn<QStringList>("typed");
+    QTest::addColumn<QString>("answers"); // y or n for each question
+    QTest::addColumn<QStringList>("expectedEntries");
+    QTest::addColumn<QString>("expectedParameters");
+    QTest::addColumn<int>("expectedQuestions");
+    QTest::addColumn<int>("expectedMessages");
+
+    QTest::newRow("yes declares it") << QStringList{"sin(bx)"} << "y" << QStringList{"sin(bx)"} << "b" << 1 << 0;
+    QTest::newRow("no refuses, no second box") << QStringList{"sin(bx)"} << "n" << QStringList{} << "" << 1 << 0;
+    QTest::newRow("several letters, one question")
+        << QStringList{"ax^2+bx+c"} << "y" << QStringList{"ax^2+bx+c"} << "abc" << 1 << 0;
+    QTest::newRow("a declared letter is not asked again")
+        << QStringList{"a*x", "ax^2", "a+b"} << "yn" << QStringList{"a*x", "ax^2"} << "a" << 2 << 0;
+    QTest::newRow("a real mistake stays one") << QStringList{"xsin(x)"} << "" << QStringList{} << "" << 0 << 1;
+}
+
+void TestModel::undeclaredLettersAreOffered()
+{
+    QFETCH(QStringList, typed);
+    QFETCH(QString, answers);
+    QFETCH(QStringList, expectedEntries);
+    QFETCH(QString, expectedParameters);
+    QFETCH(int, expectedQuestions);
+    QFETCH(int, expectedMessages);
+
+    AppState state;
+    ScriptedPrompter prompter;
+    for (QChar a : answers)
+        prompter.answers.push_back(a == u'y' ? Prompter::Button::Yes : Prompter::Button::No);
+    FakeLinks links;
+    for (const QString& text : typed)
+        addFunction(state, prompter, links, text, QStringLiteral("f(x)"));
+    QCOMPARE(entryTexts(state), expectedEntries);
+    QString names;
+    for (const eval::Parameter& p : state.parameters)
+        names += p.name;
+    QCOMPARE(names, expectedParameters);
+    QCOMPARE(int(prompter.questions.size()), expectedQuestions);
+    QCOMPARE(int(prompter.messages.size()), expectedMessages);
+}
+
+void TestModel::parameterEdits_data()
+{
+    QTest::addColumn<QString>("operation"); // add, change or remove
+    QTest::addColumn<int>("index");
+    QTest::addColumn<eval::Parameter>("parameter");
+    QTest::addColumn<QString>("message"); // "" when it is done
+
+    using P = eval::Parameter;
+    QTest::newRow("a value beyond the bounds is kept") << "add" << -1 << P{"d", 9, 0, 1, 0.5} << "";
+    QTest::newRow("a name taken") << "add" << -1 << P{"a"} << "There is a parameter a already.";
+    QTest::newRow("e") << "add" << -1 << P{"e"} << "'e' cannot be a parameter";
+    QTest::newRow("not a number") << "add" << -1 << P{"d", qQNaN()} << "must be numbers";
+    QTest::newRow("minimum at maximum") << "add" << -1 << P{"d", 1, 2, 2} << "minimum of d must be less";
+    QTest::newRow("a step of 0") << "add" << -1 << P{"d", 1, -5, 5, 0} << "step of d must be greater than 0";
+    QTest::newRow("new value and bounds") << "change" << 1 << P{"b", 2, -1, 3, 0.5} << "";
+    QTest::newRow("an unused one renamed") << "change" << 2 << P{"k"} << "";
+    QTest::newRow("a used one renamed") << "change" << 0 << P{"k"} << "a cannot be renamed: a*x uses it";
+    QTest::newRow("a used one deleted") << "remove" << 1 << P{} << "b cannot be deleted: 2b*x+1 and sin(b*x) use it";
+    QTest::newRow("an unused one deleted") << "remove" << 2 << P{} << "";
+}
+
+void TestModel::parameterEdits()
+{
+    QFETCH(QString, operation);
+    QFETCH(int, index);
+    QFETCH(eval::Parameter, parameter);
+    QFETCH(QString, message);
+
+    AppState state;
+    ScriptedPrompter prompter;
+    for (const char* name : {"a", "b", "c"})
+        QVERIFY(addParameter(state, prompter, {QString::fromLatin1(name)}));
+    addSteps(state, prompter, {"a*x", "2b*x+1", "sin(b*x)"});
+    const eval::ParameterList before = state.parameters;
+    const bool done = operation == u"add"      ? addParameter(state, prompter, parameter)
+                      : operation == u"change" ? changeParameter(state, prompter, index, parameter)
+                                               : removeParameter(state, prompter, index);
+    QCOMPARE(done, message.isEmpty());
+    QCOMPARE(prompter.messages.size(), done ? 0 : 1);
+    if (!done) {
+        QVERIFY2(prompter.messages[0].contains(message), qPrintable(prompter.messages[0]));
+        QVERIFY(state.parameters == before);
+    } else if (operation == u"remove") {
+        QCOMPARE(eval::parameterIndex(state.parameters, before[std::size_t(index)].name), -1);
+    } else {
+        QCOMPARE(state.parameters[index < 0 ? state.parameters.size() - 1 : std::size_t(index)], parameter);
+        // A new value reaches the functions that use it.
+        QCOMPARE(state.graphs[1].formula->evaluate(1), 2 * state.parameters[1].value + 1);
+    }
 }
 
 QTEST_GUILESS_MAIN(TestModel)

@@ -130,10 +130,12 @@ private:
         case Kind::Type:
             box->lineEdit()->clear();
             typeText(box->lineEdit(), act.text);
+            prompter.answers = {Button::No}; // a letter offered as a parameter is declined
             if (act.a % 2)
                 QTest::keyClick(box->lineEdit(), Qt::Key_Return);
             else
                 click(QStringLiteral("Command1_0"));
+            prompter.answers.clear();
             break;
         case Kind::Delete:
             if (act.a % 4 < box->count())

@@ -1,0 +1,69 @@
+#include "app/cli_parameters.h"
+
+#include "plot/coordinates.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <cmath>
+
+namespace curvix::app::cli {
+
+std::optional<double> readNumberArgument(const QString& text)
+{
+    if (const std::optional<double> value = plot::readRangeNumber(text))
+        return value;
+    bool ok = false;
+    double value = QLocale::c().toDouble(text.trimmed(), &ok);
+    if (!ok)
+        value = QLocale().toDouble(text.trimmed(), &ok);
+    return ok ? std::optional<double>(value) : std::nullopt;
+}
+
+bool readParameterArguments(const QStringList& values, const QString& variable,
+                            eval::ParameterList& parameters, QString& problem)
+{
+    for (const QString& text : values) {
+        const qsizetype equals = text.indexOf(QLatin1Char('='));
+        const QString name = text.left(equals).trimmed();
+        const double value =
+            equals < 0 ? qQNaN() : readNumberArgument(text.mid(equals + 1)).value_or(qQNaN());
+        if (equals < 0)
+            problem = QStringLiteral("--param: '%1' is not NAME=VALUE, such as a=2").arg(text);
+        else if (!eval::isParameterName(name, variable))
+            problem = QStringLiteral("--param: '%1' is not a parameter name: one small letter, "
+                                     "neither e nor the variable %2")
+                          .arg(name, variable);
+        else if (eval::parameterIndex(parameters, name) >= 0)
+            problem = QStringLiteral("--param: %1 is given twice").arg(name);
+        else if (!std::isfinite(value))
+            problem = QStringLiteral("--param: '%1' is not a number").arg(text.mid(equals + 1));
+        if (!problem.isEmpty())
+            return false;
+        eval::Parameter parameter{name, value};
+        // The slider's range takes in the value given.
+        parameter.minimum = std::min(parameter.minimum, std::floor(value));
+        parameter.maximum = std::max(parameter.maximum, std::ceil(value));
+        parameters.push_back(parameter);
+    }
+    return true;
+}
+
+std::optional<QString> undeclaredParameters(const QString& formula, const QString& variable,
+                                            const eval::ParameterList& parameters)
+{
+    const QStringList letters = eval::undeclaredLetters(formula, variable, parameters);
+    if (letters.isEmpty())
+        return std::nullopt;
+    QStringList hints;
+    for (const QString& letter : letters)
+        hints << QStringLiteral("--param %1=VALUE").arg(letter);
+    return (letters.size() == 1
+                ? QStringLiteral("curvix: '%1' uses %2, which is not a parameter; give it a "
+                                 "value with %3")
+                : QStringLiteral("curvix: '%1' uses %2, which are not parameters; give each a "
+                                 "value with %3"))
+        .arg(formula, letters.join(QStringLiteral(", ")), hints.join(QLatin1Char(' ')));
+}
+
+} // namespace curvix::app::cli
