@@ -75,8 +75,7 @@ int runSymbolic(const CommandLine& line, QTextStream& out, QTextStream& err)
     eval::SymbolicOptions options; // the answer is read and written in the angle unit
     if (line.angle)
         options.angleUnit = int(*line.angle);
-    for (const eval::Parameter& p : line.parameters)
-        options.parameters << p.name;
+    options.parameters = eval::parameterNames(line.parameters);
     const QString variable = model::labelVariable(line.label);
     // One line for one failure: the primitive's two message boxes say the same thing.
     bool reported = false;

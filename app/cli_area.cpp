@@ -35,8 +35,7 @@ Formula exactPrimitive(const QString& text, model::AngleUnit angle,
 {
     eval::SymbolicOptions options;
     options.angleUnit = int(angle);
-    for (const eval::Parameter& p : parameters)
-        options.parameters << p.name;
+    options.parameters = eval::parameterNames(parameters);
     const eval::Report quiet = [](const QString&) {};
     const QString primitive = eval::SymbolicPrimitive(text, QStringLiteral("x"), quiet, options);
     QString unused;

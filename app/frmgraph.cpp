@@ -1,5 +1,6 @@
 #include "app/frmgraph.h"
 
+#include "app/area_tools.h"
 #include "app/color_actions.h"
 #include "app/curve_tools.h"
 #include "app/demonstration.h"
@@ -12,6 +13,7 @@
 #include "app/frmtangent.h"
 #include "app/help_window.h"
 #include "app/plot_labels.h"
+#include "app/parameter_actions.h"
 #include "app/plot_view.h"
 #include "app/plot_widget.h"
 #include "app/point_marks.h"
@@ -76,6 +78,8 @@ frmgraph::frmgraph(model::Prompter& prompter, QWidget* parent)
         {[this] { return captureDrawing(); },
          [this](const model::Drawing& drawing, QString* error) { return showDrawing(drawing, error); }});
     m_document->addToMenus(*m_actions);
+    m_parameters = new ParameterActions(m_state, m_prompter, this);
+    m_areas = new AreaTools(m_state, *m_status, this);
     connect(&m_plotView->labels(), &PlotLabels::changed, m_document, [this] { m_document->checkpoint(); });
     setAcceptDrops(true);
 
@@ -83,6 +87,7 @@ frmgraph::frmgraph(model::Prompter& prompter, QWidget* parent)
     createToolBar();
     connectParts();
     connectCommands();
+    connectParameters();
     createKeyboardShortcuts();
     m_state.startView = m_state.view;
     updateActions();
@@ -319,7 +324,10 @@ void frmgraph::redraw()
         m_plotView->equalScaleShown();
     }
     m_curveTools->pauseForRedraw();
+    m_symbolic->setParameterNames(eval::parameterNames(m_state.parameters));
+    m_areas->preparePrimitives();
     m_plotView->redraw(redrawOptions());
+    m_parameters->refresh();
     m_ranges->setSettingUp(false);
     ++m_redraws;
     m_curveTools->afterRedraw();

@@ -16,12 +16,14 @@ class QToolButton;
 
 namespace curvix::app {
 
+class AreaTools;
 class ColorActions;
 class CurveTools;
 class Demonstration;
 class DocumentActions;
 class EntryPanel;
 class ExportActions;
+class ParameterActions;
 class PlotView;
 class PlotWidget;
 class RangePanel;
@@ -49,6 +51,8 @@ public:
     Demonstration& demonstration() const { return *m_demonstration; }
     SymbolicRunner& symbolicRunner() const { return *m_symbolic; }
     DocumentActions& document() const { return *m_document; }
+    ParameterActions& parameters() const { return *m_parameters; }
+    AreaTools& areaTools() const { return *m_areas; }
 
     // The full redraw of the plot; every change of the drawing ends in one call of it.
     void redraw();
@@ -69,6 +73,8 @@ private:
     void createToolBar();
     void connectParts();
     void connectCommands();
+    // The parameters' dock and the area commands.
+    void connectParameters();
     void createKeyboardShortcuts();
     // Enables the commands that need a function: Delete, Derivative, Primitive, Trace.
     void updateActions();
@@ -129,6 +135,8 @@ private:
     Demonstration* m_demonstration = nullptr;
     SymbolicRunner* m_symbolic = nullptr;
     DocumentActions* m_document = nullptr;
+    ParameterActions* m_parameters = nullptr;
+    AreaTools* m_areas = nullptr;
     bool m_dragContinues = false; // the redraw of a drag after its first step
     QTimer* m_redrawTimer = nullptr; // runs the redraw that waits, made on first use
     bool m_pendingContinues = false; // the waiting redraw only continues a drag

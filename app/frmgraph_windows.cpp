@@ -2,15 +2,29 @@
 // on first use and raised when asked for again.
 #include "app/frmgraph.h"
 
+#include "app/area_tools.h"
 #include "app/demonstration.h"
 #include "app/entry_panel.h"
 #include "app/frmsettings.h"
 #include "app/frmtangent.h"
+#include "app/parameter_actions.h"
+#include "app/window_actions.h"
 #include "model/strings.h"
 
 namespace curvix::app {
 
 using model::LoadResString;
+
+void frmgraph::connectParameters()
+{
+    m_parameters->addToMenus(*m_actions);
+    m_areas->addToMenus(*m_actions, [this] { return selectedEntry(); });
+    // A slider redraws as the wheel does: moves faster than the frames give one redraw.
+    connect(m_parameters, &ParameterActions::valueMoved, this, &frmgraph::redrawSoon);
+    connect(m_parameters, &ParameterActions::changed, this, &frmgraph::redraw);
+    connect(m_areas, &AreaTools::changed, this, &frmgraph::redraw);
+    connect(m_areas, &AreaTools::redrawNeeded, this, &frmgraph::redraw);
+}
 
 frmtangent* frmgraph::tangentWindow()
 {

@@ -34,6 +34,8 @@ public:
     bool busy() const;
     // Options every request starts from (the time limit, or a stand-in library in tests).
     void setBaseOptions(const eval::SymbolicOptions& options) { m_baseOptions = options; }
+    // The drawing's parameters, which answers keep as symbols.
+    void setParameterNames(const QStringList& names) { m_baseOptions.parameters = names; }
     // Whether a text is the remembered derivative or primitive of a source text.
     model::LinkCheck& linkCheck() { return m_links; }
 

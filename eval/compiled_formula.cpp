@@ -31,9 +31,7 @@ std::shared_ptr<const CompiledFormula> CompiledFormula::compile(const QString& p
                                                                 QString* message,
                                                                 const ParameterList& parameters)
 {
-    QStringList names{variable};
-    for (const Parameter& p : parameters)
-        names << p.name;
+    const QStringList names = QStringList{variable} + parameterNames(parameters);
     ParseResult parsed = parseFormula(preparedText, names);
     if (error)
         *error = parsed.error;

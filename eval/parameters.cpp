@@ -96,6 +96,14 @@ int parameterIndex(const ParameterList& parameters, const QString& name)
     return -1;
 }
 
+QStringList parameterNames(const ParameterList& parameters)
+{
+    QStringList names;
+    for (const Parameter& p : parameters)
+        names << p.name;
+    return names;
+}
+
 QString splitParameterProducts(const QString& text, const QString& variable,
                                const ParameterList& parameters)
 {

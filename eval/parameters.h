@@ -26,6 +26,8 @@ bool isParameterName(const QString& name, const QString& variable);
 
 // The index of the parameter with this name, -1 when none is declared so.
 int parameterIndex(const ParameterList& parameters, const QString& name);
+// The declared names in order.
+QStringList parameterNames(const ParameterList& parameters);
 
 // Letters written together are a product when each is the variable or a declared
 // parameter and one at least is a parameter: "ax^2+bx+c" becomes "a*x^2+b*x+c" and "2ab"

@@ -2,6 +2,33 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en">
 <context>
+    <name>Area</name>
+    <message>
+        <source>The integral diverges on %1.</source>
+        <translation>The integral diverges on %1.</translation>
+    </message>
+    <message>
+        <source>The function is not defined on the whole interval %1.</source>
+        <translation>The function is not defined on the whole interval %1.</translation>
+    </message>
+    <message>
+        <source>∫ diverges</source>
+        <translation>∫ diverges</translation>
+    </message>
+    <message>
+        <source>∫ not defined</source>
+        <translation>∫ not defined</translation>
+    </message>
+    <message>
+        <source>   area = %1</source>
+        <translation>   area = %1</translation>
+    </message>
+    <message>
+        <source>∫ from %1 to %2 = %3   area = %4</source>
+        <translation>∫ from %1 to %2 = %3   area = %4</translation>
+    </message>
+</context>
+<context>
     <name>DrawingText</name>
     <message>
         <source>it is empty</source>
@@ -103,6 +130,34 @@
         <source>the file is damaged: %1 at byte %2</source>
         <translation>the file is damaged: %1 at byte %2</translation>
     </message>
+    <message>
+        <source>function %1 &apos;%2&apos; uses %3, which the drawing does not declare as parameters</source>
+        <translation>function %1 &apos;%2&apos; uses %3, which the drawing does not declare as parameters</translation>
+    </message>
+    <message>
+        <source>an area lies under curve %1, which is not in the drawing</source>
+        <translation>an area lies under curve %1, which is not in the drawing</translation>
+    </message>
+    <message>
+        <source>is not a small letter other than e and the variable</source>
+        <translation>is not a small letter other than e and the variable</translation>
+    </message>
+    <message>
+        <source>names a parameter declared before</source>
+        <translation>names a parameter declared before</translation>
+    </message>
+    <message>
+        <source>is not below max</source>
+        <translation>is not below max</translation>
+    </message>
+    <message>
+        <source>is not greater than 0</source>
+        <translation>is not greater than 0</translation>
+    </message>
+    <message>
+        <source>names a curve, but the drawing has none</source>
+        <translation>names a curve, but the drawing has none</translation>
+    </message>
 </context>
 <context>
     <name>Formula</name>
@@ -157,6 +212,65 @@
     <message>
         <source>The formula is too complex</source>
         <translation>The formula is too complex</translation>
+    </message>
+</context>
+<context>
+    <name>ParameterText</name>
+    <message>
+        <source>%1 is a parameter of the drawing; it cannot be the variable too.</source>
+        <translation>%1 is a parameter of the drawing; it cannot be the variable too.</translation>
+    </message>
+    <message>
+        <source>%1 and %2</source>
+        <translation>%1 and %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be a parameter: a parameter is one small letter from a to z, neither e nor the variable %2</source>
+        <translation>&apos;%1&apos; cannot be a parameter: a parameter is one small letter from a to z, neither e nor the variable %2</translation>
+    </message>
+    <message>
+        <source>There is a parameter %1 already.</source>
+        <translation>There is a parameter %1 already.</translation>
+    </message>
+    <message>
+        <source>The value, the bounds and the step of %1 must be numbers.</source>
+        <translation>The value, the bounds and the step of %1 must be numbers.</translation>
+    </message>
+    <message>
+        <source>The minimum of %1 must be less than its maximum.</source>
+        <translation>The minimum of %1 must be less than its maximum.</translation>
+    </message>
+    <message>
+        <source>The step of %1 must be greater than 0.</source>
+        <translation>The step of %1 must be greater than 0.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be renamed: %2 uses it</source>
+        <translation>%1 cannot be renamed: %2 uses it</translation>
+    </message>
+    <message>
+        <source>%1 cannot be renamed: %2 use it</source>
+        <translation>%1 cannot be renamed: %2 use it</translation>
+    </message>
+    <message>
+        <source>%1 cannot be deleted: %2 uses it</source>
+        <translation>%1 cannot be deleted: %2 uses it</translation>
+    </message>
+    <message>
+        <source>%1 cannot be deleted: %2 use it</source>
+        <translation>%1 cannot be deleted: %2 use it</translation>
+    </message>
+    <message>
+        <source>the value %1, from %2 to %3 in steps of %4</source>
+        <translation>the value %1, from %2 to %3 in steps of %4</translation>
+    </message>
+    <message>
+        <source>The formula uses %1, which is not a parameter yet. Make %1 a parameter with %2?</source>
+        <translation>The formula uses %1, which is not a parameter yet. Make %1 a parameter with %2?</translation>
+    </message>
+    <message>
+        <source>The formula uses %1, which are not parameters yet. Make them parameters with %2?</source>
+        <translation>The formula uses %1, which are not parameters yet. Make them parameters with %2?</translation>
     </message>
 </context>
 <context>
@@ -1654,6 +1768,17 @@ Do you want to replace it?</translation>
     </message>
 </context>
 <context>
+    <name>curvix::app::AreaTools</name>
+    <message>
+        <source>&amp;Area…</source>
+        <translation>&amp;Area…</translation>
+    </message>
+    <message>
+        <source>Remove Area&amp;s</source>
+        <translation>Remove Area&amp;s</translation>
+    </message>
+</context>
+<context>
     <name>curvix::app::CurveTools</name>
     <message>
         <source>TRACE</source>
@@ -1680,6 +1805,147 @@ Do you want to replace it?</translation>
     <message>
         <source>%1, denominator</source>
         <translation>%1, denominator</translation>
+    </message>
+</context>
+<context>
+    <name>curvix::app::ParameterActions</name>
+    <message>
+        <source>Parameters</source>
+        <translation>Parameters</translation>
+    </message>
+    <message>
+        <source>Para&amp;meters</source>
+        <translation>Para&amp;meters</translation>
+    </message>
+</context>
+<context>
+    <name>curvix::app::ParameterDialog</name>
+    <message>
+        <source>Add a parameter</source>
+        <translation>Add a parameter</translation>
+    </message>
+    <message>
+        <source>Parameter %1</source>
+        <translation>Parameter %1</translation>
+    </message>
+    <message>
+        <source>&amp;Name:</source>
+        <translation>&amp;Name:</translation>
+    </message>
+    <message>
+        <source>&amp;Value:</source>
+        <translation>&amp;Value:</translation>
+    </message>
+    <message>
+        <source>M&amp;inimum:</source>
+        <translation>M&amp;inimum:</translation>
+    </message>
+    <message>
+        <source>M&amp;aximum:</source>
+        <translation>M&amp;aximum:</translation>
+    </message>
+    <message>
+        <source>&amp;Step:</source>
+        <translation>&amp;Step:</translation>
+    </message>
+    <message>
+        <source>The name must be one small letter, such as a.</source>
+        <translation>The name must be one small letter, such as a.</translation>
+    </message>
+    <message>
+        <source>The name cannot be e: e is Euler&apos;s number.</source>
+        <translation>The name cannot be e: e is Euler&apos;s number.</translation>
+    </message>
+    <message>
+        <source>The name cannot be %1: it is the drawing&apos;s variable.</source>
+        <translation>The name cannot be %1: it is the drawing&apos;s variable.</translation>
+    </message>
+    <message>
+        <source>There is already a parameter %1.</source>
+        <translation>There is already a parameter %1.</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Value</translation>
+    </message>
+    <message>
+        <source>Minimum</source>
+        <translation>Minimum</translation>
+    </message>
+    <message>
+        <source>Maximum</source>
+        <translation>Maximum</translation>
+    </message>
+    <message>
+        <source>Step</source>
+        <translation>Step</translation>
+    </message>
+    <message>
+        <source>The %1 box needs a number, such as 2, %2 or 2π.</source>
+        <translation>The %1 box needs a number, such as 2, %2 or 2π.</translation>
+    </message>
+    <message>
+        <source>The minimum must be below the maximum.</source>
+        <translation>The minimum must be below the maximum.</translation>
+    </message>
+    <message>
+        <source>The step must be above 0.</source>
+        <translation>The step must be above 0.</translation>
+    </message>
+    <message>
+        <source>The value must lie between the minimum and the maximum.</source>
+        <translation>The value must lie between the minimum and the maximum.</translation>
+    </message>
+</context>
+<context>
+    <name>curvix::app::ParameterPanel</name>
+    <message>
+        <source>No parameters. Type a formula with a letter such as a, or press Add.</source>
+        <translation>No parameters. Type a formula with a letter such as a, or press Add.</translation>
+    </message>
+    <message>
+        <source>&amp;Add...</source>
+        <translation>&amp;Add...</translation>
+    </message>
+    <message>
+        <source>Add a parameter</source>
+        <translation>Add a parameter</translation>
+    </message>
+    <message>
+        <source>Value of %1</source>
+        <translation>Value of %1</translation>
+    </message>
+    <message>
+        <source>Slider for %1</source>
+        <translation>Slider for %1</translation>
+    </message>
+    <message>
+        <source>Play %1</source>
+        <translation>Play %1</translation>
+    </message>
+    <message>
+        <source>Sweep %1 between its bounds and back</source>
+        <translation>Sweep %1 between its bounds and back</translation>
+    </message>
+    <message>
+        <source>Edit %1</source>
+        <translation>Edit %1</translation>
+    </message>
+    <message>
+        <source>Value, bounds and step of %1</source>
+        <translation>Value, bounds and step of %1</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>Remove %1</translation>
+    </message>
+    <message>
+        <source>From %1 to %2 in steps of %3</source>
+        <translation>From %1 to %2 in steps of %3</translation>
+    </message>
+    <message>
+        <source>Stop %1</source>
+        <translation>Stop %1</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,33 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="sv">
 <context>
+    <name>Area</name>
+    <message>
+        <source>The integral diverges on %1.</source>
+        <translation>Integralen divergerar på %1.</translation>
+    </message>
+    <message>
+        <source>The function is not defined on the whole interval %1.</source>
+        <translation>Funktionen är inte definierad på hela intervallet %1.</translation>
+    </message>
+    <message>
+        <source>∫ diverges</source>
+        <translation>∫ divergerar</translation>
+    </message>
+    <message>
+        <source>∫ not defined</source>
+        <translation>∫ inte definierad</translation>
+    </message>
+    <message>
+        <source>   area = %1</source>
+        <translation>   area = %1</translation>
+    </message>
+    <message>
+        <source>∫ from %1 to %2 = %3   area = %4</source>
+        <translation>∫ från %1 till %2 = %3   area = %4</translation>
+    </message>
+</context>
+<context>
     <name>DrawingText</name>
     <message>
         <source>it is empty</source>
@@ -103,6 +130,34 @@
         <source>the file is damaged: %1 at byte %2</source>
         <translation>filen är skadad: %1 vid byte %2</translation>
     </message>
+    <message>
+        <source>function %1 &apos;%2&apos; uses %3, which the drawing does not declare as parameters</source>
+        <translation>funktion %1 &apos;%2&apos; använder %3, som ritningen inte anger som parametrar</translation>
+    </message>
+    <message>
+        <source>an area lies under curve %1, which is not in the drawing</source>
+        <translation>en area ligger under kurva %1, som inte finns i ritningen</translation>
+    </message>
+    <message>
+        <source>is not a small letter other than e and the variable</source>
+        <translation>är inte en liten bokstav annan än e och variabeln</translation>
+    </message>
+    <message>
+        <source>names a parameter declared before</source>
+        <translation>namnger en parameter som redan finns</translation>
+    </message>
+    <message>
+        <source>is not below max</source>
+        <translation>är inte mindre än max</translation>
+    </message>
+    <message>
+        <source>is not greater than 0</source>
+        <translation>är inte större än 0</translation>
+    </message>
+    <message>
+        <source>names a curve, but the drawing has none</source>
+        <translation>namnger en kurva, men ritningen har ingen</translation>
+    </message>
 </context>
 <context>
     <name>Formula</name>
@@ -157,6 +212,65 @@
     <message>
         <source>The formula is too complex</source>
         <translation>Formeln är för komplicerad</translation>
+    </message>
+</context>
+<context>
+    <name>ParameterText</name>
+    <message>
+        <source>%1 is a parameter of the drawing; it cannot be the variable too.</source>
+        <translation>%1 är en parameter i ritningen; den kan inte också vara variabeln.</translation>
+    </message>
+    <message>
+        <source>%1 and %2</source>
+        <translation>%1 och %2</translation>
+    </message>
+    <message>
+        <source>&apos;%1&apos; cannot be a parameter: a parameter is one small letter from a to z, neither e nor the variable %2</source>
+        <translation>&apos;%1&apos; kan inte vara en parameter: en parameter är en liten bokstav från a till z, varken e eller variabeln %2</translation>
+    </message>
+    <message>
+        <source>There is a parameter %1 already.</source>
+        <translation>Det finns redan en parameter %1.</translation>
+    </message>
+    <message>
+        <source>The value, the bounds and the step of %1 must be numbers.</source>
+        <translation>Värdet, gränserna och steget för %1 måste vara tal.</translation>
+    </message>
+    <message>
+        <source>The minimum of %1 must be less than its maximum.</source>
+        <translation>Minimum för %1 måste vara mindre än dess maximum.</translation>
+    </message>
+    <message>
+        <source>The step of %1 must be greater than 0.</source>
+        <translation>Steget för %1 måste vara större än 0.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be renamed: %2 uses it</source>
+        <translation>%1 kan inte byta namn: %2 använder den</translation>
+    </message>
+    <message>
+        <source>%1 cannot be renamed: %2 use it</source>
+        <translation>%1 kan inte byta namn: %2 använder den</translation>
+    </message>
+    <message>
+        <source>%1 cannot be deleted: %2 uses it</source>
+        <translation>%1 kan inte tas bort: %2 använder den</translation>
+    </message>
+    <message>
+        <source>%1 cannot be deleted: %2 use it</source>
+        <translation>%1 kan inte tas bort: %2 använder den</translation>
+    </message>
+    <message>
+        <source>the value %1, from %2 to %3 in steps of %4</source>
+        <translation>värdet %1, från %2 till %3 i steg om %4</translation>
+    </message>
+    <message>
+        <source>The formula uses %1, which is not a parameter yet. Make %1 a parameter with %2?</source>
+        <translation>Formeln använder %1, som ännu inte är en parameter. Gör %1 till en parameter med %2?</translation>
+    </message>
+    <message>
+        <source>The formula uses %1, which are not parameters yet. Make them parameters with %2?</source>
+        <translation>Formeln använder %1, som ännu inte är parametrar. Gör dem till parametrar med %2?</translation>
     </message>
 </context>
 <context>
@@ -1654,6 +1768,17 @@ Vill du ersätta den?</translation>
     </message>
 </context>
 <context>
+    <name>curvix::app::AreaTools</name>
+    <message>
+        <source>&amp;Area…</source>
+        <translation>Ar&amp;ea…</translation>
+    </message>
+    <message>
+        <source>Remove Area&amp;s</source>
+        <translation>Ta bort are&amp;or</translation>
+    </message>
+</context>
+<context>
     <name>curvix::app::CurveTools</name>
     <message>
         <source>TRACE</source>
@@ -1680,6 +1805,147 @@ Vill du ersätta den?</translation>
     <message>
         <source>%1, denominator</source>
         <translation>%1, nämnare</translation>
+    </message>
+</context>
+<context>
+    <name>curvix::app::ParameterActions</name>
+    <message>
+        <source>Parameters</source>
+        <translation>Parametrar</translation>
+    </message>
+    <message>
+        <source>Para&amp;meters</source>
+        <translation>Para&amp;metrar</translation>
+    </message>
+</context>
+<context>
+    <name>curvix::app::ParameterDialog</name>
+    <message>
+        <source>Add a parameter</source>
+        <translation>Lägg till en parameter</translation>
+    </message>
+    <message>
+        <source>Parameter %1</source>
+        <translation>Parameter %1</translation>
+    </message>
+    <message>
+        <source>&amp;Name:</source>
+        <translation>&amp;Namn:</translation>
+    </message>
+    <message>
+        <source>&amp;Value:</source>
+        <translation>&amp;Värde:</translation>
+    </message>
+    <message>
+        <source>M&amp;inimum:</source>
+        <translation>M&amp;inimum:</translation>
+    </message>
+    <message>
+        <source>M&amp;aximum:</source>
+        <translation>M&amp;aximum:</translation>
+    </message>
+    <message>
+        <source>&amp;Step:</source>
+        <translation>&amp;Steg:</translation>
+    </message>
+    <message>
+        <source>The name must be one small letter, such as a.</source>
+        <translation>Namnet måste vara en liten bokstav, till exempel a.</translation>
+    </message>
+    <message>
+        <source>The name cannot be e: e is Euler&apos;s number.</source>
+        <translation>Namnet kan inte vara e: e är Eulers tal.</translation>
+    </message>
+    <message>
+        <source>The name cannot be %1: it is the drawing&apos;s variable.</source>
+        <translation>Namnet kan inte vara %1: det är ritningens variabel.</translation>
+    </message>
+    <message>
+        <source>There is already a parameter %1.</source>
+        <translation>Det finns redan en parameter %1.</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>Värde</translation>
+    </message>
+    <message>
+        <source>Minimum</source>
+        <translation>Minimum</translation>
+    </message>
+    <message>
+        <source>Maximum</source>
+        <translation>Maximum</translation>
+    </message>
+    <message>
+        <source>Step</source>
+        <translation>Steg</translation>
+    </message>
+    <message>
+        <source>The %1 box needs a number, such as 2, %2 or 2π.</source>
+        <translation>Rutan %1 behöver ett tal, till exempel 2, %2 eller 2π.</translation>
+    </message>
+    <message>
+        <source>The minimum must be below the maximum.</source>
+        <translation>Minimum måste vara mindre än maximum.</translation>
+    </message>
+    <message>
+        <source>The step must be above 0.</source>
+        <translation>Steget måste vara större än 0.</translation>
+    </message>
+    <message>
+        <source>The value must lie between the minimum and the maximum.</source>
+        <translation>Värdet måste ligga mellan minimum och maximum.</translation>
+    </message>
+</context>
+<context>
+    <name>curvix::app::ParameterPanel</name>
+    <message>
+        <source>No parameters. Type a formula with a letter such as a, or press Add.</source>
+        <translation>Inga parametrar. Skriv en formel med en bokstav som a, eller tryck Lägg till.</translation>
+    </message>
+    <message>
+        <source>&amp;Add...</source>
+        <translation>&amp;Lägg till...</translation>
+    </message>
+    <message>
+        <source>Add a parameter</source>
+        <translation>Lägg till en parameter</translation>
+    </message>
+    <message>
+        <source>Value of %1</source>
+        <translation>Värdet av %1</translation>
+    </message>
+    <message>
+        <source>Slider for %1</source>
+        <translation>Reglage för %1</translation>
+    </message>
+    <message>
+        <source>Play %1</source>
+        <translation>Spela %1</translation>
+    </message>
+    <message>
+        <source>Sweep %1 between its bounds and back</source>
+        <translation>Svep %1 mellan gränserna och tillbaka</translation>
+    </message>
+    <message>
+        <source>Edit %1</source>
+        <translation>Redigera %1</translation>
+    </message>
+    <message>
+        <source>Value, bounds and step of %1</source>
+        <translation>Värde, gränser och steg för %1</translation>
+    </message>
+    <message>
+        <source>Remove %1</source>
+        <translation>Ta bort %1</translation>
+    </message>
+    <message>
+        <source>From %1 to %2 in steps of %3</source>
+        <translation>Från %1 till %2 i steg om %3</translation>
+    </message>
+    <message>
+        <source>Stop %1</source>
+        <translation>Stoppa %1</translation>
     </message>
 </context>
 <context>

@@ -1,0 +1,148 @@
+#include "app/area_tools.h"
+
+#include "app/area_dialog.h"
+#include "app/status_panels.h"
+#include "app/window_actions.h"
+#include "eval/formula.h"
+#include "eval/symbolic.h"
+#include "plot/area.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QtConcurrent/QtConcurrentRun>
+
+namespace curvix::app {
+
+namespace {
+
+QString variableOf(const model::AppState& state)
+{
+    return state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
+}
+
+} // namespace
+
+AreaTools::AreaTools(model::AppState& state, StatusPanels& status, QWidget* window)
+    : QObject(window), m_state(state), m_status(status), m_window(window)
+{
+    connect(&m_watcher, &QFutureWatcher<QString>::finished, this, &AreaTools::takePrimitive);
+}
+
+AreaTools::~AreaTools()
+{
+    // The worker may not outlive the window that waits for it.
+    m_cancel->store(true);
+    m_watcher.waitForFinished();
+}
+
+void AreaTools::addToMenus(WindowActions& actions, std::function<int()> selectedEntry)
+{
+    m_area = new QAction(tr("&Area…"), this);
+    m_area->setObjectName(QStringLiteral("mnupoparea"));
+    m_remove = new QAction(tr("Remove Area&s"), this);
+    m_remove->setObjectName(QStringLiteral("mnupopremoveareas"));
+    actions.functionPopup->insertActions(actions.popupDemonstration, {m_area, m_remove});
+    connect(actions.functionPopup, &QMenu::aboutToShow, this,
+            [this, selectedEntry] { updateActions(selectedEntry()); });
+    connect(m_area, &QAction::triggered, this, [this, selectedEntry] { askArea(selectedEntry()); });
+    connect(m_remove, &QAction::triggered, this,
+            [this, selectedEntry] { removeAreas(selectedEntry()); });
+}
+
+void AreaTools::updateActions(int entry)
+{
+    const bool drawn = entry >= 0 && entry < int(m_state.graphs.size());
+    bool hasArea = false;
+    for (const model::AreaRegion& region : m_state.areas)
+        hasArea = hasArea || region.curve == entry;
+    if (m_area) {
+        m_area->setEnabled(drawn);
+        m_remove->setEnabled(drawn && hasArea);
+    }
+}
+
+void AreaTools::askArea(int entry)
+{
+    if (entry < 0 || entry >= int(m_state.graphs.size()))
+        return;
+    const model::GraphEntry& graph = m_state.graphs[std::size_t(entry)];
+    if (!graph.formula)
+        return;
+    const auto [a, b] = plot::defaultAreaBounds(*graph.formula, m_state.view);
+    const QString shown = QString(graph.text).replace(eval::kPiChar, QChar(0x03C0));
+    const auto bounds = askAreaBounds(m_window, shown, a, b);
+    if (!bounds)
+        return;
+    m_state.areas.push_back({entry, bounds->first, bounds->second});
+    m_state.documentChanged = true;
+    emit changed();
+    if (m_state.areaReadouts.size() == m_state.areas.size())
+        m_status.showMessage(plot::areaStatusText(m_state.areaReadouts.back().value,
+                                                  bounds->first, bounds->second));
+}
+
+void AreaTools::removeAreas(int entry)
+{
+    const auto before = m_state.areas.size();
+    std::erase_if(m_state.areas, [entry](const model::AreaRegion& r) { return r.curve == entry; });
+    if (m_state.areas.size() == before)
+        return;
+    m_state.documentChanged = true;
+    emit changed();
+}
+
+QString AreaTools::keyFor(const QString& text) const
+{
+    return QStringLiteral("%1\n%2\n%3\n%4")
+        .arg(text, variableOf(m_state))
+        .arg(int(m_state.angleUnit))
+        .arg(eval::parameterNames(m_state.parameters).join(u','));
+}
+
+void AreaTools::preparePrimitives()
+{
+    m_state.areaReadouts.resize(m_state.areas.size());
+    for (std::size_t i = 0; i < m_state.areas.size(); ++i) {
+        const qint32 curve = m_state.areas[i].curve;
+        if (curve < 0 || curve >= qint32(m_state.graphs.size()))
+            continue;
+        const QString text = m_state.graphs[std::size_t(curve)].text;
+        const QString key = keyFor(text);
+        if (const auto known = m_primitives.find(key); known != m_primitives.end()) {
+            m_state.areaReadouts[i].primitive = known->second;
+            continue;
+        }
+        m_state.areaReadouts[i].primitive.clear();
+        if (m_watcher.isRunning())
+            continue; // one request at a time: the next redraw asks for the rest
+        m_asking = key;
+        eval::SymbolicOptions options;
+        options.angleUnit = int(m_state.angleUnit);
+        options.parameters = eval::parameterNames(m_state.parameters);
+        options.cancel = m_cancel;
+        const QString variable = variableOf(m_state);
+        m_watcher.setFuture(QtConcurrent::run([text, variable, options] {
+            return eval::SymbolicPrimitive(text, variable, {}, options);
+        }));
+    }
+}
+
+void AreaTools::takePrimitive()
+{
+    const QString answer = m_watcher.result();
+    QString prepared;
+    if (!answer.isEmpty()) {
+        // The answer is written like a typed formula, with the pi character.
+        eval::ExpressionEvaluator evaluator;
+        const QString variable = m_asking.section(u'\n', 1, 1);
+        prepared = eval::PrepareExpressionText(evaluator, answer, QStringLiteral("f(%1)").arg(variable),
+                                               {}, QLocale::c(), m_state.parameters);
+    }
+    m_primitives[m_asking] = prepared;
+    if (!prepared.isEmpty())
+        emit redrawNeeded();
+    else
+        preparePrimitives(); // the next curve still without an answer is asked
+}
+
+} // namespace curvix::app

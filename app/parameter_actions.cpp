@@ -1,0 +1,90 @@
+#include "app/parameter_actions.h"
+
+#include "app/parameter_panel.h"
+#include "app/window_actions.h"
+#include "model/parameter_list.h"
+
+#include <QAction>
+#include <QDockWidget>
+#include <QMainWindow>
+#include <QMenu>
+
+namespace curvix::app {
+
+ParameterActions::ParameterActions(model::AppState& state, model::Prompter& prompter,
+                                   QMainWindow* window)
+    : QObject(window), m_state(state), m_prompter(prompter)
+{
+    m_dock = new QDockWidget(tr("Parameters"), window);
+    m_dock->setObjectName(QStringLiteral("parameterDock"));
+    m_dock->setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable);
+    m_panel = new ParameterPanel(m_dock);
+    m_dock->setWidget(m_panel);
+    window->addDockWidget(Qt::RightDockWidgetArea, m_dock);
+    m_dock->hide(); // a new drawing has no parameters
+
+    connect(m_panel, &ParameterPanel::valueChanged, this, &ParameterActions::onValueChanged);
+    connect(m_panel, &ParameterPanel::addRequested, this, &ParameterActions::onAddRequested);
+    connect(m_panel, &ParameterPanel::changeRequested, this, &ParameterActions::onChangeRequested);
+    connect(m_panel, &ParameterPanel::removeRequested, this, &ParameterActions::onRemoveRequested);
+}
+
+void ParameterActions::addToMenus(WindowActions& actions)
+{
+    QAction* toggle = m_dock->toggleViewAction();
+    toggle->setObjectName(QStringLiteral("mnuparameters"));
+    toggle->setText(tr("Para&meters"));
+    toggle->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_K));
+    actions.toolsMenu->addSeparator();
+    actions.toolsMenu->addAction(toggle);
+}
+
+void ParameterActions::refresh()
+{
+    m_panel->setVariable(m_state.listVariable.isEmpty() ? QStringLiteral("x") : m_state.listVariable);
+    m_panel->setParameters(m_state.parameters);
+    // The first parameter of a drawing brings its sliders into view.
+    if (m_shownCount == 0 && !m_state.parameters.empty())
+        m_dock->show();
+    m_shownCount = m_state.parameters.size();
+}
+
+void ParameterActions::onValueChanged(int index, double value, bool dragging)
+{
+    if (index < 0 || index >= int(m_state.parameters.size()))
+        return;
+    model::setParameterValue(m_state, index, value);
+    if (dragging) {
+        const bool continuing = m_dragging;
+        m_dragging = true;
+        emit valueMoved(continuing);
+        return;
+    }
+    // The release of a drag ends its step; a typed value or a key is a step of its own.
+    const bool continuing = m_dragging;
+    m_dragging = false;
+    if (continuing)
+        emit valueMoved(true);
+    else
+        emit changed();
+}
+
+void ParameterActions::onAddRequested(const eval::Parameter& parameter)
+{
+    if (model::addParameter(m_state, m_prompter, parameter))
+        emit changed();
+}
+
+void ParameterActions::onChangeRequested(int index, const eval::Parameter& parameter)
+{
+    if (model::changeParameter(m_state, m_prompter, index, parameter))
+        emit changed();
+}
+
+void ParameterActions::onRemoveRequested(int index)
+{
+    if (model::removeParameter(m_state, m_prompter, index))
+        emit changed();
+}
+
+} // namespace curvix::app
