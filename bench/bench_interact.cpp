@@ -1,10 +1,13 @@
 // Milliseconds from a wheel turn or a move of a view drag to the finished frame on the real
-// main window (offscreen), with 10 and with 50 curves, and the peak memory of the process.
+// main window (offscreen), with 10 and with 50 curves; from a move of a parameter's slider to
+// the frame, with 10 curves that use the parameter; and the peak memory of the process.
 // Run it through bench/run.sh interact.
 //   bench_interact [--turns N]
 
 #include "app/document_actions.h"
 #include "app/frmgraph.h"
+#include "app/parameter_actions.h"
+#include "app/parameter_panel.h"
 #include "app/plot_widget.h"
 #include "model/drawing_file.h"
 #include "model/graph_list.h"
@@ -12,6 +15,7 @@
 
 #include <QApplication>
 #include <QMouseEvent>
+#include <QSlider>
 #include <QTemporaryDir>
 #include <QWheelEvent>
 
@@ -46,21 +50,27 @@ double msSince(Clock::time_point start)
     return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 
-// A drawing file of the given number of curves, written where the window can open it.
-QString writeDrawing(const QTemporaryDir& dir, int curves)
+// A drawing file of the given number of curves, written where the window can open it; with
+// a parameter, every curve is scaled by it.
+QString writeDrawing(const QTemporaryDir& dir, int curves, bool parameter = false)
 {
     model::AppState state;
     plot::InitPlotDefaults(state);
     model::DialogFreePrompter prompter;
     model::SymbolicLinkCheck links({});
     state.autoColors = true;
+    if (parameter)
+        state.parameters.push_back({QStringLiteral("a")});
     for (int i = 0; i < curves; ++i) {
         QString text = QString::fromLatin1(kFormulas[i % 10]);
         if (i >= 10)
             text += QStringLiteral("+%1").arg(i / 10);
+        if (parameter)
+            text = QStringLiteral("a*(%1)").arg(text);
         model::addFunction(state, prompter, links, text, QStringLiteral("f(x)"));
     }
-    const QString path = dir.filePath(QStringLiteral("curves%1.curvix").arg(curves));
+    const QString path =
+        dir.filePath(QStringLiteral("curves%1%2.curvix").arg(curves).arg(parameter ? "a" : ""));
     QString error;
     if (!model::saveDrawingFile(path, model::drawingFromState(state), &error)) {
         std::fprintf(stderr, "%s\n", qPrintable(error));
@@ -114,6 +124,29 @@ Timings measure(app::frmgraph& window, int turns)
                         Qt::NoButton, Qt::NoModifier);
     QApplication::sendEvent(plot, &release);
     return t;
+}
+
+// A held slider moved a step at a time, back and forth across its range: each move to its
+// frame, as a hand drags it.
+std::vector<double> measureSlider(app::frmgraph& window, int moves)
+{
+    QSlider* slider = window.parameters().panel()->findChild<QSlider*>();
+    std::vector<double> times;
+    if (!slider)
+        return times;
+    slider->setSliderDown(true);
+    const int span = slider->maximum() - slider->minimum();
+    for (int i = 1; i <= moves; ++i) {
+        const int before = window.redrawCount();
+        const auto start = Clock::now();
+        slider->setValue(slider->minimum() + (i * 7) % (span + 1));
+        while (window.redrawCount() == before)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        window.plotArea()->repaint();
+        times.push_back(msSince(start));
+    }
+    slider->setSliderDown(false);
+    return times;
 }
 
 // Turns sent together before any frame: how many redraws they cost.
@@ -179,6 +212,25 @@ int main(int argc, char** argv)
                 return 1;
         }
         std::printf("undo checkpoint %d curves median ms = %.3f\n", curves, percentile(checkpoint, 0.5));
+    }
+    {
+        auto window = std::make_unique<app::frmgraph>(prompter);
+        window->show();
+        const QSize plot = window->plotArea()->size();
+        window->resize(window->size() + QSize(1600, 1000) - plot);
+        QCoreApplication::processEvents();
+        if (!window->document().openFile(writeDrawing(home, 10, true))) {
+            std::fprintf(stderr, "the drawing with a parameter did not open\n");
+            return 1;
+        }
+        QCoreApplication::processEvents();
+        const std::vector<double> slider = measureSlider(*window, turns);
+        if (slider.empty()) {
+            std::fprintf(stderr, "the parameter has no slider\n");
+            return 1;
+        }
+        std::printf("slider drag frame 10 curves median ms = %.2f\n", percentile(slider, 0.5));
+        std::printf("slider drag frame 10 curves p95 ms = %.2f\n", percentile(slider, 0.95));
     }
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
