@@ -2,6 +2,7 @@
 
 #include "app/form_names.h"
 #include "app/pi_line_edit.h"
+#include "app/range_panel.h"
 #include "eval/formula.h"
 #include "eval/numtext.h"
 #include "plot/coordinates.h"
@@ -26,26 +27,6 @@ QString trArea(const char* text)
 
 } // namespace
 
-QString boundText(double value)
-{
-    const auto readsBack = [value](const QString& text) {
-        return plot::readRangeNumber(text) == value;
-    };
-    if (value != 0 && std::isfinite(value)) {
-        const double quarters = std::round(value / eval::kPiValue * 4) / 4;
-        QString text = quarters == 1    ? QStringLiteral("p")
-                       : quarters == -1 ? QStringLiteral("-p")
-                                        : eval::numberText(quarters) + QLatin1Char('p');
-        if (readsBack(text))
-            return text;
-    }
-    for (int digits : {7, 15, 17}) {
-        QString text = eval::numberText(value, QLocale(), digits);
-        if (readsBack(text))
-            return text;
-    }
-    return eval::numberText(value, QLocale(), 17);
-}
 
 std::optional<std::pair<double, double>> askAreaBounds(QWidget* parent, const QString& formulaText,
                                                        double a, double b)
@@ -63,7 +44,7 @@ std::optional<std::pair<double, double>> askAreaBounds(QWidget* parent, const QS
     const double shown[2] = {a, b};
     for (int i = 0; i < 2; ++i) {
         boxes[i]->setRule(plot::acceptsRangeText);
-        boxes[i]->setText(boundText(shown[i]));
+        boxes[i]->setText(exactRowText(shown[i], true));
         boxes[i]->setAlignment(Qt::AlignRight);
         describe(boxes[i], names[i], trArea("A number; p or π stands for pi, as in 2p"));
         form->addRow(i == 0 ? trArea("&From a =") : trArea("&To b ="), boxes[i]);

@@ -15,8 +15,4 @@ namespace curvix::app {
 std::optional<std::pair<double, double>> askAreaBounds(QWidget* parent, const QString& formulaText,
                                                        double a, double b);
 
-// The text a bound is shown with: a multiple of π where it is exactly one in quarters of π,
-// else the decimal of as few digits as reads back to it, in the locale.
-QString boundText(double value);
-
 } // namespace curvix::app

@@ -1,6 +1,6 @@
 #include "app/cli.h"
 #include "app/cli_area.h"
-#include "app/cli_parameters.h"
+#include "app/cli_values.h"
 #include "app/cli_points.h"
 
 #include "eval/evaluator.h"

@@ -1,7 +1,7 @@
 #include "app/cli_options.h"
 
 #include "app/cli.h"
-#include "app/cli_parameters.h"
+#include "app/cli_values.h"
 #include "model/graph_list.h"
 #include "plot/coordinates.h"
 #include "plot/range_rows.h"
@@ -136,39 +136,6 @@ std::optional<QStringList> optionsFirst(const QStringList& args, QString& proble
     return options + QStringList{QStringLiteral("--")} + positional;
 }
 
-std::optional<model::AngleUnit> angleByName(const QString& name)
-{
-    if (name == QLatin1String("rad"))
-        return model::AngleUnit::Radians;
-    if (name == QLatin1String("deg"))
-        return model::AngleUnit::Degrees;
-    if (name == QLatin1String("grad"))
-        return model::AngleUnit::Gradians;
-    return std::nullopt;
-}
-
-// "800x600" in pixels or "10x8cm" (a decimal point or comma) in centimetres.
-std::optional<output::PictureSize> readSize(const QString& text)
-{
-    output::PictureSize size;
-    QString sides = text;
-    if (sides.endsWith(QLatin1String("cm"))) {
-        size.unit = output::SizeUnit::Centimetres;
-        sides.chop(2);
-    }
-    const QStringList wh = sides.split(QLatin1Char('x'));
-    bool okW = false, okH = false;
-    if (size.unit == output::SizeUnit::Pixels) {
-        size.width = wh.value(0).toInt(&okW);
-        size.height = wh.value(1).toInt(&okH);
-    } else {
-        size.width = QLocale::c().toDouble(wh.value(0).replace(QLatin1Char(','), QLatin1Char('.')), &okW);
-        size.height = QLocale::c().toDouble(wh.value(1).replace(QLatin1Char(','), QLatin1Char('.')), &okH);
-    }
-    if (wh.size() != 2 || !okW || !okH || !(size.width > 0) || !(size.height > 0))
-        return std::nullopt;
-    return size;
-}
 
 // --size, --dpi, --transparent and --line-width, which shape the picture.
 bool readPictureValues(const QCommandLineParser& parser, CommandLine& line, QString& problem)
@@ -177,7 +144,7 @@ bool readPictureValues(const QCommandLineParser& parser, CommandLine& line, QStr
     const auto isSet = [&](const char* name) { return parser.isSet(QLatin1String(name)); };
     output::ExportOptions& picture = line.picture;
     if (isSet("size")) {
-        const std::optional<output::PictureSize> size = readSize(value("size"));
+        const std::optional<output::PictureSize> size = cli::readSize(value("size"));
         if (!size) {
             problem = QStringLiteral("--size: '%1' is not a size such as 800x600 or 10x8cm")
                           .arg(value("size"));
@@ -277,7 +244,7 @@ bool readValues(const QCommandLineParser& parser, CommandLine& line, QString& pr
     if (!cli::readParameterArguments(parser.values(QStringLiteral("param")),
                                      model::labelVariable(line.label), line.parameters, problem))
         return false;
-    if (isSet("angle") && !(line.angle = angleByName(value("angle")))) {
+    if (isSet("angle") && !(line.angle = cli::angleByName(value("angle")))) {
         problem = QStringLiteral("--angle takes rad, deg or grad, not '%1'").arg(value("angle"));
         return false;
     }

@@ -1,6 +1,6 @@
 #include "app/cli_points.h"
 
-#include "app/cli_parameters.h"
+#include "app/cli_values.h"
 
 #include "eval/formula.h"
 #include "eval/numtext.h"

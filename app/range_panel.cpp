@@ -60,6 +60,26 @@ int rangeBoxWidth(const QLineEdit* box)
 
 } // namespace
 
+QString exactRowText(double value, bool piAllowed)
+{
+    auto readsBack = [value](const QString& text) { return plot::readRangeNumber(text) == value; };
+    if (piAllowed && value != 0) {
+        const double multiple = std::round(value / M_PI * 4) / 4;
+        // π, not 1π, as a teacher writes it.
+        QString text = multiple == 1    ? QStringLiteral("p")
+                       : multiple == -1 ? QStringLiteral("-p")
+                                        : eval::numberText(multiple, QLocale(), 15) + QLatin1Char('p');
+        if (readsBack(text))
+            return text;
+    }
+    for (int digits : {7, 15, 17}) {
+        QString text = eval::numberText(value, QLocale(), digits);
+        if (readsBack(text))
+            return text;
+    }
+    return eval::numberText(value, QLocale(), 17);
+}
+
 RangePanel::RangePanel(model::AppState& state, QWidget* parent) : QWidget(parent), m_state(state)
 {
     auto* layout = new QVBoxLayout(this);
@@ -289,29 +309,6 @@ void RangePanel::fillRedrawOptions(plot::RedrawOptions& options) const
     options.exactTrig = m_exactTrig->isChecked();
     options.fractionForm = m_fractionForm->isChecked();
 }
-
-namespace {
-
-// The shortest text of a range box that reads back as exactly this value: a multiple of pi
-// where the row takes one, else a decimal of as few digits as will do.
-QString exactRowText(double value, bool piAllowed)
-{
-    auto readsBack = [value](const QString& text) { return plot::readRangeNumber(text) == value; };
-    if (piAllowed && value != 0) {
-        const double multiple = std::round(value / M_PI * 4) / 4;
-        QString text = eval::numberText(multiple, QLocale(), 15) + QLatin1Char('p');
-        if (readsBack(text))
-            return text;
-    }
-    for (int digits : {7, 15, 17}) {
-        QString text = eval::numberText(value, QLocale(), digits);
-        if (readsBack(text))
-            return text;
-    }
-    return eval::numberText(value, QLocale(), 17);
-}
-
-} // namespace
 
 void RangePanel::showSaved(const model::DrawingDisplay& display, model::AngleUnit unit,
                            const model::ViewWindow& view)

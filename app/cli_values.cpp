@@ -1,4 +1,4 @@
-#include "app/cli_parameters.h"
+#include "app/cli_values.h"
 
 #include "plot/coordinates.h"
 
@@ -64,6 +64,39 @@ std::optional<QString> undeclaredParameters(const QString& formula, const QStrin
                 : QStringLiteral("curvix: '%1' uses %2, which are not parameters; give each a "
                                  "value with %3"))
         .arg(formula, letters.join(QStringLiteral(", ")), hints.join(QLatin1Char(' ')));
+}
+
+std::optional<model::AngleUnit> angleByName(const QString& name)
+{
+    if (name == QLatin1String("rad"))
+        return model::AngleUnit::Radians;
+    if (name == QLatin1String("deg"))
+        return model::AngleUnit::Degrees;
+    if (name == QLatin1String("grad"))
+        return model::AngleUnit::Gradians;
+    return std::nullopt;
+}
+
+std::optional<output::PictureSize> readSize(const QString& text)
+{
+    output::PictureSize size;
+    QString sides = text;
+    if (sides.endsWith(QLatin1String("cm"))) {
+        size.unit = output::SizeUnit::Centimetres;
+        sides.chop(2);
+    }
+    const QStringList wh = sides.split(QLatin1Char('x'));
+    bool okW = false, okH = false;
+    if (size.unit == output::SizeUnit::Pixels) {
+        size.width = wh.value(0).toInt(&okW);
+        size.height = wh.value(1).toInt(&okH);
+    } else {
+        size.width = QLocale::c().toDouble(wh.value(0).replace(QLatin1Char(','), QLatin1Char('.')), &okW);
+        size.height = QLocale::c().toDouble(wh.value(1).replace(QLatin1Char(','), QLatin1Char('.')), &okH);
+    }
+    if (wh.size() != 2 || !okW || !okH || !(size.width > 0) || !(size.height > 0))
+        return std::nullopt;
+    return size;
 }
 
 } // namespace curvix::app::cli

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "eval/parameters.h"
+#include "model/app_state.h"
+#include "output/export_picture.h"
 
 #include <QString>
 #include <QStringList>
@@ -8,6 +10,12 @@
 #include <optional>
 
 namespace curvix::app::cli {
+
+// The value of --angle: rad, deg or grad.
+std::optional<model::AngleUnit> angleByName(const QString& name);
+// The value of --size: "800x600" in pixels or "10x8cm" (a decimal point or comma) in
+// centimetres.
+std::optional<output::PictureSize> readSize(const QString& text);
 
 // A number argument as the range boxes read it (a decimal point or comma whatever the
 // locale, 2p for 2 pi), else with an exponent, else as the locale writes numbers.
