@@ -8,6 +8,9 @@
 #include <QDockWidget>
 #include <QMainWindow>
 #include <QMenu>
+#include <QScreen>
+
+#include <algorithm>
 
 namespace curvix::app {
 
@@ -44,9 +47,23 @@ void ParameterActions::refresh()
     m_panel->setVariable(m_state.listVariable.isEmpty() ? QStringLiteral("x") : m_state.listVariable);
     m_panel->setParameters(m_state.parameters);
     // The first parameter of a drawing brings its sliders into view.
-    if (m_shownCount == 0 && !m_state.parameters.empty())
-        m_dock->show();
+    if (m_shownCount == 0 && !m_state.parameters.empty() && !m_dock->isVisible())
+        showDock();
     m_shownCount = m_state.parameters.size();
+}
+
+void ParameterActions::showDock()
+{
+    // The window grows by the dock where the screen has room, so the plot keeps its size.
+    auto* window = qobject_cast<QMainWindow*>(parent());
+    const QScreen* screen = window->screen();
+    const bool growing = screen && !(window->windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen));
+    m_dock->show();
+    if (growing) {
+        const int room = screen->availableGeometry().right() - window->frameGeometry().right();
+        const int wanted = m_dock->sizeHint().width();
+        window->resize(window->width() + std::clamp(wanted, 0, std::max(room, 0)), window->height());
+    }
 }
 
 void ParameterActions::onValueChanged(int index, double value, bool dragging)

@@ -38,6 +38,7 @@ signals:
     void changed();
 
 private:
+    void showDock();
     void onValueChanged(int index, double value, bool dragging);
     void onAddRequested(const eval::Parameter& parameter);
     void onChangeRequested(int index, const eval::Parameter& parameter);

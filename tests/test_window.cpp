@@ -5,6 +5,7 @@
 #include "app/fraction_input.h"
 #include "app/frmgraph.h"
 #include "app/function_box.h"
+#include "app/parameter_actions.h"
 #include "app/pi_line_edit.h"
 #include "app/plot_label.h"
 #include "app/plot_labels.h"
@@ -702,6 +703,38 @@ private slots:
         QTest::addColumn<bool>("keyFirst");
         QTest::newRow("drawn when the events are read") << false;
         QTest::newRow("drawn before a key acts") << true;
+    }
+
+    // A letter the drawing lacks becomes a parameter when the user agrees. Its slider moves
+    // the curve that uses it, one drag is one undo step, and deleting it is refused.
+    void parameterSliderDrawsAndUndoes()
+    {
+        ShownWindow w;
+        w.prompter.answers = {model::Prompter::Button::Yes};
+        w.type(QStringLiteral("a*x^2"));
+        QCOMPARE(w.graphTexts(), QStringList{QStringLiteral("a*x^2")});
+        QDockWidget* dock = w.window.parameters().dock();
+        QTRY_VERIFY(dock->isVisible());
+        auto* slider = dock->findChild<QSlider*>();
+        QVERIFY(slider);
+        QUndoStack& undo = w.window.document().undoStack();
+        const int steps = undo.count();
+        slider->setSliderDown(true);
+        for (int i = 0; i < 3; ++i) {
+            slider->setValue(slider->value() + 5);
+            QCoreApplication::processEvents();
+        }
+        slider->setSliderDown(false);
+        QTRY_COMPARE(undo.count(), steps + 1);
+        QCOMPARE(w.state.parameters.at(0).value, 2.5);
+        QCOMPARE(w.state.graphs.at(0).formula->evaluate(2), 10.0);
+        undo.undo();
+        QCOMPARE(w.state.parameters.at(0).value, 1.0);
+        QCOMPARE(w.state.graphs.at(0).formula->evaluate(2), 4.0);
+        dock->findChild<QToolButton*>(QStringLiteral("parameterRemove"))->click();
+        QCOMPARE(w.state.parameters.size(), std::size_t(1));
+        QVERIFY2(w.prompter.messages.last().contains(QStringLiteral("a*x^2")),
+                 qPrintable(w.prompter.messages.last()));
     }
 
     void fastWheelTurnsDrawOnce()
