@@ -268,7 +268,7 @@ int runCommand(const CommandLine& line, QTextStream& out, QTextStream& err)
     case CliCommand::Table:
         return cli::runTable(line, out, err);
     case CliCommand::Area:
-        return cli::runArea(line, line.parameters, out, err);
+        return cli::runArea(line, out, err);
     case CliCommand::Window:
         break;
     }

@@ -1,6 +1,6 @@
 #include "app/cli_area.h"
 
-#include "eval/formula.h"
+#include "app/cli_points.h"
 #include "eval/numtext.h"
 #include "eval/symbolic.h"
 #include "plot/area.h"
@@ -13,49 +13,32 @@ namespace {
 
 constexpr int kExitFailure = 1;
 
-using Formula = std::shared_ptr<const eval::CompiledFormula>;
-
-Formula compileText(const QString& text, model::AngleUnit angle,
-                    const eval::ParameterList& parameters, QString& message)
-{
-    eval::ExpressionEvaluator evaluator;
-    const QString prepared = eval::PrepareExpressionText(
-        evaluator, text, QStringLiteral("f(x)"), [&](const QString& m) { message = m; }, QLocale(),
-        parameters);
-    if (prepared.isEmpty())
-        return nullptr;
-    return eval::CompiledFormula::compile(prepared, QStringLiteral("x"), angle, nullptr, &message,
-                                          parameters);
-}
-
 // The symbolic library's primitive, compiled; none where it has no answer (the quadrature
 // alone then gives the value, so its messages are not shown).
-Formula exactPrimitive(const QString& text, model::AngleUnit angle,
-                       const eval::ParameterList& parameters)
+std::shared_ptr<const eval::CompiledFormula> exactPrimitive(const QString& text,
+                                                            const CommandLine& line)
 {
     eval::SymbolicOptions options;
-    options.angleUnit = int(angle);
-    options.parameters = eval::parameterNames(parameters);
+    options.angleUnit = int(line.angle.value_or(model::AngleUnit::Radians));
+    options.parameters = eval::parameterNames(line.parameters);
     const eval::Report quiet = [](const QString&) {};
     const QString primitive = eval::SymbolicPrimitive(text, QStringLiteral("x"), quiet, options);
     QString unused;
-    return primitive.isEmpty() ? nullptr : compileText(primitive, angle, parameters, unused);
+    return primitive.isEmpty() ? nullptr : compileFormula(primitive, line, unused);
 }
 
 } // namespace
 
-int runArea(const CommandLine& line, const eval::ParameterList& parameters, QTextStream& out,
-            QTextStream& err)
+int runArea(const CommandLine& line, QTextStream& out, QTextStream& err)
 {
     const QString text = line.formulas.value(0);
-    const model::AngleUnit angle = line.angle.value_or(model::AngleUnit::Radians);
     QString message;
-    const auto f = compileText(text, angle, parameters, message);
+    const auto f = compileFormula(text, line, message);
     if (!f) {
-        err << (message.isEmpty() ? QStringLiteral("empty formula") : message) << "\n";
+        err << message << "\n";
         return kExitFailure;
     }
-    const auto primitive = exactPrimitive(text, angle, parameters);
+    const auto primitive = exactPrimitive(text, line);
     const double a = line.areaFrom, b = line.areaTo;
     const plot::AreaValue value = plot::integrateArea(*f, a, b, primitive.get());
     if (value.kind != plot::AreaValue::Kind::Finite) {

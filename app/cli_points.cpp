@@ -25,23 +25,11 @@ compileAll(const CommandLine& line, QTextStream& err)
 {
     std::vector<std::shared_ptr<const eval::CompiledFormula>> formulas;
     bool failed = false;
-    const QString variable = QStringLiteral("x");
     for (const QString& text : line.formulas) {
-        eval::ExpressionEvaluator evaluator;
-        QString message = undeclaredParameters(text, variable, line.parameters).value_or(QString());
-        const QString prepared =
-            message.isEmpty()
-                ? eval::PrepareExpressionText(evaluator, text, QStringLiteral("f(x)"),
-                                              [&](const QString& m) { message = m; }, QLocale(),
-                                              line.parameters)
-                : QString();
-        const model::AngleUnit angle = line.angle.value_or(model::AngleUnit::Radians);
-        auto formula = prepared.isEmpty()
-                           ? nullptr
-                           : eval::CompiledFormula::compile(prepared, variable, angle, nullptr,
-                                                            &message, line.parameters);
+        QString message;
+        auto formula = compileFormula(text, line, message);
         if (!formula) {
-            err << (message.isEmpty() ? QStringLiteral("empty formula") : message) << "\n";
+            err << message << "\n";
             failed = true;
         }
         formulas.push_back(std::move(formula));
@@ -101,6 +89,28 @@ int runTable(const CommandLine& line, QTextStream& out, QTextStream& err)
     out << plot::tableText(plot::makeValueTable(line.tableRange, columns),
                            plot::TableFormat::TabSeparated);
     return 0;
+}
+
+std::shared_ptr<const eval::CompiledFormula> compileFormula(const QString& text,
+                                                           const CommandLine& line,
+                                                           QString& message)
+{
+    const QString variable = QStringLiteral("x");
+    message = undeclaredParameters(text, variable, line.parameters).value_or(QString());
+    if (!message.isEmpty())
+        return nullptr;
+    eval::ExpressionEvaluator evaluator;
+    const QString prepared =
+        eval::PrepareExpressionText(evaluator, text, QStringLiteral("f(x)"),
+                                    [&](const QString& m) { message = m; }, QLocale(), line.parameters);
+    auto formula = prepared.isEmpty()
+                       ? nullptr
+                       : eval::CompiledFormula::compile(prepared, variable,
+                                                        line.angle.value_or(model::AngleUnit::Radians),
+                                                        nullptr, &message, line.parameters);
+    if (!formula && message.isEmpty())
+        message = QStringLiteral("empty formula");
+    return formula;
 }
 
 } // namespace curvix::app::cli

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/cli_options.h"
+#include "eval/compiled_formula.h"
 #include "model/app_state.h"
 
 #include <QTextStream>
@@ -13,6 +14,12 @@ int runPoints(const CommandLine& line, QTextStream& out, QTextStream& err);
 
 // --table: the table of values as tab-separated text.
 int runTable(const CommandLine& line, QTextStream& out, QTextStream& err);
+
+// A formula compiled as the function box would, in the line's angle unit and parameters;
+// nothing, with the reason in message, when it does not compile or lacks a parameter.
+std::shared_ptr<const eval::CompiledFormula> compileFormula(const QString& text,
+                                                           const CommandLine& line,
+                                                           QString& message);
 
 // The view a new drawing starts with in the state's angle unit (in cli.cpp).
 model::ViewWindow defaultView(const model::AppState& state);
