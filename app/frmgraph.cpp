@@ -262,6 +262,9 @@ void frmgraph::connectCommands()
     connect(a.valueTable, &QAction::triggered, this, [this] {
         auto* dialog = new ValueTableDialog(m_state, m_prompter, this);
         dialog->setAttribute(Qt::WA_DeleteOnClose);
+        // An open table follows the sliders.
+        connect(m_parameters, &ParameterActions::valueMoved, dialog, &ValueTableDialog::fill);
+        connect(m_parameters, &ParameterActions::changed, dialog, &ValueTableDialog::fill);
         dialog->show();
     });
     connect(a.gridColor, &QAction::triggered, m_colors, &ColorActions::chooseGridColor);
