@@ -35,7 +35,7 @@ AreaTools::~AreaTools()
     m_watcher.waitForFinished();
 }
 
-void AreaTools::addToMenus(WindowActions& actions, std::function<int()> selectedEntry)
+void AreaTools::addToMenus(WindowActions& actions, const std::function<int()>& selectedEntry)
 {
     m_area = new QAction(tr("&Area…"), this);
     m_area->setObjectName(QStringLiteral("mnupoparea"));
@@ -135,8 +135,9 @@ void AreaTools::takePrimitive()
         // The answer is written like a typed formula, with the pi character.
         eval::ExpressionEvaluator evaluator;
         const QString variable = m_asking.section(u'\n', 1, 1);
-        prepared = eval::PrepareExpressionText(evaluator, answer, QStringLiteral("f(%1)").arg(variable),
-                                               {}, QLocale::c(), m_state.parameters);
+        const QString label = QStringLiteral("f(%1)").arg(variable);
+        prepared = eval::PrepareExpressionText(evaluator, answer, label, {}, QLocale::c(),
+                                               m_state.parameters);
     }
     m_primitives[m_asking] = prepared;
     if (!prepared.isEmpty())

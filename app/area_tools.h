@@ -30,7 +30,7 @@ public:
 
     // Adds the two commands to the curve's popup, after its tangent commands; they work
     // on the curve selectedEntry names.
-    void addToMenus(WindowActions& actions, std::function<int()> selectedEntry);
+    void addToMenus(WindowActions& actions, const std::function<int()>& selectedEntry);
     // Asks for the bounds, from the view's x range within the curve's domain, and adds the
     // area; the status bar then shows its value.
     void askArea(int entry);

@@ -100,14 +100,14 @@ std::shared_ptr<const eval::CompiledFormula> compileFormula(const QString& text,
     if (!message.isEmpty())
         return nullptr;
     eval::ExpressionEvaluator evaluator;
-    const QString prepared =
-        eval::PrepareExpressionText(evaluator, text, QStringLiteral("f(x)"),
-                                    [&](const QString& m) { message = m; }, QLocale(), line.parameters);
-    auto formula = prepared.isEmpty()
-                       ? nullptr
-                       : eval::CompiledFormula::compile(prepared, variable,
-                                                        line.angle.value_or(model::AngleUnit::Radians),
-                                                        nullptr, &message, line.parameters);
+    const auto report = [&](const QString& m) { message = m; };
+    const QString prepared = eval::PrepareExpressionText(
+        evaluator, text, QStringLiteral("f(x)"), report, QLocale(), line.parameters);
+    const model::AngleUnit angle = line.angle.value_or(model::AngleUnit::Radians);
+    auto formula = prepared.isEmpty() ? nullptr
+                                      : eval::CompiledFormula::compile(prepared, variable, angle,
+                                                                       nullptr, &message,
+                                                                       line.parameters);
     if (!formula && message.isEmpty())
         message = QStringLiteral("empty formula");
     return formula;

@@ -44,7 +44,8 @@ void ParameterActions::addToMenus(WindowActions& actions)
 
 void ParameterActions::refresh()
 {
-    m_panel->setVariable(m_state.listVariable.isEmpty() ? QStringLiteral("x") : m_state.listVariable);
+    const QString& variable = m_state.listVariable;
+    m_panel->setVariable(variable.isEmpty() ? QStringLiteral("x") : variable);
     m_panel->setParameters(m_state.parameters);
     // The first parameter of a drawing brings its sliders into view.
     if (m_shownCount == 0 && !m_state.parameters.empty() && !m_dock->isVisible())
@@ -57,12 +58,14 @@ void ParameterActions::showDock()
     // The window grows by the dock where the screen has room, so the plot keeps its size.
     auto* window = qobject_cast<QMainWindow*>(parent());
     const QScreen* screen = window->screen();
-    const bool growing = screen && !(window->windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen));
+    const Qt::WindowStates filled = Qt::WindowMaximized | Qt::WindowFullScreen;
+    const bool growing = screen && !(window->windowState() & filled);
     m_dock->show();
     if (growing) {
         const int room = screen->availableGeometry().right() - window->frameGeometry().right();
         const int wanted = m_dock->sizeHint().width();
-        window->resize(window->width() + std::clamp(wanted, 0, std::max(room, 0)), window->height());
+        const int added = std::clamp(wanted, 0, std::max(room, 0));
+        window->resize(window->width() + added, window->height());
     }
 }
 

@@ -48,7 +48,7 @@ private:
     model::Prompter& m_prompter;
     ParameterPanel* m_panel = nullptr;
     QDockWidget* m_dock = nullptr;
-    bool m_dragging = false;  // a drag or a sweep is under way
+    bool m_dragging = false;      // a drag or a sweep is under way
     std::size_t m_shownCount = 0; // parameters at the last refresh, to open the dock on the first
 };
 

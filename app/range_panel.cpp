@@ -66,9 +66,10 @@ QString exactRowText(double value, bool piAllowed)
     if (piAllowed && value != 0) {
         const double multiple = std::round(value / M_PI * 4) / 4;
         // π, not 1π, as a teacher writes it.
+        const QString times = eval::numberText(multiple, QLocale(), 15);
         QString text = multiple == 1    ? QStringLiteral("p")
                        : multiple == -1 ? QStringLiteral("-p")
-                                        : eval::numberText(multiple, QLocale(), 15) + QLatin1Char('p');
+                                        : times + QLatin1Char('p');
         if (readsBack(text))
             return text;
     }
