@@ -425,9 +425,11 @@ void ParameterPanel::openEditor(Row* row)
             emit addRequested(dialog->parameter());
             return;
         }
-        for (const auto& r : m_rows)
-            if (r->parameter.name == name)
-                emit changeRequested(indexOf(r.get()), dialog->parameter());
+        // Found before it is sent: the answer rebuilds the rows.
+        const auto row = std::find_if(m_rows.begin(), m_rows.end(),
+                                      [&name](const auto& r) { return r->parameter.name == name; });
+        if (row != m_rows.end())
+            emit changeRequested(indexOf(row->get()), dialog->parameter());
     });
     dialog->open();
 }

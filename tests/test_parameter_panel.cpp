@@ -174,6 +174,9 @@ private slots:
         app::ParameterPanel panel;
         panel.setParameters({{"a"}, {"b"}});
         QSignalSpy changes(&panel, &app::ParameterPanel::changeRequested);
+        // The window answers at once, rebuilding the rows while the dialog's answer is sent.
+        connect(&panel, &app::ParameterPanel::changeRequested, &panel,
+                [&panel](int, const Parameter& p) { panel.setParameters({{"a"}, p}); });
         panel.findChildren<QToolButton*>(QStringLiteral("parameterEdit"))[1]->click();
         auto* dialog = child<QDialog>(&panel, QStringLiteral("parameterDialog"));
         for (int i = 0; i < 4; ++i)
