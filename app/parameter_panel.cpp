@@ -7,6 +7,7 @@
 
 #include <QDoubleSpinBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
@@ -185,6 +186,24 @@ void ParameterPanel::setParameters(const eval::ParameterList& parameters)
         m_playTimer->stop();
 }
 
+bool ParameterPanel::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride) {
+        switch (static_cast<QKeyEvent*>(event)->key()) {
+        case Qt::Key_Left:
+        case Qt::Key_Right:
+        case Qt::Key_Up:
+        case Qt::Key_Down:
+        case Qt::Key_PageUp:
+        case Qt::Key_PageDown:
+        case Qt::Key_Home:
+        case Qt::Key_End: event->accept(); return true;
+        default: break;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
 ParameterPanel::Row* ParameterPanel::createRow(const eval::Parameter& parameter)
 {
     auto* row = new Row;
@@ -200,7 +219,8 @@ ParameterPanel::Row* ParameterPanel::createRow(const eval::Parameter& parameter)
     row->slider = named(new QSlider(Qt::Horizontal), QStringLiteral("parameterSlider"));
     row->slider->setSingleStep(1);
     row->slider->setPageStep(10);
-    row->slider->setMinimumWidth(80);
+    row->slider->setMinimumWidth(140); // fine enough to drag by hand
+    row->slider->installEventFilter(this);
     row->play = named(new QToolButton, QStringLiteral("parameterPlay"));
     row->play->setCheckable(true);
     row->play->setIcon(style()->standardIcon(QStyle::SP_MediaPlay));

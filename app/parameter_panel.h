@@ -35,6 +35,10 @@ public:
     void setVariable(const QString& variable);
     bool isPlaying(int index) const;
 
+protected:
+    // A focused slider keeps its keys from the window's shortcuts (the trace's arrows).
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 signals:
     // dragging is true while the slider is held or the value plays, false for a typed value,
     // a key on the slider, the release of the slider and the end of a sweep.
