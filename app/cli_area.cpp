@@ -5,8 +5,6 @@
 #include "eval/symbolic.h"
 #include "plot/area.h"
 
-#include <cmath>
-
 namespace curvix::app::cli {
 
 namespace {
@@ -45,9 +43,7 @@ int runArea(const CommandLine& line, QTextStream& out, QTextStream& err)
         err << plot::areaMessage(value, a, b, QLocale::c()) << "\n";
         return kExitFailure;
     }
-    // What cancels to below the quadrature's accuracy is 0.
-    const double integral = std::abs(value.integral) <= 1e-12 * value.area ? 0.0 : value.integral;
-    out << eval::numberText(integral, QLocale::c(), 10) << '\t'
+    out << eval::numberText(value.integral, QLocale::c(), 10) << '\t'
         << eval::numberText(value.area, QLocale::c(), 10) << '\n';
     return 0;
 }

@@ -85,10 +85,14 @@ QColor areaColor(quint32 curveColor)
 void drawAreaShading(Surface& surface, const model::AppState& state)
 {
     QPainter& painter = surface.painter;
-    for (const model::AreaRegion& region : state.areas) {
+    for (std::size_t i = 0; i < state.areas.size(); ++i) {
+        const model::AreaRegion& region = state.areas[i];
         const model::GraphEntry* entry = curveOf(state, region);
         const VisibleSpan span = visibleSpan(region, state.view);
-        if (!entry || span.empty())
+        // A divergent or undefined integral has no region to shade: its label says why.
+        const bool finite = i >= state.areaReadouts.size() ||
+                            state.areaReadouts[i].value.kind == model::AreaValue::Kind::Finite;
+        if (!entry || span.empty() || !finite)
             continue;
         painter.save();
         painter.setRenderHint(QPainter::Antialiasing, true);
