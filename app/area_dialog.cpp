@@ -29,25 +29,31 @@ QString trArea(const char* text)
 
 
 std::optional<std::pair<double, double>> askAreaBounds(QWidget* parent, const QString& formulaText,
-                                                       double a, double b)
+                                                       const QString& variable, double a, double b)
 {
     QDialog dialog(parent);
     dialog.setObjectName(QStringLiteral("areaDialog"));
-    dialog.setWindowTitle(trArea("Area under f(x) = %1").arg(formulaText));
+    dialog.setWindowTitle(
+        trArea(QT_TRANSLATE_NOOP("AreaDialog", "Area under f(%1) = %2")).arg(variable, formulaText));
     auto* form = new QFormLayout(&dialog);
-    auto* intro = new QLabel(trArea("The area between the curve and the x axis, from a to b:"));
+    auto* intro = new QLabel(
+        trArea(QT_TRANSLATE_NOOP("AreaDialog", "The area between the curve and the x axis:")));
     intro->setWordWrap(true);
     form->addRow(intro);
     PiLineEdit* boxes[2] = {named(new PiLineEdit, QStringLiteral("areaFrom")),
                             named(new PiLineEdit, QStringLiteral("areaTo"))};
-    const QString names[2] = {trArea("From"), trArea("To")};
+    const QString names[2] = {trArea(QT_TRANSLATE_NOOP("AreaDialog", "From")),
+                              trArea(QT_TRANSLATE_NOOP("AreaDialog", "To"))};
     const double shown[2] = {a, b};
     for (int i = 0; i < 2; ++i) {
-        boxes[i]->setRule(plot::acceptsRangeText);
         boxes[i]->setText(exactRowText(shown[i], true));
         boxes[i]->setAlignment(Qt::AlignRight);
-        describe(boxes[i], names[i], trArea("A number; p or π stands for pi, as in 2p"));
-        form->addRow(i == 0 ? trArea("&From a =") : trArea("&To b ="), boxes[i]);
+        describe(boxes[i], names[i],
+                 trArea(QT_TRANSLATE_NOOP("AreaDialog",
+                                          "A number or a calculation; p or π stands for pi, as in p/2")));
+        const char* label = i == 0 ? QT_TRANSLATE_NOOP("AreaDialog", "&From %1 =")
+                                   : QT_TRANSLATE_NOOP("AreaDialog", "&To %1 =");
+        form->addRow(trArea(label).arg(variable), boxes[i]);
     }
     auto* problem = named(new QLabel, QStringLiteral("problem"));
     problem->setWordWrap(true);
@@ -61,9 +67,11 @@ std::optional<std::pair<double, double>> askAreaBounds(QWidget* parent, const QS
     QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, [&] {
         double* read[2] = {&bounds.first, &bounds.second};
         for (int i = 0; i < 2; ++i) {
-            const std::optional<double> number = plot::readRangeNumber(boxes[i]->storedText());
-            if (!number || !std::isfinite(*number)) {
-                problem->setText(trArea("The %1 box needs a number, such as 0, %2 or 2π.")
+            const std::optional<double> number = plot::readNumberExpression(boxes[i]->storedText());
+            if (!number) {
+                problem->setText(trArea(QT_TRANSLATE_NOOP("AreaDialog",
+                                                          "The %1 box needs a number, such as 0, %2, "
+                                                          "2π or π/2."))
                                      .arg(names[i], eval::numberText(1.5)));
                 problem->setVisible(true);
                 dialog.adjustSize(); // room for the lines of the problem

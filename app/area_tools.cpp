@@ -70,7 +70,7 @@ void AreaTools::askArea(int entry)
         return;
     const auto [a, b] = plot::defaultAreaBounds(*graph.formula, m_state.view);
     const QString shown = QString(graph.text).replace(eval::kPiChar, QChar(0x03C0));
-    const auto bounds = askAreaBounds(m_window, shown, a, b);
+    const auto bounds = askAreaBounds(m_window, shown, variableOf(m_state), a, b);
     if (!bounds)
         return;
     m_state.areas.push_back({entry, bounds->first, bounds->second});

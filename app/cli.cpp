@@ -77,6 +77,10 @@ int runSymbolic(const CommandLine& line, QTextStream& out, QTextStream& err)
         options.angleUnit = int(*line.angle);
     options.parameters = eval::parameterNames(line.parameters);
     const QString variable = model::labelVariable(line.label);
+    if (const auto missing = cli::undeclaredParameters(line.formula, variable, line.parameters)) {
+        err << *missing << "\n";
+        return kExitFailure;
+    }
     // One line for one failure: the primitive's two message boxes say the same thing.
     bool reported = false;
     const eval::Report report = [&](const QString& message) {

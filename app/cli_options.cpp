@@ -323,8 +323,8 @@ bool readCommandValue(const QCommandLineParser& parser, CommandLine& line, QStri
         // A semicolon parts bounds written with decimal commas: 0,5;1,5.
         const QStringList parts = value.split(QLatin1Char(value.contains(u';') ? ';' : ','));
         const bool two = parts.size() == 2;
-        const std::optional<double> a = two ? plot::readRangeNumber(parts[0]) : std::nullopt;
-        const std::optional<double> b = two ? plot::readRangeNumber(parts[1]) : std::nullopt;
+        const std::optional<double> a = two ? cli::readNumberArgument(parts[0]) : std::nullopt;
+        const std::optional<double> b = two ? cli::readNumberArgument(parts[1]) : std::nullopt;
         if (a && b) {
             line.areaFrom = *a;
             line.areaTo = *b;

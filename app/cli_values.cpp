@@ -15,8 +15,11 @@ std::optional<double> readNumberArgument(const QString& text)
         return value;
     bool ok = false;
     double value = QLocale::c().toDouble(text.trimmed(), &ok);
-    if (!ok)
-        value = QLocale().toDouble(text.trimmed(), &ok);
+    if (ok)
+        return value;
+    if (const std::optional<double> calculated = plot::readNumberExpression(text))
+        return calculated;
+    value = QLocale().toDouble(text.trimmed(), &ok);
     return ok ? std::optional<double>(value) : std::nullopt;
 }
 

@@ -18,7 +18,8 @@ std::optional<model::AngleUnit> angleByName(const QString& name);
 std::optional<output::PictureSize> readSize(const QString& text);
 
 // A number argument as the range boxes read it (a decimal point or comma whatever the
-// locale, 2p for 2 pi), else with an exponent, else as the locale writes numbers.
+// locale, 2p for 2 pi), else with an exponent, else a calculation (p/2, 3π/4, sqrt(2)),
+// else as the locale writes numbers.
 std::optional<double> readNumberArgument(const QString& text);
 
 // The values of --param, each NAME=VALUE: a new small letter other than e and the

@@ -6,6 +6,9 @@
 #include <QLocale>
 #include <QRegularExpression>
 
+#include <cmath>
+#include <limits>
+
 namespace curvix::plot {
 
 double SafeDivide(double a, double b)
@@ -98,6 +101,27 @@ std::optional<double> readRangeNumber(const QString& text)
     if (!ok)
         return std::nullopt;
     return timesPi ? value * eval::kPiValue : value;
+}
+
+std::optional<double> readNumberExpression(const QString& text)
+{
+    if (const std::optional<double> plain = readRangeNumber(text))
+        return plain;
+    QString formula = text.trimmed();
+    formula.replace(QChar(0x03C0), eval::kPiChar);
+    static const QRegularExpression pi(QStringLiteral("(?<![A-Za-z])pi?(?![A-Za-z])"));
+    formula.replace(pi, QString(eval::kPiChar));
+    eval::ExpressionEvaluator evaluator;
+    const QString prepared =
+        eval::PrepareExpressionText(evaluator, formula, QStringLiteral("f(x)"), {}, QLocale::c());
+    const auto compiled =
+        prepared.isEmpty() ? nullptr : eval::CompiledFormula::compile(prepared, QStringLiteral("x"));
+    // A calculation, not a function: an x in it leaves no number.
+    const double value =
+        compiled ? compiled->evaluate(std::numeric_limits<double>::quiet_NaN()) : NAN;
+    if (!std::isfinite(value))
+        return std::nullopt;
+    return value;
 }
 
 } // namespace curvix::plot

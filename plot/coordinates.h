@@ -65,4 +65,9 @@ namespace curvix::plot {
 // written with a final "p" ("p", "-p", "2p", "0.5p"). Nothing for any other text.
 std::optional<double> readRangeNumber(const QString& text);
 
+// A range text, or else a calculation in the formula language in which p, pi and π stand
+// for pi: "p/2", "-3π/4", "sqrt(2)", "1/3". Nothing for a text that gives no finite number
+// (one that uses the variable x, for one).
+std::optional<double> readNumberExpression(const QString& text);
+
 } // namespace curvix::plot

@@ -163,6 +163,9 @@ void answerRows()
     row("area backwards over pi, in degrees", {"--area", "180,0", "--angle", "deg", "sin(x)"}, 0,
         value("-114.591559\t114.591559\n"), none);
     row("area with decimal commas", {"--area", "0,5;1,5", "2x"}, 0, value("2\t2\n"), none);
+    row("area between calculated bounds", {"--area", "-p/2,pi/2", "cos(x)"}, 0, value("2\t2\n"), none);
+    row("area with a parameter not given", {"--area", "0,1", "a*x"}, 1, none,
+        value("curvix: 'a*x' uses a, which is not a parameter; give it a value with --param a=VALUE\n"));
     row("area of a divergent integral", {"--area", "-1,1", "1/x"}, 1, none,
         value("The integral diverges on [−1, 1].\n"));
     row("area where the formula is undefined", {"--area", "-1,2", "ln(x)"}, 1, none,

@@ -200,6 +200,8 @@ private slots:
         QTest::newRow("decimals, reversed") << typed("2.5") << "-2p" << "" << Bounds(std::pair(2.5, -2 * eval::kPiValue));
         QTest::newRow("empty From") << "" << "1" << "From" << Bounds();
         QTest::newRow("sign alone in To") << "1" << "-" << "To" << Bounds();
+        QTest::newRow("calculations") << "-pi/2" << "3p/4+1/4" << "" << Bounds(std::pair(-eval::kPiValue / 2, 0.75 * eval::kPiValue + 0.25));
+        QTest::newRow("the variable is no number") << "0" << "2x" << "To" << Bounds();
     }
 
     void areaBounds()
@@ -220,7 +222,7 @@ private slots:
             if (dialog->isVisible())
                 child<QDialogButtonBox>(dialog, {})->button(QDialogButtonBox::Cancel)->click();
         });
-        QCOMPARE(app::askAreaBounds(nullptr, QStringLiteral("sin(x)"), -eval::kPiValue / 2, 3.25), bounds);
+        QCOMPARE(app::askAreaBounds(nullptr, QStringLiteral("sin(x)"), QStringLiteral("x"), -eval::kPiValue / 2, 3.25), bounds);
         QCOMPARE(shown, typed("-0.5π 3.25"));
         QCOMPARE(said.contains(QStringLiteral("The %1 box").arg(problem)), !problem.isEmpty());
     }
