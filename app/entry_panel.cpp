@@ -317,10 +317,19 @@ void EntryPanel::pressToken(int index)
                                           : QLatin1String(kTokens[index].inserted));
 }
 
+void EntryPanel::setParameters(const eval::ParameterList& parameters)
+{
+    // Only the names matter to the preview: a slider's move leaves it alone.
+    if (eval::parameterNames(parameters) == eval::parameterNames(m_parameters))
+        return;
+    m_parameters = parameters;
+    showPreview();
+}
+
 void EntryPanel::showPreview()
 {
     const QImage picture = plot::typesetFormula(functionText(), labelText(), labelFont(),
-                                                m_preview->devicePixelRatioF());
+                                                m_preview->devicePixelRatioF(), m_parameters);
     m_previewFormula = picture.isNull() ? QString() : functionText();
     m_preview->setPixmap(picture.isNull() ? QPixmap() : QPixmap::fromImage(picture));
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "eval/parameters.h"
+
 #include "model/graph.h"
 
 #include <QObject>
@@ -46,6 +48,9 @@ public:
     // it shows the text, else the first item with that text, -1 when none.
     int itemPosition(const std::vector<model::FunctionItem>& items) const;
     void pickItem(const QString& text, int row);
+
+    // The drawing's parameters, which the formula preview sets as symbols.
+    void setParameters(const eval::ParameterList& parameters);
 
     // The label as typed ("f(x)"), and whether it names a variable.
     QString labelText() const;
@@ -97,6 +102,7 @@ private:
     QWidget* m_keypadTarget = nullptr;
     std::function<bool(const QWidget*)> m_takesPi;
     QMetaObject::Connection m_focusConnection;
+    eval::ParameterList m_parameters;
 };
 
 } // namespace curvix::app

@@ -331,6 +331,7 @@ void frmgraph::redraw()
     m_areas->preparePrimitives();
     m_plotView->redraw(redrawOptions());
     m_parameters->refresh();
+    m_entry->setParameters(m_state.parameters);
     m_ranges->setSettingUp(false);
     ++m_redraws;
     m_curveTools->afterRedraw();

@@ -57,7 +57,8 @@ QLabel* PlotLabels::addText(const QString& text, QPointF at)
 QLabel* PlotLabels::addFormula(const QString& formula, const QString& variableLabel, QPointF at)
 {
     const QImage picture =
-        plot::typesetFormula(formula, variableLabel, m_font, m_plot->devicePixelRatioF());
+        plot::typesetFormula(formula, variableLabel, m_font, m_plot->devicePixelRatioF(),
+                             m_state.parameters);
     if (picture.isNull())
         return nullptr;
     PlotLabel* label = place(m_formulas, at);
@@ -103,7 +104,8 @@ std::optional<QString> PlotLabels::editLastFormula(const QString& functionText, 
     std::optional<QString> edited = m_prompter.inputText(LoadResString(2070), current);
     if (!edited || edited->isEmpty())
         return std::nullopt;
-    const QImage picture = plot::typesetFormula(*edited, label, m_font, m_plot->devicePixelRatioF());
+    const QImage picture = plot::typesetFormula(*edited, label, m_font, m_plot->devicePixelRatioF(),
+                             m_state.parameters);
     if (picture.isNull()) {
         m_prompter.message(LoadResString(2071));
         return std::nullopt;
@@ -217,7 +219,8 @@ void PlotLabels::showFrom(const model::Drawing& drawing)
         addTextAt(point.text, point.x, point.y)->setProperty("curve", point.curve);
     for (const model::FormulaPicture& formula : drawing.formulaPictures) {
         const QImage picture =
-            plot::typesetFormula(formula.formula, formula.label, m_font, m_plot->devicePixelRatioF());
+            plot::typesetFormula(formula.formula, formula.label, m_font, m_plot->devicePixelRatioF(),
+                             m_state.parameters);
         if (picture.isNull())
             continue;
         PlotLabel* label = placeAtWorld(m_formulas, formula.x, formula.y);

@@ -91,11 +91,13 @@ void paintFills(QPainter& painter, const VectorScene& scene, QSizeF logical)
 }
 
 // The formula pictures first, then the texts, as the window stacks them.
-void paintLabels(QPainter& painter, const PictureLabels& labels)
+void paintLabels(QPainter& painter, const PictureLabels& labels,
+                 const eval::ParameterList& parameters)
 {
     painter.setPen(Qt::black);
     for (const LabelFormula& formula : labels.formulas)
-        plot::paintFormula(painter, formula.at, formula.formula, formula.label, labels.font);
+        plot::paintFormula(painter, formula.at, formula.formula, formula.label, labels.font,
+                           parameters);
     painter.setFont(plot::fontForDevice(labels.font, painter.device()));
     const QFontMetricsF metrics(painter.font(), painter.device());
     for (const LabelText& text : labels.texts)
@@ -141,7 +143,7 @@ void paintVectorPicture(QPainter& painter, QSizeF logical, const VectorScene& sc
     plot::paintPlotLayer(scene.state, painter, logical, nullptr, options, PlotLayer::UnderFills);
     paintFills(painter, scene, logical);
     plot::paintPlotLayer(scene.state, painter, logical, nullptr, options, PlotLayer::OverFills);
-    paintLabels(painter, scene.labels);
+    paintLabels(painter, scene.labels, scene.state.parameters);
     painter.restore();
 }
 

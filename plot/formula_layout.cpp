@@ -432,10 +432,14 @@ private:
 
 } // namespace
 
-std::optional<LaidOutFormula> layOut(const QString& typed, const QString& label, const QFont& font)
+std::optional<LaidOutFormula> layOut(const QString& typed, const QString& label, const QFont& font,
+                                     const eval::ParameterList& parameters)
 {
-    const QStringList variables{model::labelVariable(label), QStringLiteral("e")};
-    const eval::ParseResult parsed = eval::parseFormula(parserText(typed), variables);
+    const QString variable = model::labelVariable(label);
+    const QStringList variables =
+        QStringList{variable, QStringLiteral("e")} + eval::parameterNames(parameters);
+    const eval::ParseResult parsed = eval::parseFormula(
+        eval::splitParameterProducts(parserText(typed), variable, parameters), variables);
     if (!parsed.ok())
         return std::nullopt;
     Typesetter typesetter(font, 1);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "eval/parameters.h"
+
 // The layout of a typeset formula, shared by its raster and its vector painting
 // (formula_picture.cpp); the typesetting itself is in formula_layout.cpp.
 
@@ -95,6 +97,7 @@ struct LaidOutFormula {
 
 // The formula of the typed text (and its label in front), laid out in the font; none when
 // the text does not parse.
-std::optional<LaidOutFormula> layOut(const QString& typed, const QString& label, const QFont& font);
+std::optional<LaidOutFormula> layOut(const QString& typed, const QString& label, const QFont& font,
+                                     const eval::ParameterList& parameters = {});
 
 } // namespace curvix::plot::formula

@@ -51,9 +51,9 @@ void paintLaidOut(QPainter& painter, const LaidOutFormula& formula, qreal onePix
 } // namespace
 
 QImage typesetFormula(const QString& typed, const QString& label, const QFont& font,
-                      qreal devicePixelRatio)
+                      qreal devicePixelRatio, const eval::ParameterList& parameters)
 {
-    const std::optional<LaidOutFormula> formula = layOut(typed, label, font);
+    const std::optional<LaidOutFormula> formula = layOut(typed, label, font, parameters);
     if (!formula)
         return {};
     const qreal ratio =
@@ -76,9 +76,10 @@ QImage typesetFormula(const QString& typed, const QString& label, const QFont& f
 }
 
 QSizeF paintFormula(QPainter& painter, QPointF topLeft, const QString& typed,
-                    const QString& label, const QFont& font)
+                    const QString& label, const QFont& font,
+                    const eval::ParameterList& parameters)
 {
-    const std::optional<LaidOutFormula> formula = layOut(typed, label, font);
+    const std::optional<LaidOutFormula> formula = layOut(typed, label, font, parameters);
     if (!formula)
         return {};
     painter.save();

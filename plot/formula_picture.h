@@ -1,5 +1,7 @@
 #pragma once
 
+#include "eval/parameters.h"
+
 #include <QFont>
 #include <QImage>
 #include <QPainter>
@@ -18,13 +20,15 @@ namespace curvix::plot {
 // a decimal point, and the variable is the letter the label names ("x" when it names none).
 // An empty label leaves out the "label = " part. The image's logical size is a whole number
 // of pixels at every device pixel ratio.
+// The drawing's parameters are set as symbols; another letter does not parse.
 QImage typesetFormula(const QString& typed, const QString& label, const QFont& font,
-                      qreal devicePixelRatio = 1.0);
+                      qreal devicePixelRatio = 1.0, const eval::ParameterList& parameters = {});
 
 // The same formula painted as text and shapes onto any painter, the picture's top-left
 // corner at topLeft, for media that keep text (PDF, SVG, a printer): the size the picture
 // would have, or an empty size when the text does not parse (nothing is painted then).
 QSizeF paintFormula(QPainter& painter, QPointF topLeft, const QString& typed,
-                    const QString& label, const QFont& font);
+                    const QString& label, const QFont& font,
+                    const eval::ParameterList& parameters = {});
 
 } // namespace curvix::plot

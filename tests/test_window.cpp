@@ -715,6 +715,7 @@ private slots:
         QCOMPARE(w.graphTexts(), QStringList{QStringLiteral("a*x^2")});
         QDockWidget* dock = w.window.parameters().dock();
         QTRY_VERIFY(dock->isVisible());
+        QVERIFY(!w.get<QLabel>(QStringLiteral("OLE1"))->pixmap().isNull()); // typeset with a
         auto* slider = dock->findChild<QSlider*>();
         QVERIFY(slider);
         QUndoStack& undo = w.window.document().undoStack();

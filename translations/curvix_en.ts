@@ -29,6 +29,41 @@
     </message>
 </context>
 <context>
+    <name>AreaDialog</name>
+    <message>
+        <source>Area under f(%1) = %2</source>
+        <translation>Area under f(%1) = %2</translation>
+    </message>
+    <message>
+        <source>The area between the curve and the x axis:</source>
+        <translation>The area between the curve and the x axis:</translation>
+    </message>
+    <message>
+        <source>From</source>
+        <translation>From</translation>
+    </message>
+    <message>
+        <source>To</source>
+        <translation>To</translation>
+    </message>
+    <message>
+        <source>A number or a calculation; p or π stands for pi, as in p/2</source>
+        <translation>A number or a calculation; p or π stands for pi, as in p/2</translation>
+    </message>
+    <message>
+        <source>&amp;From %1 =</source>
+        <translation>&amp;From %1 =</translation>
+    </message>
+    <message>
+        <source>&amp;To %1 =</source>
+        <translation>&amp;To %1 =</translation>
+    </message>
+    <message>
+        <source>The %1 box needs a number, such as 0, %2, 2π or π/2.</source>
+        <translation>The %1 box needs a number, such as 0, %2, 2π or π/2.</translation>
+    </message>
+</context>
+<context>
     <name>DrawingText</name>
     <message>
         <source>it is empty</source>

@@ -29,6 +29,41 @@
     </message>
 </context>
 <context>
+    <name>AreaDialog</name>
+    <message>
+        <source>Area under f(%1) = %2</source>
+        <translation>Area under f(%1) = %2</translation>
+    </message>
+    <message>
+        <source>The area between the curve and the x axis:</source>
+        <translation>Arean mellan kurvan och x-axeln:</translation>
+    </message>
+    <message>
+        <source>From</source>
+        <translation>Från</translation>
+    </message>
+    <message>
+        <source>To</source>
+        <translation>Till</translation>
+    </message>
+    <message>
+        <source>A number or a calculation; p or π stands for pi, as in p/2</source>
+        <translation>Ett tal eller en beräkning; p eller π står för pi, som i p/2</translation>
+    </message>
+    <message>
+        <source>&amp;From %1 =</source>
+        <translation>&amp;Från %1 =</translation>
+    </message>
+    <message>
+        <source>&amp;To %1 =</source>
+        <translation>&amp;Till %1 =</translation>
+    </message>
+    <message>
+        <source>The %1 box needs a number, such as 0, %2, 2π or π/2.</source>
+        <translation>Rutan %1 behöver ett tal, till exempel 0, %2, 2π eller π/2.</translation>
+    </message>
+</context>
+<context>
     <name>DrawingText</name>
     <message>
         <source>it is empty</source>
