@@ -39,7 +39,7 @@ void AreaTools::addToMenus(WindowActions& actions, const std::function<int()>& s
 {
     m_area = new QAction(tr("&Area…"), this);
     m_area->setObjectName(QStringLiteral("mnupoparea"));
-    m_remove = new QAction(tr("Remove Area&s"), this);
+    m_remove = new QAction(tr("Remove area&s"), this);
     m_remove->setObjectName(QStringLiteral("mnupopremoveareas"));
     actions.functionPopup->insertActions(actions.popupDemonstration, {m_area, m_remove});
     connect(actions.functionPopup, &QMenu::aboutToShow, this,

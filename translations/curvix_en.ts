@@ -1809,8 +1809,8 @@ Do you want to replace it?</translation>
         <translation>&amp;Area…</translation>
     </message>
     <message>
-        <source>Remove Area&amp;s</source>
-        <translation>Remove Area&amp;s</translation>
+        <source>Remove area&amp;s</source>
+        <translation>Remove area&amp;s</translation>
     </message>
 </context>
 <context>

@@ -1809,7 +1809,7 @@ Vill du ersätta den?</translation>
         <translation>Ar&amp;ea…</translation>
     </message>
     <message>
-        <source>Remove Area&amp;s</source>
+        <source>Remove area&amp;s</source>
         <translation>Ta bort are&amp;or</translation>
     </message>
 </context>
