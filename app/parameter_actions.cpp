@@ -11,8 +11,13 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <utility>
 
 namespace curvix::app {
+
+namespace {
+constexpr qint64 kKeysInARowMs = 1000;
+}
 
 ParameterActions::ParameterActions(model::AppState& state, model::Prompter& prompter,
                                    QMainWindow* window)
@@ -47,6 +52,10 @@ void ParameterActions::refresh()
     const QString& variable = m_state.listVariable;
     m_panel->setVariable(variable.isEmpty() ? QStringLiteral("x") : variable);
     m_panel->setParameters(m_state.parameters);
+    // After an undo the next key begins a step of its own.
+    if (m_lastStepped >= int(m_state.parameters.size()) ||
+        (m_lastStepped >= 0 && m_state.parameters[std::size_t(m_lastStepped)].value != m_lastValue))
+        m_lastStepped = -1;
     // The first parameter of a drawing brings its sliders into view.
     if (m_shownCount == 0 && !m_state.parameters.empty() && !m_dock->isVisible())
         showDock();
@@ -80,10 +89,18 @@ void ParameterActions::onValueChanged(int index, double value, bool dragging)
         emit valueMoved(continuing);
         return;
     }
-    // The release of a drag ends its step; a typed value or a key is a step of its own.
-    const bool continuing = m_dragging;
-    m_dragging = false;
-    if (continuing)
+    // The release of a drag ends its step. Keys pressed in a row on one slider make one
+    // step too, as a drag does; a value typed or keyed after a pause is a step of its own.
+    if (std::exchange(m_dragging, false)) {
+        m_lastStepped = -1;
+        emit valueMoved(true);
+        return;
+    }
+    const bool inARow = index == m_lastStepped && m_sinceStep.elapsed() < kKeysInARowMs;
+    m_lastStepped = index;
+    m_lastValue = value;
+    m_sinceStep.start();
+    if (inARow)
         emit valueMoved(true);
     else
         emit changed();

@@ -3,6 +3,7 @@
 #include "model/app_state.h"
 #include "model/prompter.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 
 class QAction;
@@ -49,6 +50,10 @@ private:
     ParameterPanel* m_panel = nullptr;
     QDockWidget* m_dock = nullptr;
     bool m_dragging = false;      // a drag or a sweep is under way
+    // The parameter last keyed or typed, its value then, and since when.
+    int m_lastStepped = -1;
+    double m_lastValue = 0;
+    QElapsedTimer m_sinceStep;
     std::size_t m_shownCount = 0; // parameters at the last refresh, to open the dock on the first
 };
 

@@ -732,10 +732,15 @@ private slots:
         undo.undo();
         QCOMPARE(w.state.parameters.at(0).value, 1.0);
         QCOMPARE(w.state.graphs.at(0).formula->evaluate(2), 4.0);
-        // The arrows move a focused slider, not the trace.
+        // The arrows move a focused slider, not the trace; keys in a row are one step.
         slider->setFocus();
+        const int redraws = w.window.redrawCount();
         QTest::keyClick(slider, Qt::Key_Right);
-        QCOMPARE(w.state.parameters.at(0).value, 1.1);
+        QTest::keyClick(slider, Qt::Key_Right);
+        QCOMPARE(w.state.parameters.at(0).value, 1.2);
+        QTRY_COMPARE(w.window.redrawCount(), redraws + 2); // the first key and the rest
+        undo.undo();
+        QCOMPARE(w.state.parameters.at(0).value, 1.0);
         dock->findChild<QToolButton*>(QStringLiteral("parameterRemove"))->click();
         QCOMPARE(w.state.parameters.size(), std::size_t(1));
         QVERIFY2(w.prompter.messages.last().contains(QStringLiteral("a*x^2")),
