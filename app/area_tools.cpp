@@ -5,6 +5,7 @@
 #include "app/window_actions.h"
 #include "eval/formula.h"
 #include "eval/symbolic.h"
+#include "model/graph_list.h"
 #include "plot/area.h"
 
 #include <QAction>
@@ -84,19 +85,19 @@ void AreaTools::askArea(int entry)
 void AreaTools::removeAreas(int entry)
 {
     const auto before = m_state.areas.size();
-    std::erase_if(m_state.areas, [entry](const model::AreaRegion& r) { return r.curve == entry; });
+    model::removeAreasOf(m_state, entry);
     if (m_state.areas.size() == before)
         return;
     m_state.documentChanged = true;
     emit changed();
 }
 
-QString AreaTools::keyFor(const QString& text) const
+QString AreaTools::keyFor(const model::GraphEntry& entry) const
 {
     return QStringLiteral("%1\n%2\n%3\n%4")
-        .arg(text, variableOf(m_state))
+        .arg(entry.text, variableOf(m_state))
         .arg(int(m_state.angleUnit))
-        .arg(eval::parameterNames(m_state.parameters).join(u','));
+        .arg(entry.parameters.join(u','));
 }
 
 void AreaTools::preparePrimitives()
@@ -106,8 +107,8 @@ void AreaTools::preparePrimitives()
         const qint32 curve = m_state.areas[i].curve;
         if (curve < 0 || curve >= qint32(m_state.graphs.size()))
             continue;
-        const QString text = m_state.graphs[std::size_t(curve)].text;
-        const QString key = keyFor(text);
+        const model::GraphEntry& entry = m_state.graphs[std::size_t(curve)];
+        const QString key = keyFor(entry);
         if (const auto known = m_primitives.find(key); known != m_primitives.end()) {
             m_state.areaReadouts[i].primitive = known->second;
             continue;
@@ -118,10 +119,10 @@ void AreaTools::preparePrimitives()
         m_asking = key;
         eval::SymbolicOptions options;
         options.angleUnit = int(m_state.angleUnit);
-        options.parameters = eval::parameterNames(m_state.parameters);
+        options.parameters = entry.parameters;
         options.cancel = m_cancel;
         const QString variable = variableOf(m_state);
-        m_watcher.setFuture(QtConcurrent::run([text, variable, options] {
+        m_watcher.setFuture(QtConcurrent::run([text = entry.text, variable, options] {
             return eval::SymbolicPrimitive(text, variable, {}, options);
         }));
     }
@@ -136,8 +137,11 @@ void AreaTools::takePrimitive()
         eval::ExpressionEvaluator evaluator;
         const QString variable = m_asking.section(u'\n', 1, 1);
         const QString label = QStringLiteral("f(%1)").arg(variable);
-        prepared = eval::PrepareExpressionText(evaluator, answer, label, {}, QLocale::c(),
-                                               m_state.parameters);
+        // The names the request was made with; their values do not matter here.
+        eval::ParameterList asked;
+        for (const QString& name : m_asking.section(u'\n', 3, 3).split(u',', Qt::SkipEmptyParts))
+            asked.push_back({name});
+        prepared = eval::PrepareExpressionText(evaluator, answer, label, {}, QLocale::c(), asked);
     }
     m_primitives[m_asking] = prepared;
     if (!prepared.isEmpty())

@@ -48,7 +48,9 @@ signals:
     void redrawNeeded();
 
 private:
-    QString keyFor(const QString& text) const;
+    // The curve's text, the variable, the unit and the curve's parameters: what its
+    // primitive depends on.
+    QString keyFor(const model::GraphEntry& entry) const;
     void takePrimitive();
 
     model::AppState& m_state;

@@ -52,7 +52,6 @@ public:
     SymbolicRunner& symbolicRunner() const { return *m_symbolic; }
     DocumentActions& document() const { return *m_document; }
     ParameterActions& parameters() const { return *m_parameters; }
-    AreaTools& areaTools() const { return *m_areas; }
 
     // The full redraw of the plot; every change of the drawing ends in one call of it.
     void redraw();

@@ -166,7 +166,11 @@ bool ParameterPanel::isPlaying(int index) const
 
 void ParameterPanel::setParameters(const eval::ParameterList& parameters)
 {
-    // Keep the rows whose name stays, in the new order; the others go.
+    // Keep the rows whose name stays, in the new order; the others go. A slider's move
+    // changes only values: the rows keep their places, and nothing is laid out again.
+    QStringList before;
+    for (const auto& row : m_rows)
+        before << row->parameter.name;
     std::vector<std::unique_ptr<Row>> kept;
     for (const eval::Parameter& parameter : parameters) {
         auto same = std::find_if(m_rows.begin(), m_rows.end(), [&parameter](const auto& row) {
@@ -180,7 +184,8 @@ void ParameterPanel::setParameters(const eval::ParameterList& parameters)
         }
     }
     m_rows = std::move(kept); // the rows left behind are deleted here, their sweep with them
-    placeRows();
+    if (before != eval::parameterNames(parameters))
+        placeRows();
     const auto playing = [](const auto& row) { return row->play->isChecked(); };
     if (std::none_of(m_rows.begin(), m_rows.end(), playing))
         m_playTimer->stop();

@@ -19,13 +19,13 @@ namespace curvix::app {
 class FractionInput;
 class PiLineEdit;
 
-// The range rows (x and y: minimum, maximum, step, ticks), the fraction form that stands
-// in for the x row's numbers, the angle unit, exact trig and the drawing check boxes.
-// It reads its rows into the state's view and says when the plot must be drawn again.
 // The shortest text of a range box that reads back as exactly this value, "p" standing for
 // pi: a multiple of pi where piAllowed, else a decimal of as few digits as will do.
 QString exactRowText(double value, bool piAllowed);
 
+// The range rows (x and y: minimum, maximum, step, ticks), the fraction form that stands
+// in for the x row's numbers, the angle unit, exact trig and the drawing check boxes.
+// It reads its rows into the state's view and says when the plot must be drawn again.
 class RangePanel : public QWidget {
     Q_OBJECT
 public:

@@ -89,18 +89,23 @@ QString oneVariableText()
     return LoadResString(2091);
 }
 
+// A label's letter that names a parameter cannot be the variable too: said, and true.
+bool variableIsParameter(const AppState& state, Prompter& prompter, const QString& letter)
+{
+    if (eval::parameterIndex(state.parameters, letter) < 0)
+        return false;
+    prompter.message(QCoreApplication::translate(
+        "ParameterText", "%1 is a parameter of the drawing; it cannot be the variable too.")
+                         .arg(letter));
+    return true;
+}
+
 // The typed text prepared for the evaluator, "" when it is refused (the evaluator says why).
 // Letters not declared are first offered as parameters; declined, the text is refused
 // without a second message.
 QString preparedText(AppState& state, Prompter& prompter, const QString& text, const QString& label)
 {
     const QString letter = labelVariable(label);
-    if (eval::parameterIndex(state.parameters, letter) >= 0) {
-        prompter.message(QCoreApplication::translate(
-            "ParameterText", "%1 is a parameter of the drawing; it cannot be the variable too.")
-                             .arg(letter));
-        return {};
-    }
     if (!offerParameters(state, prompter, text, letter))
         return {};
     return eval::PrepareExpressionText(state.evaluator, text, label,
@@ -115,6 +120,8 @@ AddResult addFunctionSteps(AppState& state, Prompter& prompter, LinkCheck& links
         return AddResult::Ignored;
 
     const QString letter = labelVariable(label);
+    if (variableIsParameter(state, prompter, letter))
+        return AddResult::Rejected;
     if (state.listVariable.isEmpty()) {
         state.listVariable = letter;
     } else if (state.listVariable != letter) {
@@ -171,7 +178,11 @@ AddResult addFunctionSteps(AppState& state, Prompter& prompter, LinkCheck& links
 AddResult addFunction(AppState& state, Prompter& prompter, LinkCheck& links, const QString& text,
                       const QString& label, int keyCode)
 {
+    // Letters declared on the way stay only with the function that needed them.
+    const std::size_t declared = state.parameters.size();
     const AddResult result = addFunctionSteps(state, prompter, links, text, label, keyCode);
+    if (result == AddResult::Rejected)
+        state.parameters.resize(declared);
     state.pendingDerivativeOf = -1;
     state.pendingPrimitiveOf = -1;
     return result;
@@ -213,14 +224,18 @@ AddResult replaceFunction(AppState& state, Prompter& prompter, LinkCheck& links,
         return AddResult::Duplicate;
     // The variable may change only with the one function that uses it.
     const QString letter = labelVariable(label);
+    if (variableIsParameter(state, prompter, letter))
+        return AddResult::Rejected;
     if (letter != state.listVariable && state.graphs.size() > 1) {
         prompter.message(oneVariableText());
         return AddResult::Rejected;
     }
+    const std::size_t declared = state.parameters.size();
     const QString expression = preparedText(state, prompter, text, label);
     if (expression.isEmpty())
         return AddResult::Rejected;
     if (graphExists(state, text)) {
+        state.parameters.resize(declared); // letters declared for it go with it
         prompter.message(LoadResString(kDrawnAlreadyText).arg(text));
         return AddResult::Rejected;
     }
@@ -243,6 +258,18 @@ AddResult replaceFunction(AppState& state, Prompter& prompter, LinkCheck& links,
     return AddResult::Added;
 }
 
+void removeAreasOf(AppState& state, int k)
+{
+    // The read-outs stand beside their areas: they go together.
+    state.areaReadouts.resize(state.areas.size());
+    for (std::size_t i = state.areas.size(); i-- > 0;) {
+        if (state.areas[i].curve == k) {
+            state.areas.erase(state.areas.begin() + std::ptrdiff_t(i));
+            state.areaReadouts.erase(state.areaReadouts.begin() + std::ptrdiff_t(i));
+        }
+    }
+}
+
 void removeGraphAt(AppState& state, int k)
 {
     if (k < 0 || k >= static_cast<int>(state.graphs.size()))
@@ -260,7 +287,7 @@ void removeGraphAt(AppState& state, int k)
         }
     }
     // The areas under the removed curve go with it; those of later curves follow their index.
-    std::erase_if(state.areas, [k](const AreaRegion& area) { return area.curve == k; });
+    removeAreasOf(state, k);
     for (AreaRegion& area : state.areas) {
         if (area.curve > k)
             --area.curve;

@@ -32,6 +32,9 @@ AddResult addFunction(AppState& state, Prompter& prompter, LinkCheck& links, con
 AddResult replaceFunction(AppState& state, Prompter& prompter, LinkCheck& links, int k,
                           const QString& text, const QString& label);
 
+// Removes the areas under entry k, with their read-outs.
+void removeAreasOf(AppState& state, int k);
+
 // Removes entry k. Only the first derivative link and the first primitive link that point
 // at k are cleared; links to later entries keep their old numbers after the shift.
 void removeGraphAt(AppState& state, int k);

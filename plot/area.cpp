@@ -131,7 +131,9 @@ Kind singularityAt(const eval::CompiledFormula& f, double s, double dir, double 
     if (!(earlier > 1e-300))
         return Kind::Finite;
     const double ratio = std::pow(last / earlier, 1.0 / double(kSpan));
-    return ratio > 0.97 ? Kind::Divergent : Kind::Finite;
+    // |x|^-p halves its pieces by 2^(p-1): 1 at p = 1. Nearer 1 than this, a convergent tail
+    // would lie below the doubles near the point and be lost: it is told as divergent.
+    return ratio > 0.99 ? Kind::Divergent : Kind::Finite;
 }
 
 struct PieceResult {

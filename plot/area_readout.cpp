@@ -113,21 +113,25 @@ void computeAreas(model::AppState& state)
         const model::AreaRegion& region = state.areas[i];
         model::AreaReadout& readout = state.areaReadouts[i];
         const bool known = region.curve >= 0 && std::size_t(region.curve) < state.graphs.size();
-        const QString expression = known ? state.graphs[std::size_t(region.curve)].expression
-                                         : QString();
+        const model::GraphEntry* entry = known ? &state.graphs[std::size_t(region.curve)] : nullptr;
         QString key = QStringLiteral("%1\n%2\n%3 %4 %5 %6")
-                          .arg(expression, readout.primitive, variable)
+                          .arg(entry ? entry->expression : QString(), readout.primitive, variable)
                           .arg(region.a, 0, 'g', 17)
                           .arg(region.b, 0, 'g', 17)
                           .arg(int(state.angleUnit));
+        // Only the curve's own parameters move its area: another slider leaves it be.
         for (const eval::Parameter& p : state.parameters)
-            key += QStringLiteral(" %1=%2").arg(p.name).arg(p.value, 0, 'g', 17);
+            if (entry && entry->parameters.contains(p.name))
+                key += QStringLiteral(" %1=%2").arg(p.name).arg(p.value, 0, 'g', 17);
         if (key == readout.computedFor)
             continue;
         readout.computedFor = key;
-        const auto f = known ? eval::CompiledFormula::compile(expression, variable, state.angleUnit,
-                                                              nullptr, nullptr, state.parameters)
-                             : nullptr;
+        const auto f = !entry ? nullptr
+                       : entry->formula
+                           ? entry->formula
+                           : eval::CompiledFormula::compile(entry->expression, variable,
+                                                            state.angleUnit, nullptr, nullptr,
+                                                            state.parameters);
         if (!f) {
             readout.value = AreaValue{};
             readout.value.message = areaMessage(readout.value, region.a, region.b);
