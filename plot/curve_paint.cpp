@@ -19,6 +19,15 @@ void setPicturePixels(QImage& picture, const PlotScale& deviceScale,
     const int dot = std::max(1, int(std::lround(picture.devicePixelRatio() * widthFactor)));
     uchar* bits = picture.bits();
     const qsizetype stride = picture.bytesPerLine();
+    if (dot == 1) {
+        // The common case, a pixel a point, without the loops a wider dot takes.
+        for (const eval::PointD& point : points) {
+            const QPointF p = deviceScale.toPixel(point.x, point.y);
+            if (p.x() >= 0 && p.x() < width && p.y() >= 0 && p.y() < height)
+                reinterpret_cast<QRgb*>(bits + stride * int(p.y()))[int(p.x())] = rgb;
+        }
+        return;
+    }
     for (const eval::PointD& point : points) {
         const QPointF p = deviceScale.toPixel(point.x, point.y);
         // A comparison that is false for NaN skips points the surface cannot hold.
