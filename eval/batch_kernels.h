@@ -21,7 +21,7 @@ void runBaseline(const Program::Instr& in, const double* a, const double* b, con
 // AVX2 with FMA: four values at a time, library functions from SLEEF.
 void runAvx2(const Program::Instr& in, const double* a, const double* b, const double* c,
              double* out, int n);
-// AVX-512 (F): eight values at a time, library functions from SLEEF.
+// AVX-512 (F and DQ): eight values at a time, library functions from SLEEF.
 void runAvx512(const Program::Instr& in, const double* a, const double* b, const double* c,
                double* out, int n);
 

@@ -76,8 +76,9 @@ public:
                        std::span<const double> xs, std::span<double> ys) const;
 
     // The instructions evaluateBatch runs on, chosen on first use: the widest the processor
-    // has of AVX-512, AVX2 (with FMA) and the baseline of every x86-64. CURVIX_BATCH_ISA in
-    // the environment (baseline, avx2) caps the choice, to compare them on one machine.
+    // has of AVX-512 (F and DQ), AVX2 (with FMA) and the baseline of every x86-64.
+    // CURVIX_BATCH_ISA in the environment (baseline, avx2) caps the choice, to compare them
+    // on one machine.
     enum class InstructionSet { Baseline, Avx2, Avx512 };
     static InstructionSet batchInstructionSet();
 

@@ -53,7 +53,8 @@ Program::InstructionSet detectInstructionSet()
     }
 #ifdef CURVIX_HAVE_VECTOR_BATCH
     __builtin_cpu_init();
-    if (cap >= Set::Avx512 && __builtin_cpu_supports("avx512f"))
+    if (cap >= Set::Avx512 && __builtin_cpu_supports("avx512f") &&
+        __builtin_cpu_supports("avx512dq"))
         return Set::Avx512;
     if (cap >= Set::Avx2 && __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma"))
         return Set::Avx2;
