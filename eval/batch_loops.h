@@ -170,7 +170,7 @@ void intPowKernel(const Instr& in, const double* __restrict__ a, const double* c
 }
 
 // Two terms of one variable, never with an operand step; the finishing step runs with
-// its neutral parts rather than in eight variants.
+// its neutral parts rather than in eight variants, and may add a third term (preC).
 template <int N1, int N2>
 void powers2Loop(const Instr& in, const double* __restrict__ a, const double* __restrict__ c,
                  double* __restrict__ out, int n)
@@ -183,9 +183,13 @@ void powers2Loop(const Instr& in, const double* __restrict__ a, const double* __
     } else if ((in.post & kAcc) == 0) {
         for (int i = 0; i < n; ++i)
             out[i] = f(a[i]) * mul + add;
-    } else {
+    } else if (!in.preC) {
         for (int i = 0; i < n; ++i)
             out[i] = (f(a[i]) * mul + c[i]) + add;
+    } else {
+        const double cm = in.cm, cc = in.cc;
+        for (int i = 0; i < n; ++i)
+            out[i] = (f(a[i]) * mul + (c[i] * cm + cc)) + add;
     }
 }
 

@@ -223,6 +223,27 @@ private:
         return term;
     }
 
+    // sum + term, term a variable with or without its step (2x, x-1), when sum is an open
+    // Powers2 of the same variable: its finishing step adds the term, so that the third term
+    // of a polynomial costs no pass of its own. For a difference the term comes negated,
+    // which is exact: t - (x*m + c) is t + (x*(-m) + (-c)).
+    std::optional<Value> powers2Plus(const Value& sum, Value term, double sign)
+    {
+        Instr* in = open(sum);
+        if (!in || in->op != Op::Powers2 || in->post != Program::PostNone || term.constant ||
+            term.instr >= 0 || slotVariable_[term.slot] < 0 || term.slot != in->a)
+            return std::nullopt;
+        if (sign < 0)
+            term = negated(term);
+        in->post = kAcc;
+        in->c = term.slot;
+        in->cVariable = slotVariable_[term.slot];
+        in->preC = term.pending();
+        in->cm = term.m;
+        in->cc = term.c;
+        return sum;
+    }
+
     // v as c * x^n with n from 1 to 4: a variable, 2x, or an open x^n or x^n * c.
     std::optional<Monomial> monomial(const Value& v) const
     {
@@ -345,6 +366,8 @@ private:
                 return shifted(r, l.k);
             if (const std::optional<Value> v = powers2(l, r, 1))
                 return *v;
+            if (const std::optional<Value> v = powers2Plus(l, r, 1))
+                return *v;
             if (const std::optional<Value> v = accumulated(r, l, 1))
                 return *v;
             if (isVariable(r)) {
@@ -359,6 +382,8 @@ private:
             if (l.constant)
                 return shifted(negated(r), l.k);
             if (const std::optional<Value> v = powers2(l, r, -1))
+                return *v;
+            if (const std::optional<Value> v = powers2Plus(l, r, -1))
                 return *v;
             // l - f*m is f*(-m) + l.
             if (const std::optional<Value> v = accumulated(r, l, -1))

@@ -62,6 +62,10 @@ public:
         double ac = -0.0;
         double bm = 1;
         double bc = -0.0;
+        // The step c * cm + cc on the slot PostAcc adds; only a Powers2 takes it (x^4-3x^2+2x).
+        bool preC = false;
+        double cm = 1;
+        double cc = -0.0;
     };
 
     // Compiles a parsed formula; variable indices of the tree are the ids into the values

@@ -98,8 +98,10 @@ inline double finish(const Instr& in, double v, const double* variables, const d
 {
     if ((in.post & kMul) != 0)
         v *= in.mul;
-    if ((in.post & kAcc) != 0)
-        v += in.cVariable >= 0 ? variables[in.cVariable] : r[in.c];
+    if ((in.post & kAcc) != 0) {
+        const double c = in.cVariable >= 0 ? variables[in.cVariable] : r[in.c];
+        v += in.preC ? c * in.cm + in.cc : c;
+    }
     if ((in.post & kAdd) != 0)
         v += in.add;
     return v;
