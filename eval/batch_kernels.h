@@ -10,8 +10,9 @@ namespace curvix::eval::batch {
 // instructions run over it one after the other.
 constexpr int kChunk = 512;
 
-// Runs one instruction over n <= kChunk values: out[i] from a[i], b[i] and, for a finishing
-// step that adds a slot, c[i]. out is never one of a, b or c.
+// Runs one instruction over n values, a chunk or, for a program of one instruction, the
+// whole span: out[i] from a[i], b[i] and, for a finishing step that adds a slot, c[i]. out
+// is never one of a, b or c.
 using Kernel = void (*)(const Program::Instr& in, const double* a, const double* b,
                         const double* c, double* out, int n);
 

@@ -48,7 +48,8 @@ struct Value {
     bool hasAdd = false;
     double m = 1;
     double c = -0.0; // x + -0 is x, also for x = -0
-    bool pending() const { return hasMul || hasAdd; }
+    int power = 1;   // slot^power * m + c: only as the operand an instruction takes in
+    bool pending() const { return hasMul || hasAdd || power > 1; }
     bool sameAs(const Value& o) const
     {
         return !constant && !o.constant && slot == o.slot && hasMul == o.hasMul &&
@@ -118,10 +119,35 @@ private:
         return !v.constant && slotVariable_[v.slot] >= 0 && !v.pending();
     }
 
+    // An open x^n (n up to 4) of a variable, written last and followed by no more than a
+    // scale and a shift, taken back to become the operand step of the instruction that
+    // reads it: (x^n * m + c), with the same roundings as the two steps apart.
+    void foldPower(Value& v)
+    {
+        if (v.constant || v.instr < 0 || v.instr != int(program_.code_.size()) - 1)
+            return;
+        const Instr& in = program_.code_.back();
+        if (in.op != Op::IntPow || in.n > 4 || in.preA || in.aVariable < 0 ||
+            (in.post & kAcc) != 0)
+            return;
+        Value folded;
+        folded.slot = in.a;
+        folded.power = in.n;
+        folded.hasMul = true;
+        folded.m = in.mul;
+        folded.hasAdd = true;
+        folded.c = in.add;
+        release(in.dst);
+        program_.code_.pop_back();
+        v = folded;
+    }
+
     // The output slot is taken before the operands are given back, so that no instruction
     // writes a slot it reads; the batch kernels rely on that.
     Value push(Op op, Value a, Value b = {}, double k = 0, Function function = Function::Sqrt)
     {
+        if (op == Op::Call || op == Op::Div)
+            foldPower(a);
         Instr in;
         in.op = op;
         in.function = function;
@@ -129,6 +155,7 @@ private:
         in.a = a.slot;
         in.aVariable = slotVariable_[a.slot];
         in.preA = a.pending();
+        in.aPower = a.power;
         in.am = a.m;
         in.ac = a.c;
         if (b.slot >= 0) {

@@ -58,6 +58,9 @@ public:
         // The operand steps a * am + ac and b * bm + bc, when preA and preB are set.
         bool preA = false;
         bool preB = false;
+        // With preA, slot a is first raised to this power (2 to 4; only a Call or a Div):
+        // sqrt(x^2+1) and (x^2+1)/(x-2) are one instruction each.
+        int aPower = 1;
         double am = 1;
         double ac = -0.0;
         double bm = 1;
