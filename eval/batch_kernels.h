@@ -10,8 +10,9 @@ namespace curvix::eval::batch {
 // instructions run over it one after the other.
 constexpr int kChunk = 512;
 
-// Runs one instruction over n <= kChunk values: out[i] from a[i], b[i] and, for a finishing
-// step that adds a slot, c[i]. out is never one of a, b or c.
+// Runs one instruction over n values, a chunk or, for a program of one instruction, the
+// whole span: out[i] from a[i], b[i] and, for a finishing step that adds a slot, c[i]. out
+// is never one of a, b or c.
 using Kernel = void (*)(const Program::Instr& in, const double* a, const double* b,
                         const double* c, double* out, int n);
 
@@ -21,7 +22,7 @@ void runBaseline(const Program::Instr& in, const double* a, const double* b, con
 // AVX2 with FMA: four values at a time, library functions from SLEEF.
 void runAvx2(const Program::Instr& in, const double* a, const double* b, const double* c,
              double* out, int n);
-// AVX-512 (F): eight values at a time, library functions from SLEEF.
+// AVX-512 (F and DQ): eight values at a time, library functions from SLEEF.
 void runAvx512(const Program::Instr& in, const double* a, const double* b, const double* c,
                double* out, int n);
 

@@ -64,13 +64,23 @@ void unaryLoop(const Instr& in, const double* __restrict__ a, const double* __re
     }
 }
 
-template <bool PreA, bool PreB, std::uint8_t P, class F>
+// The operand step of a: none (PreA 0), a * am + ac (1), or a^PreA * am + ac (2 to 4).
+template <int PreA>
+inline double steppedA(double a, double am, double ac)
+{
+    if constexpr (PreA == 0)
+        return a;
+    else
+        return powerOf<PreA>(a) * am + ac;
+}
+
+template <int PreA, bool PreB, std::uint8_t P, class F>
 void binaryLoop(const Instr& in, const double* __restrict__ a, const double* __restrict__ b,
                 const double* __restrict__ c, double* __restrict__ out, int n, F f)
 {
     const double am = in.am, ac = in.ac, bm = in.bm, bc = in.bc, mul = in.mul, add = in.add;
     for (int i = 0; i < n; ++i) {
-        const double u = PreA ? a[i] * am + ac : a[i];
+        const double u = steppedA<PreA>(a[i], am, ac);
         const double v = PreB ? b[i] * bm + bc : b[i];
         out[i] = finishAs<P>(f(u, v), mul, (P & kAcc) != 0 ? c[i] : 0, add);
     }
@@ -109,7 +119,7 @@ void unaryCall(const Instr& in, const double* a, const double* c, double* out, i
     unaryPost<true>(in, a, c, out, n, f);
 }
 
-template <bool PreA, bool PreB, class F>
+template <int PreA, bool PreB, class F>
 void binaryPost(const Instr& in, const double* a, const double* b, const double* c, double* out,
                 int n, F f)
 {
@@ -130,13 +140,56 @@ void binary(const Instr& in, const double* a, const double* b, const double* c, 
             int n, F f)
 {
     if (in.preA && in.preB)
-        binaryPost<true, true>(in, a, b, c, out, n, f);
+        binaryPost<1, true>(in, a, b, c, out, n, f);
     else if (in.preA)
-        binaryPost<true, false>(in, a, b, c, out, n, f);
+        binaryPost<1, false>(in, a, b, c, out, n, f);
     else if (in.preB)
-        binaryPost<false, true>(in, a, b, c, out, n, f);
+        binaryPost<0, true>(in, a, b, c, out, n, f);
     else
-        binaryPost<false, false>(in, a, b, c, out, n, f);
+        binaryPost<0, false>(in, a, b, c, out, n, f);
+}
+
+template <int PreA>
+void divideRaised(const Instr& in, const double* a, const double* b, const double* c,
+                  double* out, int n)
+{
+    const auto f = [](double u, double v) { return u / v; };
+    if (in.preB)
+        binaryPost<PreA, true>(in, a, b, c, out, n, f);
+    else
+        binaryPost<PreA, false>(in, a, b, c, out, n, f);
+}
+
+// A division whose dividend may be a power of its slot (x^2+1)/(x-2).
+void divideKernel(const Instr& in, const double* a, const double* b, const double* c,
+                  double* out, int n)
+{
+    switch (in.preA ? in.aPower : 1) {
+    case 2: return divideRaised<2>(in, a, b, c, out, n);
+    case 3: return divideRaised<3>(in, a, b, c, out, n);
+    case 4: return divideRaised<4>(in, a, b, c, out, n);
+    default: return binary(in, a, b, c, out, n, [](double u, double v) { return u / v; });
+    }
+}
+
+// a^n over n values, for an operand step that raises its slot, taken apart from the
+// linear part where the loop that follows calls a library function anyway.
+void raise(const double* a, int power, double* out, int n)
+{
+    switch (power) {
+    case 2:
+        for (int i = 0; i < n; ++i)
+            out[i] = powerOf<2>(a[i]);
+        break;
+    case 3:
+        for (int i = 0; i < n; ++i)
+            out[i] = powerOf<3>(a[i]);
+        break;
+    default:
+        for (int i = 0; i < n; ++i)
+            out[i] = powerOf<4>(a[i]);
+        break;
+    }
 }
 
 // Exponents above 4 never come with an operand step (the compiler computes it first).
@@ -170,7 +223,7 @@ void intPowKernel(const Instr& in, const double* __restrict__ a, const double* c
 }
 
 // Two terms of one variable, never with an operand step; the finishing step runs with
-// its neutral parts rather than in eight variants.
+// its neutral parts rather than in eight variants, and may add a third term (preC).
 template <int N1, int N2>
 void powers2Loop(const Instr& in, const double* __restrict__ a, const double* __restrict__ c,
                  double* __restrict__ out, int n)
@@ -183,9 +236,13 @@ void powers2Loop(const Instr& in, const double* __restrict__ a, const double* __
     } else if ((in.post & kAcc) == 0) {
         for (int i = 0; i < n; ++i)
             out[i] = f(a[i]) * mul + add;
-    } else {
+    } else if (!in.preC) {
         for (int i = 0; i < n; ++i)
             out[i] = (f(a[i]) * mul + c[i]) + add;
+    } else {
+        const double cm = in.cm, cc = in.cc;
+        for (int i = 0; i < n; ++i)
+            out[i] = (f(a[i]) * mul + (c[i] * cm + cc)) + add;
     }
 }
 
@@ -215,7 +272,7 @@ inline double sign(double v)
     return v > 0 ? 1.0 : (v < 0 ? -1.0 : v); // keeps NaN and the sign of zero
 }
 
-void scalarCallKernel(const Instr& in, const double* a, const double* c, double* out, int n)
+void scalarFunctionKernel(const Instr& in, const double* a, const double* c, double* out, int n)
 {
     switch (in.function) {
     case Function::Sqrt: return unaryCall(in, a, c, out, n, [](double v) { return std::sqrt(v); });
@@ -244,6 +301,19 @@ void scalarCallKernel(const Instr& in, const double* a, const double* c, double*
 }
 
 
+void scalarCallKernel(const Instr& in, const double* a, const double* c, double* out, int n)
+{
+    if (!in.preA || in.aPower == 1)
+        return scalarFunctionKernel(in, a, c, out, n);
+    // The raised operand in pieces the stack holds; the linear step follows in the loop.
+    double raised[kChunk];
+    for (int start = 0; start < n; start += kChunk) {
+        const int m = n - start < kChunk ? n - start : kChunk;
+        raise(a + start, in.aPower, raised, m);
+        scalarFunctionKernel(in, raised, c ? c + start : c, out + start, m);
+    }
+}
+
 void scalarPowKKernel(const Instr& in, const double* a, const double* c, double* out, int n)
 {
     const double k = in.k;
@@ -262,10 +332,10 @@ void runKernel(const Instr& in, const double* a, const double* b, const double* 
     case Op::Add: return binary(in, a, b, c, out, n, [](double u, double v) { return u + v; });
     case Op::Sub: return binary(in, a, b, c, out, n, [](double u, double v) { return u - v; });
     case Op::Mul: return binary(in, a, b, c, out, n, [](double u, double v) { return u * v; });
-    case Op::Div: return binary(in, a, b, c, out, n, [](double u, double v) { return u / v; });
+    case Op::Div: return divideKernel(in, a, b, c, out, n);
     case Op::Pow:
-        return binaryPost<true, true>(in, a, b, c, out, n,
-                                      [](double u, double v) { return std::pow(u, v); });
+        return binaryPost<1, true>(in, a, b, c, out, n,
+                                   [](double u, double v) { return std::pow(u, v); });
     case Op::DivK: return unary(in, a, c, out, n, [k](double v) { return v / k; });
     case Op::KDiv: return unary(in, a, c, out, n, [k](double v) { return k / v; });
     case Op::PowK: return PowKKernel(in, a, c, out, n);

@@ -15,6 +15,16 @@ namespace curvix::eval::batch {
 
 namespace {
 
+// x^power for power 2 to 4, with the roundings of powerOf.
+template <class T>
+typename T::Vector raised(typename T::Vector x, int power)
+{
+    const typename T::Vector square = T::mul(x, x);
+    if (power == 2)
+        return square;
+    return power == 3 ? T::mul(square, x) : T::mul(square, square);
+}
+
 // The operand step, the function and the finishing step in one pass, in registers, with
 // the steps' own roundings: without fused multiply-add they give the scalar code's bits.
 // Lanes in redo take the scalar function on the argument after its operand step.
@@ -25,6 +35,7 @@ void vectorCall(const Instr& in, const double* a, const double* c, double* out, 
     using V = typename T::Vector;
     constexpr int w = T::kWidth;
     const bool pre = in.preA;
+    const int power = pre ? in.aPower : 1;
     const bool hasMul = (in.post & kMul) != 0;
     const bool hasAcc = (in.post & kAcc) != 0;
     const bool hasAdd = (in.post & kAdd) != 0;
@@ -32,6 +43,8 @@ void vectorCall(const Instr& in, const double* a, const double* c, double* out, 
     int i = 0;
     for (; i + w <= n; i += w) {
         V x = T::load(a + i);
+        if (power > 1)
+            x = raised<T>(x, power);
         if (pre)
             x = T::add(T::mul(x, am), ac);
         V r = f(x);
@@ -58,7 +71,11 @@ void vectorCall(const Instr& in, const double* a, const double* c, double* out, 
         T::store(out + i, r);
     }
     for (; i < n; ++i) {
-        const double u = pre ? a[i] * in.am + in.ac : a[i];
+        double u = a[i];
+        if (power > 1)
+            raise(a + i, power, &u, 1);
+        if (pre)
+            u = u * in.am + in.ac;
         double v = scalar(u);
         if (hasMul)
             v *= in.mul;

@@ -48,7 +48,8 @@ struct Value {
     bool hasAdd = false;
     double m = 1;
     double c = -0.0; // x + -0 is x, also for x = -0
-    bool pending() const { return hasMul || hasAdd; }
+    int power = 1;   // slot^power * m + c: only as the operand an instruction takes in
+    bool pending() const { return hasMul || hasAdd || power > 1; }
     bool sameAs(const Value& o) const
     {
         return !constant && !o.constant && slot == o.slot && hasMul == o.hasMul &&
@@ -118,10 +119,35 @@ private:
         return !v.constant && slotVariable_[v.slot] >= 0 && !v.pending();
     }
 
+    // An open x^n (n up to 4) of a variable, written last and followed by no more than a
+    // scale and a shift, taken back to become the operand step of the instruction that
+    // reads it: (x^n * m + c), with the same roundings as the two steps apart.
+    void foldPower(Value& v)
+    {
+        if (v.constant || v.instr < 0 || v.instr != int(program_.code_.size()) - 1)
+            return;
+        const Instr& in = program_.code_.back();
+        if (in.op != Op::IntPow || in.n > 4 || in.preA || in.aVariable < 0 ||
+            (in.post & kAcc) != 0)
+            return;
+        Value folded;
+        folded.slot = in.a;
+        folded.power = in.n;
+        folded.hasMul = true;
+        folded.m = in.mul;
+        folded.hasAdd = true;
+        folded.c = in.add;
+        release(in.dst);
+        program_.code_.pop_back();
+        v = folded;
+    }
+
     // The output slot is taken before the operands are given back, so that no instruction
     // writes a slot it reads; the batch kernels rely on that.
     Value push(Op op, Value a, Value b = {}, double k = 0, Function function = Function::Sqrt)
     {
+        if (op == Op::Call || op == Op::Div)
+            foldPower(a);
         Instr in;
         in.op = op;
         in.function = function;
@@ -129,6 +155,7 @@ private:
         in.a = a.slot;
         in.aVariable = slotVariable_[a.slot];
         in.preA = a.pending();
+        in.aPower = a.power;
         in.am = a.m;
         in.ac = a.c;
         if (b.slot >= 0) {
@@ -221,6 +248,27 @@ private:
         in->cVariable = slotVariable_[sum.slot];
         release(sum);
         return term;
+    }
+
+    // sum + term, term a variable with or without its step (2x, x-1), when sum is an open
+    // Powers2 of the same variable: its finishing step adds the term, so that the third term
+    // of a polynomial costs no pass of its own. For a difference the term comes negated,
+    // which is exact: t - (x*m + c) is t + (x*(-m) + (-c)).
+    std::optional<Value> powers2Plus(const Value& sum, Value term, double sign)
+    {
+        Instr* in = open(sum);
+        if (!in || in->op != Op::Powers2 || in->post != Program::PostNone || term.constant ||
+            term.instr >= 0 || slotVariable_[term.slot] < 0 || term.slot != in->a)
+            return std::nullopt;
+        if (sign < 0)
+            term = negated(term);
+        in->post = kAcc;
+        in->c = term.slot;
+        in->cVariable = slotVariable_[term.slot];
+        in->preC = term.pending();
+        in->cm = term.m;
+        in->cc = term.c;
+        return sum;
     }
 
     // v as c * x^n with n from 1 to 4: a variable, 2x, or an open x^n or x^n * c.
@@ -345,6 +393,8 @@ private:
                 return shifted(r, l.k);
             if (const std::optional<Value> v = powers2(l, r, 1))
                 return *v;
+            if (const std::optional<Value> v = powers2Plus(l, r, 1))
+                return *v;
             if (const std::optional<Value> v = accumulated(r, l, 1))
                 return *v;
             if (isVariable(r)) {
@@ -359,6 +409,8 @@ private:
             if (l.constant)
                 return shifted(negated(r), l.k);
             if (const std::optional<Value> v = powers2(l, r, -1))
+                return *v;
+            if (const std::optional<Value> v = powers2Plus(l, r, -1))
                 return *v;
             // l - f*m is f*(-m) + l.
             if (const std::optional<Value> v = accumulated(r, l, -1))

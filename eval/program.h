@@ -58,10 +58,17 @@ public:
         // The operand steps a * am + ac and b * bm + bc, when preA and preB are set.
         bool preA = false;
         bool preB = false;
+        // With preA, slot a is first raised to this power (2 to 4; only a Call or a Div):
+        // sqrt(x^2+1) and (x^2+1)/(x-2) are one instruction each.
+        int aPower = 1;
         double am = 1;
         double ac = -0.0;
         double bm = 1;
         double bc = -0.0;
+        // The step c * cm + cc on the slot PostAcc adds; only a Powers2 takes it (x^4-3x^2+2x).
+        bool preC = false;
+        double cm = 1;
+        double cc = -0.0;
     };
 
     // Compiles a parsed formula; variable indices of the tree are the ids into the values
@@ -76,8 +83,9 @@ public:
                        std::span<const double> xs, std::span<double> ys) const;
 
     // The instructions evaluateBatch runs on, chosen on first use: the widest the processor
-    // has of AVX-512, AVX2 (with FMA) and the baseline of every x86-64. CURVIX_BATCH_ISA in
-    // the environment (baseline, avx2) caps the choice, to compare them on one machine.
+    // has of AVX-512 (F and DQ), AVX2 (with FMA) and the baseline of every x86-64.
+    // CURVIX_BATCH_ISA in the environment (baseline, avx2) caps the choice, to compare them
+    // on one machine.
     enum class InstructionSet { Baseline, Avx2, Avx512 };
     static InstructionSet batchInstructionSet();
 

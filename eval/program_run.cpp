@@ -53,7 +53,8 @@ Program::InstructionSet detectInstructionSet()
     }
 #ifdef CURVIX_HAVE_VECTOR_BATCH
     __builtin_cpu_init();
-    if (cap >= Set::Avx512 && __builtin_cpu_supports("avx512f"))
+    if (cap >= Set::Avx512 && __builtin_cpu_supports("avx512f") &&
+        __builtin_cpu_supports("avx512dq"))
         return Set::Avx512;
     if (cap >= Set::Avx2 && __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma"))
         return Set::Avx2;
@@ -84,7 +85,9 @@ bool overlaps(std::span<const double> xs, std::span<double> ys)
 inline double operandA(const Instr& in, const double* variables, const double* r)
 {
     const double a = in.aVariable >= 0 ? variables[in.aVariable] : r[in.a];
-    return in.preA ? a * in.am + in.ac : a;
+    if (!in.preA)
+        return a;
+    return (in.aPower > 1 ? intPow(a, in.aPower) : a) * in.am + in.ac;
 }
 
 inline double operandB(const Instr& in, const double* variables, const double* r)
@@ -97,8 +100,10 @@ inline double finish(const Instr& in, double v, const double* variables, const d
 {
     if ((in.post & kMul) != 0)
         v *= in.mul;
-    if ((in.post & kAcc) != 0)
-        v += in.cVariable >= 0 ? variables[in.cVariable] : r[in.c];
+    if ((in.post & kAcc) != 0) {
+        const double c = in.cVariable >= 0 ? variables[in.cVariable] : r[in.c];
+        v += in.preC ? c * in.cm + in.cc : c;
+    }
     if ((in.post & kAdd) != 0)
         v += in.add;
     return v;
@@ -210,8 +215,13 @@ void Program::evaluateBatch(std::span<const double> variables, int variable,
     }
 #endif
     const std::size_t last = code_.size() - 1;
-    for (std::size_t offset = 0; offset < count; offset += kChunk) {
-        const int n = int(std::min<std::size_t>(kChunk, count - offset));
+    // One instruction that reads nothing but xs keeps no slots between steps: it runs over
+    // the whole span at once, without a call per chunk (most curves are such polynomials).
+    const bool whole = last == 0 && batchSlot >= 0 && loads_.size() == 1 &&
+                       count <= std::size_t(std::numeric_limits<int>::max());
+    const std::size_t chunk = whole ? std::max<std::size_t>(count, 1) : std::size_t(kChunk);
+    for (std::size_t offset = 0; offset < count; offset += chunk) {
+        const int n = int(std::min(chunk, count - offset));
         if (batchSlot >= 0)
             in[batchSlot] = xs.data() + offset;
         for (std::size_t j = 0; j <= last; ++j) {

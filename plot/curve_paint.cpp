@@ -19,6 +19,15 @@ void setPicturePixels(QImage& picture, const PlotScale& deviceScale,
     const int dot = std::max(1, int(std::lround(picture.devicePixelRatio() * widthFactor)));
     uchar* bits = picture.bits();
     const qsizetype stride = picture.bytesPerLine();
+    if (dot == 1) {
+        // The common case, a pixel a point, without the loops a wider dot takes.
+        for (const eval::PointD& point : points) {
+            const QPointF p = deviceScale.toPixel(point.x, point.y);
+            if (p.x() >= 0 && p.x() < width && p.y() >= 0 && p.y() < height)
+                reinterpret_cast<QRgb*>(bits + stride * int(p.y()))[int(p.x())] = rgb;
+        }
+        return;
+    }
     for (const eval::PointD& point : points) {
         const QPointF p = deviceScale.toPixel(point.x, point.y);
         // A comparison that is false for NaN skips points the surface cannot hold.
@@ -191,6 +200,36 @@ void forEachRun(const std::vector<eval::PointD>& points, const std::vector<std::
 }
 
 } // namespace
+
+bool drawVerticalHairline(Surface& surface, double x, double y0, double y1, const QColor& color)
+{
+    QImage* picture = surface.picture;
+    const QPainter& painter = surface.painter;
+    const bool plain = picture && painter.device() == picture &&
+                       painter.deviceTransform().isIdentity() && !painter.hasClipping() &&
+                       !painter.testRenderHint(QPainter::Antialiasing) &&
+                       painter.compositionMode() == QPainter::CompositionMode_SourceOver &&
+                       painter.pen().widthF() == 0 && color.alpha() == 255 &&
+                       (picture->format() == QImage::Format_ARGB32_Premultiplied ||
+                        picture->format() == QImage::Format_ARGB32 ||
+                        picture->format() == QImage::Format_RGB32);
+    const double height = plain ? picture->height() : 0;
+    // Lines shorter than a pixel, or off the picture, the painter handles its own way.
+    if (!plain || !(x >= 0 && x < picture->width()) || !(std::abs(y1 - y0) >= 1) ||
+        !std::isfinite(y0) || !std::isfinite(y1))
+        return false;
+    const double top = std::clamp(std::min(y0, y1), -1.0, height + 1);
+    const double bottom = std::clamp(std::max(y0, y1), -1.0, height + 1);
+    const int column = int(x);
+    const int first = std::max(0, int(std::floor(top + 0.5)));
+    const int end = std::min(picture->height(), int(std::floor(bottom + 0.5)));
+    const QRgb rgb = color.rgba();
+    uchar* bits = picture->bits();
+    const qsizetype stride = picture->bytesPerLine();
+    for (int row = first; row < end; ++row)
+        reinterpret_cast<QRgb*>(bits + stride * row)[column] = rgb;
+    return true;
+}
 
 void drawCurvePoints(Surface& surface, const std::vector<eval::PointD>& points,
                      const QColor& color)

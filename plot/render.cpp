@@ -156,7 +156,10 @@ void drawGrid(Surface& surface, const model::ViewWindow& view, const QColor& col
     lines(
         view.XStep, view.XMin, view.XMax, s.left(), s.right(),
         [&](double x) {
-            painter.drawLine(s.toPixel(x, view.YMin), s.toPixel(x, view.YMax));
+            const QPointF from = s.toPixel(x, view.YMin);
+            const QPointF to = s.toPixel(x, view.YMax);
+            if (!drawVerticalHairline(surface, from.x(), from.y(), to.y(), color))
+                painter.drawLine(from, to);
         },
         [&](double a, double b) {
             painter.fillRect(QRectF(s.toPixel(a, view.YMax), s.toPixel(b, view.YMin)), color);

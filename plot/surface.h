@@ -36,6 +36,14 @@ inline double hairlineWidth(const Surface& surface)
     return surface.picture ? 0.0 : 1.0;
 }
 
+// A vertical line of the hairline pen in the painter, set straight into the picture's
+// pixels as the painter would set them (column floor(x); rows from the upper end rounded up
+// to, not including, the lower end rounded): the painter takes a call per pixel of such a
+// line. False, with
+// nothing drawn, where the painter must draw it (no picture, a transform, a clip,
+// antialiasing, a translucent colour, a line under a pixel long).
+bool drawVerticalHairline(Surface& surface, double x, double y0, double y1, const QColor& color);
+
 // A curve's points as single dots of one logical pixel each.
 void drawCurvePoints(Surface& surface, const std::vector<eval::PointD>& points,
                      const QColor& color);

@@ -112,6 +112,8 @@ private slots:
     void piMultiples_data();
     void piMultiples();
     void pictureIgnoresTheApplicationPalette();
+    void gridLinesSetStraightMatchThePainter_data();
+    void gridLinesSetStraightMatchThePainter();
     void parallelSamplingGivesTheSamePicture_data();
     void parallelSamplingGivesTheSamePicture();
 };
@@ -596,6 +598,37 @@ void TestRender::pictureIgnoresTheApplicationPalette()
     const QImage inDark = picture();
     QGuiApplication::setPalette(saved);
     QCOMPARE(inDark, light);
+}
+
+void TestRender::gridLinesSetStraightMatchThePainter_data()
+{
+    QTest::addColumn<ViewWindow>("view");
+    QTest::newRow("whole pixels") << ViewWindow{-6, 6, 1, 1, -4, 4, 1, 1};
+    QTest::newRow("fractions of pixels") << ViewWindow{-3.3, 7.1, 0.7, 1, -2.2, 4.45, 0.3, 1};
+    QTest::newRow("half pixels") << ViewWindow{-2.5 / 60, 7.5 - 2.5 / 60, 0.5, 1, -3.3, 3.3, 1, 1};
+    QTest::newRow("denser than the pixels") << ViewWindow{-5, 5, 0.001, 1, -5, 5, 1, 1};
+    QTest::newRow("far from zero") << ViewWindow{1e6 + 0.3, 1e6 + 9.9, 0.9, 1, -1, 1, 0.25, 1};
+}
+
+void TestRender::gridLinesSetStraightMatchThePainter()
+{
+    QFETCH(ViewWindow, view);
+    Scene scene(view);
+    scene.add(QStringLiteral("x^2/3-1"));
+    plot::sampleDrawing(scene.state);
+    std::array<QImage, 2> pictures{scene.picture.copy(), scene.picture.copy()};
+    for (std::size_t clipped = 0; clipped < 2; ++clipped) {
+        QImage& picture = pictures[clipped];
+        picture.fill(Qt::white);
+        QPainter painter(&picture);
+        // A clip, even of the whole picture, leaves every line to the painter.
+        if (clipped != 0)
+            painter.setClipRect(picture.rect());
+        plot::paintPlot(scene.state, painter, picture.size(), &picture, scene.options);
+    }
+    scene.picture = pictures[0];
+    QVERIFY(scene.count(kGreen) > 300);
+    QVERIFY(pictures[0] == pictures[1]);
 }
 
 void TestRender::parallelSamplingGivesTheSamePicture_data()
