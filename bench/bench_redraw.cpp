@@ -10,6 +10,8 @@
 
 #include "median_reporter.h"
 
+#include <QThread>
+
 #include <benchmark/benchmark.h>
 
 #include <QBuffer>
@@ -65,6 +67,18 @@ void fullRedraw(benchmark::State& s)
     }
 }
 
+// The same with the sampling shared out among the pool whatever the number of cores, to
+// show what the automatic choice weighs.
+void parallelRedraw(benchmark::State& s)
+{
+    Scene scene(int(s.range(0)));
+    for (auto _ : s) {
+        plot::sampleDrawing(scene.state, {}, plot::Sampling::Parallel);
+        plot::paintSampled(scene.state, scene.picture, scene.options);
+        benchmark::DoNotOptimize(scene.picture.constBits());
+    }
+}
+
 // The same with curves joined by antialiased lines.
 void smoothRedraw(benchmark::State& s)
 {
@@ -101,7 +115,7 @@ void sampling(benchmark::State& s)
 {
     Scene scene(int(s.range(0)));
     for (auto _ : s)
-        plot::sampleDrawing(scene.state);
+        plot::sampleDrawing(scene.state, {}, plot::Sampling::Parallel);
 }
 
 void serialSampling(benchmark::State& s)
@@ -143,6 +157,7 @@ void exportVector(benchmark::State& s)
 
 // Wall time throughout: the sampling runs on several threads.
 BENCHMARK(fullRedraw)->Arg(0)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond)->UseRealTime();
+BENCHMARK(parallelRedraw)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond)->UseRealTime();
 BENCHMARK(smoothRedraw)->Arg(10)->Unit(benchmark::kNanosecond)->UseRealTime();
 BENCHMARK(fills)->Unit(benchmark::kNanosecond)->UseRealTime();
 BENCHMARK(sampling)->Arg(1)->Arg(10)->Arg(50)->Unit(benchmark::kNanosecond)->UseRealTime();
@@ -171,6 +186,8 @@ int main(int argc, char** argv)
     }
     std::printf("redraw 10 curves 1600x1000 median ms = %.3f\n", ms("fullRedraw", 10));
     std::printf("redraw 50 curves 1600x1000 median ms = %.3f\n", ms("fullRedraw", 50));
+    std::printf("sampling shared out on %d cores: redraw 10 curves %.3f ms, 50 curves %.3f ms\n",
+                QThread::idealThreadCount(), ms("parallelRedraw", 10), ms("parallelRedraw", 50));
     std::printf("redraw smooth 10 curves 1600x1000 median ms = %.3f\n", ms("smoothRedraw", 10));
     const auto fill = reporter.medianMs.find("fills/real_time");
     std::printf("fill whole plot 1600x1000 median ms = %.3f\n",

@@ -69,7 +69,10 @@ const eval::CompiledFormula* exactDerivative(const model::GraphEntry& entry);
 
 // How the entries of a redraw are sampled: one after another on the calling thread, or
 // shared out among a small pool of threads. Both give the same points to the last bit.
-enum class Sampling { Serial, Parallel };
+// Automatic shares them out where that pays: with four cores or more. On two, waking the
+// pool and painting points written on the other core cost more than the sampling saves
+// (bench/run.sh redraw prints both).
+enum class Sampling { Serial, Parallel, Automatic };
 
 // Writes everything derived from the drawing and its view: the sample step, every entry's
 // points and tangent marks, the demonstration's tangent and the trace point. An entry made
@@ -77,7 +80,7 @@ enum class Sampling { Serial, Parallel };
 // that does not compile is reported and keeps no points. Reports come on the calling
 // thread, in the order of the entries.
 void sampleDrawing(model::AppState& state, const eval::Report& report = {},
-                   Sampling sampling = Sampling::Parallel);
+                   Sampling sampling = Sampling::Automatic);
 
 // Paints a sampled state onto any device, size in logical pixels: grid, axes, arrows, tick
 // labels, the areas under curves, curves and their tangents, the demonstration, guide lines

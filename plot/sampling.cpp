@@ -288,6 +288,8 @@ void sampleDrawing(model::AppState& state, const eval::Report& report, Sampling 
     // Every curve is sampled at the same x positions: worked out once, read by every thread.
     const std::vector<double> xs = sampleXs(view, step);
     const auto sampleOne = [&](const EntryJob& job) { sampleEntry(job, state, variable, xs); };
+    if (sampling == Sampling::Automatic)
+        sampling = QThread::idealThreadCount() >= 4 ? Sampling::Parallel : Sampling::Serial;
     if (sampling == Sampling::Parallel && jobs.size() > 1)
         QtConcurrent::blockingMap(&samplingPool(), jobs, sampleOne);
     else
