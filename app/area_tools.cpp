@@ -14,15 +14,6 @@
 
 namespace curvix::app {
 
-namespace {
-
-QString variableOf(const model::AppState& state)
-{
-    return state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
-}
-
-} // namespace
-
 AreaTools::AreaTools(model::AppState& state, StatusPanels& status, QWidget* window)
     : QObject(window), m_state(state), m_status(status), m_window(window)
 {
@@ -71,7 +62,7 @@ void AreaTools::askArea(int entry)
         return;
     const auto [a, b] = plot::defaultAreaBounds(*graph.formula, m_state.view);
     const QString shown = QString(graph.text).replace(eval::kPiChar, QChar(0x03C0));
-    const auto bounds = askAreaBounds(m_window, shown, variableOf(m_state), a, b);
+    const auto bounds = askAreaBounds(m_window, shown, m_state.variable(), a, b);
     if (!bounds)
         return;
     m_state.areas.push_back({entry, bounds->first, bounds->second});
@@ -95,7 +86,7 @@ void AreaTools::removeAreas(int entry)
 QString AreaTools::keyFor(const model::GraphEntry& entry) const
 {
     return QStringLiteral("%1\n%2\n%3\n%4")
-        .arg(entry.text, variableOf(m_state))
+        .arg(entry.text, m_state.variable())
         .arg(int(m_state.angleUnit))
         .arg(entry.parameters.join(u','));
 }
@@ -121,7 +112,7 @@ void AreaTools::preparePrimitives()
         options.angleUnit = int(m_state.angleUnit);
         options.parameters = entry.parameters;
         options.cancel = m_cancel;
-        const QString variable = variableOf(m_state);
+        const QString variable = m_state.variable();
         m_watcher.setFuture(QtConcurrent::run([text = entry.text, variable, options] {
             return eval::SymbolicPrimitive(text, variable, {}, options);
         }));

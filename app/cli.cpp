@@ -195,7 +195,7 @@ std::optional<int> setUpScene(const CommandLine& line, Scene& scene, StreamPromp
     // Nothing is pending here, so the link check is never asked.
     model::SymbolicLinkCheck links([&](const QString& m) { prompter.message(m); });
     const QString variable =
-        state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
+        state.variable();
     for (const QString& formula : line.formulas) {
         if (const auto missing = cli::undeclaredParameters(formula, variable, state.parameters)) {
             err << *missing << "\n";

@@ -25,15 +25,6 @@ namespace curvix::app {
 
 using model::LoadResString;
 
-namespace {
-
-QString variableOf(const model::AppState& state)
-{
-    return state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
-}
-
-} // namespace
-
 CurveTools::CurveTools(model::AppState& state, PlotView& view, StatusPanels& status, QStatusBar* bar)
     : QObject(bar), m_state(state), m_view(view), m_status(status)
 {
@@ -262,7 +253,7 @@ void CurveTools::askSlopeFormula(int entry)
     if (!m_symbolic || entry < 0)
         return;
     model::GraphEntry& graph = m_state.graphs[std::size_t(entry)];
-    const auto key = std::make_pair(graph.text, variableOf(m_state));
+    const auto key = std::make_pair(graph.text, m_state.variable());
     if (const auto known = m_slopeFormulas.find(key); known != m_slopeFormulas.end()) {
         graph.slopeText = known->second;
         model::compileEntry(m_state, graph);
@@ -287,7 +278,7 @@ void CurveTools::takeSlopeFormula(const QString& text, const QString& variable, 
     bool changed = false;
     for (int k = 0; k < int(m_state.graphs.size()); ++k) {
         model::GraphEntry& entry = m_state.graphs[std::size_t(k)];
-        if (entry.text == text && variableOf(m_state) == variable) {
+        if (entry.text == text && m_state.variable() == variable) {
             entry.slopeText = prepared;
             model::compileEntry(m_state, entry);
             changed = changed || entry.slopeFormula != nullptr;

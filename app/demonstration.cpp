@@ -94,7 +94,7 @@ void Demonstration::useSymbolic(SymbolicRunner* runner)
 
 void Demonstration::askDerivative()
 {
-    const QString variable = m_state.listVariable.isEmpty() ? QStringLiteral("x") : m_state.listVariable;
+    const QString variable = m_state.variable();
     m_derivative = m_symbolic->rememberedDerivative(m_source, variable);
     if (m_derivative.isEmpty())
         m_symbolic->requestSlopeFormula(m_source, variable);
@@ -179,7 +179,7 @@ void Demonstration::step()
     const plot::DemoStepResult result = plot::demonstrationStep(m_state);
     if (result.stepped) {
         emit redrawNeeded();
-        const QString variable = m_state.listVariable.isEmpty() ? QStringLiteral("x") : m_state.listVariable;
+        const QString variable = m_state.variable();
         auto text = [](double v) { return eval::numberText(eval::roundHalfEven(v, 4)); };
         m_status.setReadout(0, m_state.demonstration.text);
         m_status.setReadout(1, variable + QStringLiteral(" = ") + text(result.x));

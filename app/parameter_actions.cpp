@@ -49,8 +49,7 @@ void ParameterActions::addToMenus(WindowActions& actions)
 
 void ParameterActions::refresh()
 {
-    const QString& variable = m_state.listVariable;
-    m_panel->setVariable(variable.isEmpty() ? QStringLiteral("x") : variable);
+    m_panel->setVariable(m_state.variable());
     m_panel->setParameters(m_state.parameters);
     // After an undo the next key begins a step of its own.
     if (m_lastStepped >= int(m_state.parameters.size()) ||

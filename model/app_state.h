@@ -71,6 +71,8 @@ struct AppState {
     std::vector<FunctionItem> functionItems;
     // The one variable letter every function of the list uses; "" while the list is new.
     QString listVariable;
+    // The letter formulas are read in: the list's, or x while the list is new.
+    QString variable() const { return listVariable.isEmpty() ? QStringLiteral("x") : listVariable; }
 
     quint32 gridColor = kButtonShadowColor;
     quint32 axisColor = 0;

@@ -88,7 +88,7 @@ Drawing drawingFromState(const AppState& state)
     for (const GraphEntry& entry : state.graphs) {
         DrawingFunction f;
         f.text = entry.text;
-        f.variable = state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
+        f.variable = state.variable();
         f.color = entry.color;
         f.derivativeIndex = entry.derivativeIndex;
         f.primitiveIndex = entry.primitiveIndex;

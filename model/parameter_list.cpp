@@ -14,11 +14,6 @@ struct ParameterText {
     Q_DECLARE_TR_FUNCTIONS(ParameterText)
 };
 
-QString variableOf(const AppState& state)
-{
-    return state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
-}
-
 // "a", "a and b", "a, b and c".
 QString namesText(const QStringList& names)
 {
@@ -45,10 +40,10 @@ std::optional<QString> parameterProblem(const AppState& state, const eval::Param
                                         int index)
 {
     const QString& name = parameter.name;
-    if (!eval::isParameterName(name, variableOf(state)))
+    if (!eval::isParameterName(name, state.variable()))
         return ParameterText::tr("'%1' cannot be a parameter: a parameter is one small letter "
                                  "from a to z, neither e nor the variable %2")
-            .arg(name, variableOf(state));
+            .arg(name, state.variable());
     const int taken = eval::parameterIndex(state.parameters, name);
     if (taken >= 0 && taken != index)
         return ParameterText::tr("There is a parameter %1 already.").arg(name);
@@ -65,7 +60,7 @@ std::optional<QString> parameterProblem(const AppState& state, const eval::Param
 
 void compileEntry(const AppState& state, GraphEntry& entry)
 {
-    const QString variable = variableOf(state);
+    const QString variable = state.variable();
     entry.formula = eval::CompiledFormula::compile(entry.expression, variable, state.angleUnit,
                                                    nullptr, nullptr, state.parameters);
     // The library's derivative is taken in radians.

@@ -108,7 +108,7 @@ void computeAreas(model::AppState& state)
 {
     state.areaReadouts.resize(state.areas.size());
     const QString variable =
-        state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
+        state.variable();
     for (std::size_t i = 0; i < state.areas.size(); ++i) {
         const model::AreaRegion& region = state.areas[i];
         model::AreaReadout& readout = state.areaReadouts[i];

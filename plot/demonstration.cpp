@@ -115,7 +115,7 @@ model::AddResult keepDerivative(model::AppState& state, model::Prompter& prompte
     if (source < 0 || derivativeText.isEmpty())
         return model::AddResult::Rejected;
     demo.derivative.clear();
-    const QString variable = state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
+    const QString variable = state.variable();
     state.pendingDerivativeOf = source;
     const model::AddResult result = model::addFunction(
         state, prompter, links, derivativeText, QStringLiteral("f(%1)").arg(variable));
@@ -149,7 +149,7 @@ DemoStepResult demonstrationStep(model::AppState& state)
         return {};
     const double x = demo.xs[demo.next++];
     const double slope = slopeAt(*demo.formula, x);
-    const QString variable = state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
+    const QString variable = state.variable();
     demo.tangent = tangentMark(*demo.formula, variable, x, state.view, sampleStepFor(state.view));
     if (demo.withDerivative)
         growDerivative(state, x, slope);

@@ -293,7 +293,7 @@ void paintDemonstrationLegend(Surface& surface, const model::AppState& state)
     const model::Demonstration& demo = state.demonstration;
     if (!demo.running)
         return;
-    const QString variable = state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
+    const QString variable = state.variable();
     std::vector<std::pair<QColor, QString>> rows{
         {colorFromValue(demo.color), QStringLiteral("f(%1) = %2").arg(variable, demo.text)}};
     if (demo.withDerivative)

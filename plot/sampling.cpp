@@ -20,11 +20,6 @@ constexpr double kSamplesPerRange = 7000;
 // zero width, or an absurd step), so that no redraw can hang.
 constexpr std::size_t kMaxSamples = 1'000'000;
 
-QString listVariable(const model::AppState& state)
-{
-    return state.listVariable.isEmpty() ? QStringLiteral("x") : state.listVariable;
-}
-
 // An entry made without its compiled formula, or compiled for another angle unit, gets it
 // here, once; a text that does not compile is reported on every redraw and keeps no points.
 const eval::CompiledFormula* entryFormula(model::GraphEntry& entry, const model::AppState& state,
@@ -33,7 +28,7 @@ const eval::CompiledFormula* entryFormula(model::GraphEntry& entry, const model:
     const model::AngleUnit unit = state.angleUnit;
     if (!entry.formula || entry.formula->angleUnit() != unit) {
         QString message;
-        entry.formula = eval::CompiledFormula::compile(entry.expression, listVariable(state), unit,
+        entry.formula = eval::CompiledFormula::compile(entry.expression, state.variable(), unit,
                                                        nullptr, &message, state.parameters);
         if (!entry.formula && report)
             report(message);
@@ -279,7 +274,7 @@ void sampleDrawing(model::AppState& state, const eval::Report& report, Sampling 
     const model::ViewWindow& view = state.view;
     state.sampleStep = sampleStepFor(view);
     const double step = state.sampleStep;
-    const QString variable = listVariable(state);
+    const QString variable = state.variable();
     // Compiling reports in order, on this thread; only the sampling itself is shared out.
     std::vector<EntryJob> jobs;
     jobs.reserve(state.graphs.size());
