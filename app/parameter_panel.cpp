@@ -116,10 +116,8 @@ struct ParameterPanel::Row {
 QString nextFreeParameterName(const eval::ParameterList& taken, const QString& variable)
 {
     for (char letter = 'a'; letter <= 'z'; ++letter) {
-        QString name(QLatin1Char{letter});
-        const bool used = std::any_of(taken.begin(), taken.end(),
-                                      [&name](const eval::Parameter& p) { return p.name == name; });
-        if (letter != 'e' && name != variable && !used)
+        const QString name(QLatin1Char{letter});
+        if (eval::isParameterName(name, variable) && eval::parameterIndex(taken, name) < 0)
             return name;
     }
     return QString();

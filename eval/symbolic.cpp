@@ -251,8 +251,7 @@ QStringList requestParameters(const QStringList& parameters, const QString& vari
 {
     QStringList names;
     for (const QString& name : parameters) {
-        if (name.size() == 1 && isAsciiLetter(name[0]) && name != variable && name != u"e" &&
-            !names.contains(name))
+        if (isParameterName(name, variable) && !names.contains(name))
             names << name;
     }
     return names;
