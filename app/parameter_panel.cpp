@@ -116,7 +116,7 @@ struct ParameterPanel::Row {
 QString nextFreeParameterName(const eval::ParameterList& taken, const QString& variable)
 {
     for (char letter = 'a'; letter <= 'z'; ++letter) {
-        const QString name(QLatin1Char{letter});
+        QString name(QLatin1Char{letter});
         if (eval::isParameterName(name, variable) && eval::parameterIndex(taken, name) < 0)
             return name;
     }

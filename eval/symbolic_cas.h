@@ -51,7 +51,8 @@ inline double parameterValue(std::size_t set, std::size_t index)
         {2.53, 0.41, 1.83, -1.29, 0.31, 1.07},
     };
     // Beyond six parameters the values repeat, slightly apart.
-    return table[set][index % 6] * (1.0 + 0.07 * double(index / 6));
+    const std::size_t round = index / 6;
+    return table[set][index % 6] * (1.0 + 0.07 * double(round));
 }
 // How many sets a problem with parameterCount parameters is checked at.
 inline std::size_t parameterSetCount(qsizetype parameterCount)
