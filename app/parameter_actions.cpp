@@ -83,14 +83,15 @@ void ParameterActions::onValueChanged(int index, double value, bool dragging)
         return;
     model::setParameterValue(m_state, index, value);
     if (dragging) {
-        const bool continuing = m_dragging;
-        m_dragging = true;
+        const bool continuing = m_dragging == index;
+        m_dragging = index;
         emit valueMoved(continuing);
         return;
     }
     // The release of a drag ends its step. Keys pressed in a row on one slider make one
     // step too, as a drag does; a value typed or keyed after a pause is a step of its own.
-    if (std::exchange(m_dragging, false)) {
+    // A step of another row while one plays ends the sweep's step: the sweep begins anew.
+    if (std::exchange(m_dragging, -1) == index) {
         m_lastStepped = -1;
         emit valueMoved(true);
         return;

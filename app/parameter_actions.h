@@ -49,7 +49,7 @@ private:
     model::Prompter& m_prompter;
     ParameterPanel* m_panel = nullptr;
     QDockWidget* m_dock = nullptr;
-    bool m_dragging = false;      // a drag or a sweep is under way
+    int m_dragging = -1;          // the parameter a drag or a sweep moves, -1 for none
     // The parameter last keyed or typed, its value then, and since when.
     int m_lastStepped = -1;
     double m_lastValue = 0;
