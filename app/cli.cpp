@@ -40,31 +40,14 @@ constexpr int kExitUsage = 2;
 
 int runEval(const CommandLine& line, QTextStream& out, QTextStream& err)
 {
-    const QString variable = model::labelVariable(line.label);
-    if (const auto missing = cli::undeclaredParameters(line.formula, variable, line.parameters)) {
-        err << *missing << "\n";
+    QString message;
+    const auto formula = cli::compileFormula(line.formula, line, message);
+    if (!formula) {
+        err << message << "\n";
         return kExitFailure;
     }
-    eval::ExpressionEvaluator evaluator;
-    QString compileMessage;
-    const QString prepared =
-        eval::PrepareExpressionText(evaluator, line.formula, line.label,
-                                    [&](const QString& m) { compileMessage = m; }, QLocale(),
-                                    line.parameters);
-    if (prepared.isEmpty()) {
-        err << (compileMessage.isEmpty() ? QStringLiteral("empty formula") : compileMessage)
-            << "\n";
-        return kExitFailure;
-    }
-    const int variableId = evaluator.DefineVariable(variable);
-    for (const eval::Parameter& parameter : line.parameters)
-        evaluator.SetVariable(evaluator.DefineVariable(parameter.name), parameter.value);
-    evaluator.SetAngleUnit(line.angle.value_or(model::AngleUnit::Radians));
-    const int expressionId = evaluator.SetExpression(prepared);
-    for (double x : line.xs) {
-        evaluator.SetVariable(variableId, x);
-        out << eval::roundTripText(evaluator.Evaluate(expressionId)) << "\n";
-    }
+    for (double x : line.xs)
+        out << eval::roundTripText(formula->evaluate(x)) << "\n";
     return 0;
 }
 

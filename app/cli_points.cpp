@@ -4,6 +4,7 @@
 
 #include "eval/formula.h"
 #include "eval/numtext.h"
+#include "model/graph_list.h"
 #include "plot/coordinates.h"
 #include "plot/points_of_interest.h"
 #include "plot/value_table.h"
@@ -95,14 +96,15 @@ std::shared_ptr<const eval::CompiledFormula> compileFormula(const QString& text,
                                                            const CommandLine& line,
                                                            QString& message)
 {
-    const QString variable = QStringLiteral("x");
+    const QString variable = model::labelVariable(line.label);
     message = undeclaredParameters(text, variable, line.parameters).value_or(QString());
     if (!message.isEmpty())
         return nullptr;
     eval::ExpressionEvaluator evaluator;
     const auto report = [&](const QString& m) { message = m; };
     const QString prepared = eval::PrepareExpressionText(
-        evaluator, text, QStringLiteral("f(x)"), report, QLocale(), line.parameters);
+        evaluator, text, QStringLiteral("f(%1)").arg(variable), report, QLocale(),
+        line.parameters);
     const model::AngleUnit angle = line.angle.value_or(model::AngleUnit::Radians);
     auto formula = prepared.isEmpty() ? nullptr
                                       : eval::CompiledFormula::compile(prepared, variable, angle,

@@ -15,7 +15,8 @@ int runPoints(const CommandLine& line, QTextStream& out, QTextStream& err);
 // --table: the table of values as tab-separated text.
 int runTable(const CommandLine& line, QTextStream& out, QTextStream& err);
 
-// A formula compiled as the function box would, in the line's angle unit and parameters;
+// A formula compiled as the function box would, in the variable of the line's label (x
+// without one), its angle unit and its parameters;
 // nothing, with the reason in message, when it does not compile or lacks a parameter.
 std::shared_ptr<const eval::CompiledFormula> compileFormula(const QString& text,
                                                            const CommandLine& line,
